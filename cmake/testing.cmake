@@ -1,0 +1,28 @@
+# GoogleTest from the distribution's source package, built with the flags of the current preset.
+enable_testing()
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+foreach(target gtest gtest_main gmock gmock_main)
+    target_compile_options(${target} PRIVATE -w)
+endforeach()
+
+# emendo_add_test(NAME sources... LIBS libraries...): a GoogleTest executable, run natively or in Wine.
+# Extra arguments for the Wine wrapper go in WINE_ARGS; TIMEOUT is in seconds (default 120).
+function(emendo_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "LIBS;WINE_ARGS")
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} gmock gtest gtest_main)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
+    if(WIN32)
+        add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/scripts/wine.sh --timeout ${arg_TIMEOUT}
+                                      ${arg_WINE_ARGS} $<TARGET_FILE:${name}>
+                 WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    else()
+        add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+    endif()
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+endfunction()

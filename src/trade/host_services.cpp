@@ -1,0 +1,57 @@
+#include "trade/host_services.h"
+
+HostServices g_hostServices{};
+ITradeService* g_pTradeService = nullptr;
+ITradeApi* g_pTradeApi = nullptr;
+ITradeList* g_pTradeList = nullptr;
+
+namespace {
+
+template <typename Service>
+void FetchOnce(Service*& holder, IPluginManager& manager, const char* name, const char* version) {
+    if (!holder) {
+        holder = static_cast<Service*>(manager.GetPlugin(name, version));
+    }
+}
+
+void FetchAll(IPluginManager& manager) {
+    g_hostServices.pluginManager = &manager;
+    if (void* service = manager.GetPlugin("TradeApi", "1.0.0.1")) {
+        g_pTradeService = static_cast<ITradeService*>(service);
+        g_pTradeApi = g_pTradeService->GetTradeApi();
+    }
+    g_hostServices.quoteDataCenter =
+        static_cast<IQuoteDataCenter*>(manager.GetPlugin("QuoteDataCenter", "1.0.0.1"));
+    if (g_hostServices.quoteDataCenter) {
+        g_hostServices.quoteSlot38 = g_hostServices.quoteDataCenter->Slot38();
+    }
+    FetchOnce(g_hostServices.sysConfig, manager, "SysConfig", "9.0.3.1");
+    FetchOnce(g_hostServices.abnormal, manager, "Abnormal", "9.0.3.1");
+    FetchOnce(g_hostServices.auxiInsertOrder, manager, "AuxiInsertOrder", "9.0.3.1");
+    FetchOnce(g_hostServices.batchOrder, manager, "BatchOrder", "1.0.0.1");
+    FetchOnce(g_hostServices.globalMonitor, manager, "GlobalMonitor", "9.0.3.1");
+}
+
+}  // namespace
+
+void AcquireHostServices(IPluginManager* manager) {
+    if (!manager) {
+        return;
+    }
+    if (!g_hostServices.pluginManager) {
+        FetchAll(*manager);
+    }
+    FetchOnce(g_pTradeList, *manager, "TradeList", "1.0.0.1");
+}
+
+ISysConfig* GetSysConfig() {
+    return g_hostServices.sysConfig;
+}
+
+TradeData CurrentTradeData() {
+    return TradeData(g_pTradeApi, g_hostServices.sysConfig);
+}
+
+TradeRequests CurrentTradeRequests() {
+    return TradeRequests(g_pTradeService);
+}

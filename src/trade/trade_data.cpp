@@ -1,0 +1,1 @@
+#include "trade/trade_data.h"
