@@ -1,0 +1,76 @@
+#pragma once
+
+#include "controls/price_row.h"
+#include "order/order_mode.h"
+#include "trade/contract_key.h"
+#include "trade/order_record.h"
+
+#include <cstdint>
+#include <ctime>
+#include <string>
+#include <vector>
+
+// One selectable account. Rows stand in ascending order of the account number.
+struct AccountRow {
+    std::string accountNo;
+    std::string accountName;
+    std::string serverName;  // of the configured server that holds the account; empty when none matches
+    std::string operatorNo;
+    std::string sign;
+};
+
+// Everything that an order dialog holds between two events: the values of its controls, exchanged with the
+// window, and what it has learned about account and contract. Code combo boxes hold their words (the
+// validity its short word), account, upper and currency the code in front of the first blank.
+struct OrderForm {
+    // The controls.
+    std::string account;
+    std::string upper;
+    std::string source;
+    std::string orderType;
+    std::string orderState;
+    std::string validType;
+    std::tm validUntil{};  // local time of the valid-date picker
+    std::string direction;
+    std::string forwardDirection;  // carry: always the opposite of the direction
+    std::string forwardContract;   // carry: forward contract number; exercise: underlying; may be "3M"
+    std::string currency;
+    std::string contractText;  // as shown: "EXA CM 1509"
+    std::string systemNo;
+    std::string exchangeSystemNo;
+    std::string exchangeFillNo;
+    std::string fee;
+    std::int32_t orderQty = 0;
+    std::int32_t fillQty = 0;
+    PriceRow orderPrice;
+    PriceRow triggerPrice;
+    PriceRow fillPrice;   // carry: of the near leg
+    PriceRow fillPrice2;  // second leg of a spread; carry: forward leg
+    PriceRow nearPositionPrice;
+    PriceRow forwardPositionPrice;
+    bool forcedClose = false;
+    bool feeGiven = false;
+    bool nearPositionChosen = false;     // close the near position at a chosen price
+    bool forwardPositionChosen = false;  // likewise the forward one
+
+    // What the dialog knows.
+    OrderMode mode = OrderMode::Input;
+    const OrderRecord* original = nullptr;  // the host's; null for a new order
+    std::string sign;                       // of the chosen account
+    std::string exchangeNo;
+    std::string commodityNo;
+    char commodityType = CommodityType::kUnknown;
+    std::string contractNo;        // short text of the chosen contract
+    std::int32_t denominator = 1;  // one for all price rows
+    std::vector<AccountRow> accounts;
+};
+
+// The commodity of the chosen contract as the dialog knows it, whatever the contract edit shows.
+inline CommodityKey CommodityKeyOf(const OrderForm& form) {
+    CommodityKey key{};
+    key.sign.Set(form.sign);
+    key.exchangeNo.Set(form.exchangeNo);
+    key.commodityType = form.commodityType;
+    key.commodityNo.Set(form.commodityNo);
+    return key;
+}
