@@ -1,0 +1,150 @@
+#pragma once
+
+#include "trade/host_interfaces.h"
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+// A host's trade data for tests: lists are the pointers that the test put in (null ones too), look-ups search
+// them, and the rest is answered from plain members.
+class FakeTradeApi : public ITradeApi {
+public:
+    std::vector<UserRecord*> users;
+    std::vector<UpperRecord*> uppers;
+    std::vector<CurrencyRecord*> currencies;
+    std::vector<ExchangeRecord*> exchanges;
+    std::vector<CommodityRecord*> commodities;
+    std::vector<ContractRecord*> contracts;
+    std::vector<PositionRecord*> positions;
+    std::vector<OrderRecord*> orders;
+    std::vector<void*> signEntries;
+    ServerRecord* server = nullptr;
+    PositionRecord* position = nullptr;  // the answer of GetPosition
+    std::uint32_t longQty = 0;
+    std::uint32_t shortQty = 0;
+    const char* threeMonthContractNo = nullptr;
+    std::string priceText;  // what FormatPrice writes, as far as the buffer goes, without a terminator
+    std::string log;        // the arguments of the last look-up that takes texts
+    std::vector<ITradeSpi*> listeners;
+
+    void RegisterSpi(ITradeSpi* listener) override { listeners.push_back(listener); }
+    void UnregisterSpi(ITradeSpi* listener) override { std::erase(listeners, listener); }
+    void ListSignEntries(IDataContainer* list, const char* sign) override { AddAll(list, signEntries, sign); }
+    ServerRecord* GetUserServer(const char* serverKey, UserRecord*) override {
+        log = serverKey;
+        return server;
+    }
+    OrderRecord* GetOrder(std::uint32_t orderNo) override {
+        return Find(orders, [&](const OrderRecord& order) { return order.orderNo == orderNo; });
+    }
+    void GetPositions(IDataContainer* list, const char* sign) override { AddAll(list, positions, sign); }
+    PositionRecord* GetPosition(const char* accountNo, const ContractKey*, char direction,
+                                const char* text) override {
+        log = std::string(accountNo) + direction + text;
+        return position;
+    }
+    void GetPositionQty(const char* accountNo, const SingleContractKey*, std::uint32_t* longOut,
+                        std::uint32_t* shortOut, std::uint32_t* further1, std::uint32_t* further2) override {
+        log.assign(accountNo, sizeof(UserRecord::accountNo));  // the whole field, as a host may
+        *longOut = longQty;
+        *shortOut = shortQty;
+        *further1 = *further2 = 0;
+    }
+    void GetUsers(IDataContainer* list, const char* sign) override { AddAll(list, users, sign); }
+    UserRecord* GetUser(const char* accountNo, const char* sign) override {
+        return Find(users, [&](const UserRecord& user) {
+            return user.accountNo == accountNo && (!*sign || user.sign == sign);
+        });
+    }
+    void GetExchanges(IDataContainer* list, const char* sign) override { AddAll(list, exchanges, sign); }
+    ExchangeRecord* GetExchange(const void* key) override {
+        return FindKey(exchanges, key, sizeof(ExchangeKey));
+    }
+    void GetCommodities(const void* key, IDataContainer* list) override {
+        AddMatching(list, commodities, key, sizeof(ExchangeKey));
+    }
+    CommodityRecord* GetCommodity(const void* key) override {
+        return FindKey(commodities, key, sizeof(CommodityKey));
+    }
+    void GetContracts(const void* key, IDataContainer* list) override {
+        AddMatching(list, contracts, key, sizeof(CommodityKey));
+    }
+    ContractRecord* GetContract(const ContractKey* key) override {
+        return FindKey(contracts, key, sizeof(ContractKey));
+    }
+    const char* Get3MContractNo(const char*) override { return threeMonthContractNo; }
+    void GetCurrencies(IDataContainer* list, const char* sign) override { AddAll(list, currencies, sign); }
+    void GetUppers(IDataContainer* list, const char* sign) override { AddAll(list, uppers, sign); }
+    void FormatPrice(const void*, double, char* buffer, int bufferSize, int zero, char notation) override {
+        log = std::to_string(zero) + notation;
+        std::memcpy(buffer, priceText.data(), std::min<std::size_t>(priceText.size(), bufferSize));
+    }
+    void Reserved4() override {}
+    void Reserved5() override {}
+    void Reserved7() override {}
+    void Reserved8() override {}
+    void Reserved9() override {}
+    void Reserved10() override {}
+    void Reserved11() override {}
+    void Reserved12() override {}
+    void Reserved13() override {}
+    void Reserved14() override {}
+    void Reserved17() override {}
+    void Reserved18() override {}
+    void Reserved19() override {}
+    void Reserved20() override {}
+    void Reserved21() override {}
+    void Reserved22() override {}
+    void Reserved23() override {}
+    void Reserved24() override {}
+    void Reserved28() override {}
+    void Reserved29() override {}
+    void Reserved30() override {}
+    void Reserved31() override {}
+    void Reserved32() override {}
+    void Reserved33() override {}
+    void Reserved34() override {}
+    void Reserved35() override {}
+    void Reserved36() override {}
+    void Reserved42() override {}
+    void Reserved45() override {}
+    void Reserved46() override {}
+    void Reserved47() override {}
+    void Reserved49() override {}
+    void Reserved51() override {}
+    void Reserved52() override {}
+    void Reserved53() override {}
+    void Reserved54() override {}
+
+private:
+    template <typename Record>
+    void AddAll(IDataContainer* list, const std::vector<Record*>& records, const char* sign) {
+        log = sign;
+        for (Record* record : records) {
+            list->Add(record);
+        }
+    }
+    template <typename Record>
+    static void AddMatching(IDataContainer* list, const std::vector<Record*>& records, const void* key,
+                            std::size_t keySize) {
+        for (Record* record : records) {
+            if (!record || std::memcmp(record, key, keySize) == 0) {
+                list->Add(record);
+            }
+        }
+    }
+    template <typename Record, typename Matches>
+    static Record* Find(const std::vector<Record*>& records, Matches matches) {
+        for (Record* record : records) {
+            if (record && matches(*record)) {
+                return record;
+            }
+        }
+        return nullptr;
+    }
+    template <typename Record>
+    static Record* FindKey(const std::vector<Record*>& records, const void* key, std::size_t keySize) {
+        return Find(records, [&](const Record& record) { return std::memcmp(&record, key, keySize) == 0; });
+    }
+};
