@@ -23,7 +23,8 @@ if ! timeout --kill-after=5 300 "$here/with_wine.sh" wine wineboot -i </dev/null
 fi
 timeout 60 "$here/with_wine.sh" wineserver -w </dev/null >>"$log" 2>&1 9>&-
 
-# The dialogs ask for faces that no free system has; one with Chinese glyphs stands in.
+# The dialogs ask for faces that no free system has; one with Chinese glyphs stands in. Small ones need smoothing
+# to be readable.
 cat >>"$partial/user.reg" <<'END'
 
 [Software\\Wine\\Fonts\\Replacements]
@@ -32,6 +33,12 @@ cat >>"$partial/user.reg" <<'END'
 "PMingLiU"="WenQuanYi Zen Hei"
 "NSimSun"="WenQuanYi Zen Hei"
 "SimSun"="WenQuanYi Zen Hei"
+
+[Control Panel\\Desktop]
+"FontSmoothing"="2"
+"FontSmoothingGamma"=dword:00000578
+"FontSmoothingOrientation"=dword:00000001
+"FontSmoothingType"=dword:00000001
 END
 # Prefixes share these files by hard links, so Wine must never update one in place.
 echo disable >"$partial/.update-timestamp"

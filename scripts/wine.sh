@@ -80,14 +80,13 @@ while :; do
     exec {lock}>&-
     number=$((number + 1))
 done
-without_lock() { "$@" {lock}>&-; }
 
-export WINEPREFIX=$slot/prefix WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=$locale
+export WINEPREFIX=$slot/prefix WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="$wine_overrides${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
 
 end_server() {
     [ -d "$WINEPREFIX" ] || return 0
-    without_lock timeout --kill-after=2 20 "$here/with_wine.sh" wineserver -k </dev/null >/dev/null 2>&1 || true
+    timeout --kill-after=2 20 "$here/with_wine.sh" wineserver -k </dev/null >/dev/null 2>&1 {lock}>&- || true
 }
 
 make_prefix() {
@@ -118,8 +117,8 @@ fi
 start_display() {
     rm -f "$slot/display" "$slot/xvfb.pid"
     end_server
-    without_lock setsid Xvfb -displayfd 3 -terminate 20 -screen 0 1280x1024x24 -nolisten tcp \
-        3>"$slot/display" </dev/null >"$slot/xvfb.log" 2>&1 &
+    setsid Xvfb -displayfd 3 -terminate 20 -screen 0 1280x1024x24 -nolisten tcp \
+        3>"$slot/display" </dev/null >"$slot/xvfb.log" 2>&1 {lock}>&- &
     echo $! >"$slot/xvfb.pid"
     local tries
     for ((tries = 0; tries < 200; tries++)); do
@@ -139,7 +138,7 @@ display_runs() {
 # Windows of a display without a window manager take 2 s to be destroyed.
 start_window_manager() {
     local config=/etc/xdg/openbox/rc.xml tries
-    without_lock openbox --sm-disable --config-file "$config" </dev/null >"$slot/openbox.log" 2>&1 &
+    openbox --sm-disable --config-file "$config" </dev/null >"$slot/openbox.log" 2>&1 {lock}>&- &
     window_manager=$!
     for ((tries = 0; tries < 100; tries++)); do
         if xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; then
@@ -184,7 +183,7 @@ case $display in
 esac
 
 if [ -n "$screenshot" ]; then
-    without_lock bash -c 'sleep "$1"; exec import -window root "$2"' camera "$screenshot_at" "$screenshot" &
+    bash -c 'sleep "$1"; exec import -window root "$2"' camera "$screenshot_at" "$screenshot" {lock}>&- &
     camera=$!
 fi
 
@@ -193,7 +192,7 @@ cd -- "$cwd"
 began=$SECONDS
 # shellcheck disable=SC2016
 timeout --foreground --kill-after=2 "$limit" bash -c 'lock=$1; shift; exec {lock}>&-; exec "$@"' hold "$lock" \
-    "$here/with_wine.sh" sh -c 'wineserver -p30 >/dev/null 2>&1; exec wine "$@"' wine "$program" "$@" <&0 &
+    "$here/with_wine.sh" env LC_ALL="$locale" sh -c 'wineserver -p30 >/dev/null 2>&1; exec wine "$@"' wine "$program" "$@" <&0 &
 child=$!
 ended=0
 wait "$child" || ended=$?
