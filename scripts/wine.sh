@@ -14,7 +14,7 @@ ends with 5). Runs at the same time do not see each other: each has a Wine serve
   --display virtual    a virtual X display with a window manager: pictures, SendInput, xdotool
   --display own        the display of $DISPLAY
   --screenshot FILE    picture of the virtual display, taken while the program runs (implies --display virtual)
-  --screenshot-at S    seconds after the start at which the picture is taken (default 3)
+  --screenshot-at S    seconds after its first window appeared at which the picture is taken (default 1)
   --cwd DIRECTORY      working directory of the program (default: the caller's)
   --fresh              end the Wine server that an earlier run left waiting, and begin with a new one
   --help
@@ -31,7 +31,7 @@ limit=120
 locale=C.UTF-8
 display=null
 screenshot=
-screenshot_at=3
+screenshot_at=1
 cwd=$PWD
 fresh=
 while [ $# -gt 0 ]; do
@@ -150,6 +150,14 @@ start_window_manager() {
     return 1
 }
 
+take_picture() {
+    until xprop -root _NET_CLIENT_LIST | grep -q 0x; do
+        sleep 0.1
+    done
+    sleep "$screenshot_at"
+    exec import -window root "$screenshot"
+}
+
 window_manager=
 camera=
 child=
@@ -183,7 +191,8 @@ case $display in
 esac
 
 if [ -n "$screenshot" ]; then
-    bash -c 'sleep "$1"; exec import -window root "$2"' camera "$screenshot_at" "$screenshot" {lock}>&- &
+    rm -f "$screenshot"
+    take_picture {lock}>&- &
     camera=$!
 fi
 
