@@ -1,0 +1,244 @@
+#include "controls/contract_catalog.h"
+
+#include "trade/contract_text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t kCommodityCodeLength = 10;
+
+std::string Labelled(std::string_view code, std::string_view name) {
+    std::string text;
+    text.reserve(code.size() + name.size() + 2);
+    return text.append(code).append("[").append(name).append("]");
+}
+
+std::string Joined(std::string_view first, std::string_view second) {
+    std::string text;
+    text.reserve(first.size() + second.size() + 1);
+    return text.append(first).append(" ").append(second);
+}
+
+// The parts before and behind the first blank.
+std::pair<std::string_view, std::string_view> SplitAtBlank(std::string_view text) {
+    const std::size_t blank = text.find(' ');
+    if (blank == std::string_view::npos) {
+        return {text, {}};
+    }
+    return {text.substr(0, blank), text.substr(blank + 1)};
+}
+
+std::vector<const CommodityRecord*> SortedCommodities(const TradeData& trade,
+                                                      const ExchangeRecord& exchange) {
+    std::vector<std::pair<std::string, const CommodityRecord*>> keyed;
+    for (const CommodityRecord* commodity : trade.Commodities({exchange.sign, exchange.exchangeNo})) {
+        keyed.emplace_back(CommodityOrderKey(*commodity), commodity);
+    }
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto& left, const auto& right) { return left.first < right.first; });
+    std::vector<const CommodityRecord*> commodities;
+    commodities.reserve(keyed.size());
+    for (const auto& entry : keyed) {
+        commodities.push_back(entry.second);
+    }
+    return commodities;
+}
+
+std::vector<CatalogNode> SeriesOf(const std::vector<const ContractRecord*>& contracts) {
+    // Many strikes share a series, so a contract with the series of its predecessor is passed over unwritten.
+    std::vector<std::string> series;
+    const ContractRecord* previous = nullptr;
+    for (const ContractRecord* contract : contracts) {
+        if (!ListsStrikes(contract->key.commodityType)) {
+            continue;
+        }
+        if (previous && previous->key.contractNo == contract->key.contractNo.View() &&
+            previous->key.commodityNo == contract->key.commodityNo.View()) {
+            continue;
+        }
+        series.push_back(Joined(contract->key.commodityNo.View(), contract->key.contractNo.View()));
+        previous = contract;
+    }
+    std::sort(series.begin(), series.end());
+    series.erase(std::unique(series.begin(), series.end()), series.end());
+    std::vector<CatalogNode> nodes;
+    nodes.reserve(series.size());
+    for (std::string& text : series) {
+        nodes.push_back({text, text, {}});
+    }
+    return nodes;
+}
+
+}  // namespace
+
+bool ListsStrikes(char commodityType) {
+    switch (commodityType) {
+        case CommodityType::kOption:
+        case CommodityType::kBullVertical:
+        case CommodityType::kBearVertical:
+        case CommodityType::kStraddle:
+        case CommodityType::kStrangle:
+            return true;
+        default:
+            return false;
+    }
+}
+
+std::string CommodityOrderKey(const CommodityRecord& commodity) {
+    const std::string firstLeg = commodity.relatedCommodityNo.Str();
+    switch (commodity.commodityType) {
+        case CommodityType::kGoods:
+            return commodity.commodityNo.Str() + "$1";
+        case CommodityType::kFutures:
+            return commodity.commodityNo.Str() + "$2";
+        case CommodityType::kSpreadMonth:
+            return firstLeg + "$3";
+        case CommodityType::kSpreadCommodity:
+            return firstLeg + commodity.secondCommodityNo.Str() + "$4";
+        case CommodityType::kOption:
+            return firstLeg + "$5";
+        case CommodityType::kBullVertical:
+            return firstLeg + "$6";
+        case CommodityType::kBearVertical:
+            return firstLeg + "$7";
+        case CommodityType::kStraddle:
+            return firstLeg + "$8";
+        case CommodityType::kStrangle:
+            return firstLeg + "$9";
+        default:
+            return {};
+    }
+}
+
+std::vector<CatalogNode> BuildCatalog(const TradeData& trade, const std::string& sign, bool forwardOnly) {
+    std::vector<CatalogNode> exchanges;
+    for (const ExchangeRecord* exchange : trade.Exchanges(sign)) {
+        if (forwardOnly && exchange->forwardMarket == 0) {
+            continue;
+        }
+        CatalogNode node;
+        for (const CommodityRecord* commodity : SortedCommodities(trade, *exchange)) {
+            const auto contracts = trade.Contracts(CommodityOf(*commodity));
+            if (contracts.empty()) {
+                continue;
+            }
+            if (node.children.empty()) {
+                node.text = Labelled(exchange->exchangeNo.View(), exchange->exchangeName.View());
+                node.data = Joined(commodity->exchangeNo.View(), commodity->sign.View());
+            }
+            CatalogNode child;
+            child.text = Labelled(commodity->commodityNo.View(), commodity->commodityName.View());
+            child.data = Joined(commodity->commodityNo.View(), {&commodity->commodityType, 1});
+            if (ListsStrikes(commodity->commodityType)) {
+                child.children = SeriesOf(contracts);
+            }
+            node.children.push_back(std::move(child));
+        }
+        if (!node.children.empty()) {
+            exchanges.push_back(std::move(node));
+        }
+    }
+    return exchanges;
+}
+
+ContractChoice ReadChoice(std::span<const std::string_view> path) {
+    ContractChoice choice;
+    if (path.empty() || path.size() > 3) {
+        return choice;
+    }
+    choice.level = static_cast<ContractChoice::Level>(path.size() - 1);
+    if (choice.level == ContractChoice::Level::Series) {
+        choice.seriesNo = SplitAtBlank(path[0]).second;
+    }
+    if (choice.level != ContractChoice::Level::Exchange) {
+        const auto [code, type] = SplitAtBlank(path[path.size() - 2]);
+        choice.commodityNo = code.substr(0, kCommodityCodeLength);
+        choice.commodityType = type.empty() ? char{0} : type.front();
+    }
+    const auto [exchange, sign] = SplitAtBlank(path.back());
+    choice.exchangeNo = exchange;
+    choice.sign = sign;
+    return choice;
+}
+
+std::string TreeClickText(const ContractChoice& choice) {
+    const std::string text = Joined(choice.exchangeNo, choice.commodityNo);
+    return choice.commodityType == CommodityType::kOption ? Joined(text, choice.seriesNo) : text;
+}
+
+std::string ListClickText(const ContractChoice& choice, std::string_view cell) {
+    const std::string text = Joined(choice.exchangeNo, choice.commodityNo);
+    if (choice.commodityType == CommodityType::kOption) {
+        return Joined(Joined(text, choice.seriesNo), cell);
+    }
+    if (ListsStrikes(choice.commodityType)) {
+        const std::size_t slash = cell.find('/');
+        const bool pair = slash != std::string_view::npos;
+        const std::string_view left = cell.substr(0, slash);
+        const std::string_view right = pair ? cell.substr(slash + 1) : std::string_view{};
+        return Joined(Joined(text, choice.seriesNo), left) + "/" + Joined(choice.seriesNo, right);
+    }
+    return Joined(text, cell);
+}
+
+bool ContractRows::Load(const ContractChoice& choice, const TradeData& trade) {
+    const bool strikes = ListsStrikes(choice.commodityType);
+    if (strikes && choice.level != ContractChoice::Level::Series) {
+        m_contracts.clear();
+        m_strikes.clear();
+        return false;
+    }
+    CommodityKey key{};
+    key.sign.Set(choice.sign);
+    key.exchangeNo.Set(choice.exchangeNo);
+    key.commodityType = choice.commodityType;
+    key.commodityNo.Set(choice.commodityNo);
+    const auto contracts = trade.Contracts(key);
+    if (!strikes) {
+        m_contracts.clear();
+        m_contracts.reserve(contracts.size());
+        for (const ContractRecord* contract : contracts) {
+            m_contracts.push_back(*contract);
+        }
+        return true;
+    }
+    m_strikes.clear();
+    const bool single = choice.commodityType == CommodityType::kOption;
+    for (const ContractRecord* contract : contracts) {
+        const ContractKey& found = contract->key;
+        if (found.contractNo.View() != choice.seriesNo) {
+            continue;
+        }
+        m_strikes.push_back(single ? found.strikePrice.Str()
+                                   : found.optionType + found.strikePrice.Str() + "/" + found.optionType2 +
+                                         found.strikePrice2.Str());
+    }
+    if (single) {
+        // As text, like everywhere a strike is compared: "1000" stands before "900".
+        std::sort(m_strikes.begin(), m_strikes.end());
+        m_strikes.erase(std::unique(m_strikes.begin(), m_strikes.end()), m_strikes.end());
+    }
+    return true;
+}
+
+std::size_t ContractRows::Count(char commodityType) const {
+    return ListsStrikes(commodityType) ? m_strikes.size() : m_contracts.size();
+}
+
+std::string ContractRows::Text(char commodityType, std::size_t row, int column) const {
+    if (row >= Count(commodityType)) {
+        return {};
+    }
+    if (commodityType == CommodityType::kOption) {
+        const char letter = column == 0 ? 'C' : column == 1 ? 'P' : 'N';
+        return letter + m_strikes[row];
+    }
+    if (ListsStrikes(commodityType)) {
+        return m_strikes[row];
+    }
+    std::string text;
+    FormatContractText(m_contracts[row].key, text, true, false, TradeData(nullptr));
+    return text;
+}
