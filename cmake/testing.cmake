@@ -21,6 +21,8 @@ function(emendo_add_test name)
         add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/scripts/wine.sh --timeout ${arg_TIMEOUT}
                                       ${arg_WINE_ARGS} $<TARGET_FILE:${name}>
                  WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
+        # The wrapper ends the program and its Wine server in time itself; this is only for the wrapper.
+        math(EXPR arg_TIMEOUT "${arg_TIMEOUT} + 60")
     else()
         add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})
     endif()

@@ -199,9 +199,12 @@ fi
 # The lock stays with `timeout`: a slot is busy as long as its program runs, even when this script was killed.
 cd -- "$cwd"
 began=$SECONDS
+# A new server is given its service processes before the program starts: as children of the program they would keep
+# its output open, and whoever reads that would wait for them.
+start='wineserver -p30 >/dev/null 2>&1 && wine cmd /c exit </dev/null >/dev/null 2>&1; exec wine "$@"'
 # shellcheck disable=SC2016
 timeout --foreground --kill-after=2 "$limit" bash -c 'lock=$1; shift; exec {lock}>&-; exec "$@"' hold "$lock" \
-    "$here/with_wine.sh" env LC_ALL="$locale" sh -c 'wineserver -p30 >/dev/null 2>&1; exec wine "$@"' wine "$program" "$@" <&0 &
+    "$here/with_wine.sh" env LC_ALL="$locale" sh -c "$start" wine "$program" "$@" <&0 &
 child=$!
 ended=0
 wait "$child" || ended=$?
