@@ -1,4 +1,5 @@
-# Counts single tests in ctest's log: prints the test programs seen, the tests passed and the tests failed.
+# Counts single tests in ctest's log: prints the test programs seen and the tests passed, failed and
+# skipped.
 # A GoogleTest program counts with its own numbers, another program as one test. One that fails without naming
 # a failed test (a crash, its time limit) adds one failure.
 function finish() {
@@ -14,5 +15,6 @@ function finish() {
 /^[0-9]+\/[0-9]+ Testing: / { finish(); open = 1; ok = 0; good = 0; bad = 0; counted = 0 }
 /^\[  PASSED  \] [0-9]+ tests?\.$/ { good = $4; counted = 1 }
 /^\[  FAILED  \] [0-9]+ tests?, listed below:$/ { bad = $4; counted = 1 }
+/^\[  SKIPPED \] [0-9]+ tests?, listed below:$/ { skipped += $4; counted = 1 }
 /^Test Passed\.$/ { ok = 1 }
-END { finish(); print programs + 0, passed + 0, failed + 0 }
+END { finish(); print programs + 0, passed + 0, failed + 0, skipped + 0 }
