@@ -149,7 +149,7 @@
 #define IDS_INPUT_ORDER_TITLE                10010
 #define IDS_INPUT                            10011
 
-// Checks of the order dialog. The messages that can stand in one box together end in a line break.
+// Checks of the order dialog. The messages that can stand together in one box end in a line break.
 #define IDS_ACCOUNT_EMPTY                    10012
 #define IDS_UPPER_EMPTY                      10013
 #define IDS_CONTRACT_EMPTY                   10014
@@ -211,7 +211,8 @@
 #define IDS_FILL_DIALOG_PRICE_NOT_TICKS      10066
 #define IDS_SAME_CLOSE_OPEN_CONTRACTS        10067
 #define IDS_CLOSE_OPEN_CONTRACTS_REVERSED    10068
-#define IDS_NO_CLOSE_POSITION                10069  // %s, %s: direction and contract in English, contract and direction in Chinese
+// Two %s: direction and contract in English, contract and direction in Chinese.
+#define IDS_NO_CLOSE_POSITION                10069
 
 // Words of the code tables.
 #define IDS_DIRECTION_BUY                    10070
