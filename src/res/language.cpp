@@ -21,14 +21,14 @@ unsigned SubLanguage(std::uint32_t language) {
 
 }  // namespace
 
-LanguageCandidates BuildLanguageCandidates(const LanguageSettings& settings,
-                                           std::uint16_t explicitLanguage) {
+LanguageCandidates BuildLanguageCandidates(const LanguageSettings& settings, std::uint16_t explicitLanguage) {
     LanguageCandidates candidates;
     auto add = [&](std::uint16_t language) {
         // A language as given is looked for among the converted ones: a neutral id may be converted again.
         if (std::find(candidates.begin(), candidates.end(), language) != candidates.end()) return;
         candidates.push_back(settings.toSpecificLocale(language));
-        candidates.push_back(settings.toSpecificLocale(static_cast<std::uint16_t>(PrimaryLanguage(language))));
+        candidates.push_back(
+            settings.toSpecificLocale(static_cast<std::uint16_t>(PrimaryLanguage(language))));
     };
     if (explicitLanguage != 0) add(explicitLanguage);
     add(settings.userInterface);

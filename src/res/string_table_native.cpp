@@ -27,9 +27,12 @@ constexpr Text kTraditionalTexts[] = {
 
 std::span<const Text> TextsOf(std::uint16_t language) {
     switch (language) {
-        case kSimplifiedChinese: return kSimplifiedTexts;
-        case kTraditionalChinese: return kTraditionalTexts;
-        default: return kEnglishTexts;
+        case kSimplifiedChinese:
+            return kSimplifiedTexts;
+        case kTraditionalChinese:
+            return kTraditionalTexts;
+        default:
+            return kEnglishTexts;
     }
 }
 
