@@ -55,6 +55,10 @@ case $display in
     own) [ -n "${DISPLAY-}" ] || { echo "wine.sh: --display own, but DISPLAY is not set" >&2; exit 2; } ;;
     *) echo "wine.sh: unknown display $display" >&2; exit 2 ;;
 esac
+case $locale in
+    C.UTF-8 | zh_CN.UTF-8 | zh_TW.UTF-8 | zh_HK.UTF-8 | zh_SG.UTF-8 | ja_JP.UTF-8) ;;
+    *) echo "wine.sh: unknown locale $locale" >&2; exit 2 ;;
+esac
 program=$1
 shift
 if [[ $program == */* ]]; then
@@ -164,9 +168,12 @@ child=
 clear_up() {
     local ended=$?
     trap - EXIT
-    [ -z "$child" ] || kill -KILL "$child" 2>/dev/null || true
+    if [ -n "$child" ]; then
+        kill -KILL "$child" || true
+        wait "$child" || true
+        end_server
+    fi 2>/dev/null
     [ -z "$camera" ] || kill "$camera" 2>/dev/null || true
-    [ -z "$child" ] || end_server
     [ -z "$window_manager" ] || kill "$window_manager" 2>/dev/null || true
     rm -f "$slot/running"
     exit "$ended"
