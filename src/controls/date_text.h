@@ -34,9 +34,11 @@ std::string FormatLocalTime(const char* pattern, const LocalMoment& moment);
 // A strptime-style parser. Returns the position behind the consumed text, null on failure; fields that were
 // set before a failure keep their values.
 const char* ParseDateTime(const char* format, const char* text, std::tm& fields);
-// Zeroes the fields, parses at most 259 characters of the text, returns true whatever came of it.
+// Zeroes the fields, parses at most 259 characters of the text, returns true whatever came of it. The rolling
+// date "3M" is no date: nothing is read of it.
 bool ParseDateTimeFields(const char* text, const char* format, std::tm& fields);
-// The text as local time in seconds since 1970; -1 when the fields give no representable time.
+// The text as local time in seconds since 1970, daylight saving never applied; -1 when the fields give no
+// representable time, also for one before 1970.
 std::int64_t ParseTimeValue(const char* text, const char* format);
 // Whole days from one prompt date to another, truncated toward zero.
 int DaysBetween(std::int64_t from, std::int64_t to);

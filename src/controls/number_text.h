@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -10,6 +11,13 @@ inline constexpr std::size_t kMaxNumberText = 64;
 // ".", "5." included), only digits when `integerOnly`, an optional leading minus when `negativeAllowed`.
 bool IsNumberText(std::string_view text, bool integerOnly, bool negativeAllowed);
 
+// The number at the start of a text, after blanks, with any sign, up to what does not belong to it: 0 when
+// there is none. As atof and atoi, but the point is a point in every locale; an integer too large for 32 bits
+// gives the nearest one that is not, a decimal too large gives 0.
+double ToDouble(std::string_view text);
+std::int32_t ToInt(std::string_view text);
+
+// Limited to 32 bits.
 std::int32_t RoundHalfAwayFromZero(double x);
 // The nearest multiple of the tick, halves away from zero; the value itself for tick 0.
 double RoundToTick(double value, double tick);
@@ -17,5 +25,5 @@ double RoundToTick(double value, double tick);
 std::int32_t TruncToTick(std::int32_t value, std::int32_t tick);
 
 inline constexpr double kTickTolerance = 1e-5;
-// True when |price / tick| is a whole number within the tolerance.
+// True when |price / tick| is a whole number within the tolerance; a tick of 0 suits every price.
 bool IsWholeTicks(double price, double tick, double tolerance);

@@ -4,8 +4,8 @@
 #include <string_view>
 
 // One-character codes of the host's records and their words in the current language (8-bit text in the ANSI
-// code page). To text: a code without a word gives a text of the code itself. From text: 0 when no word
-// equals the text.
+// code page). To text: a code without a word gives a text of the code itself, 0 the empty text. From text: 0
+// when no word equals the text.
 std::string OrderStateToText(char code);
 char OrderStateFromText(std::string_view text);
 std::string OrderTypeToText(char code);

@@ -1,0 +1,105 @@
+#include "controls/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+namespace {
+
+TEST(NumberText, IsWhatMayStandInTheEditWhileTyping) {
+    struct {
+        const char* text;
+        bool decimal, integer, signedDecimal, signedInteger;
+    } const rows[] = {
+        {"", true, true, true, true},
+        {"0", true, true, true, true},
+        {"12", true, true, true, true},
+        {".", true, false, true, false},
+        {"5.", true, false, true, false},
+        {".5", true, false, true, false},
+        {"12.50", true, false, true, false},
+        {"1.2.3", false, false, false, false},
+        {"-", false, false, true, true},
+        {"-1", false, false, true, true},
+        {"-1.5", false, false, true, false},
+        {"--1", false, false, false, false},
+        {"1-", false, false, false, false},
+        {"+1", false, false, false, false},
+        {" 1", false, false, false, false},
+        {"1\n", false, false, false, false},
+        {"1e5", false, false, false, false},
+        {"1,5", false, false, false, false},
+        {"\xA3\xB1", false, false, false, false},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(IsNumberText(row.text, false, false), row.decimal) << row.text;
+        EXPECT_EQ(IsNumberText(row.text, true, false), row.integer) << row.text;
+        EXPECT_EQ(IsNumberText(row.text, false, true), row.signedDecimal) << row.text;
+        EXPECT_EQ(IsNumberText(row.text, true, true), row.signedInteger) << row.text;
+    }
+    EXPECT_TRUE(IsNumberText(std::string(kMaxNumberText, '1'), true, false));
+    EXPECT_FALSE(IsNumberText(std::string(1'000'000, '1'), true, false)) << "would overflow the stack";
+}
+
+TEST(NumberText, ReadsTheNumberAtTheStart) {
+    struct {
+        const char* text;
+        double decimal;
+        std::int32_t integer;
+    } const rows[] = {
+        {"", 0, 0},
+        {".", 0, 0},
+        {"97.25", 97.25, 97},
+        {" 7x", 7, 7},
+        {"-", 0, 0},
+        {"-2.5", -2.5, -2},
+        {"+3", 3, 3},
+        {"+-3", 0, 0},
+        {"abc", 0, 0},
+        {"12.5.5", 12.5, 12},
+        {"99999999999", 99999999999.0, 2147483647},
+        {"-99999999999", -99999999999.0, -2147483648},
+        {"1e400", 0, 1},
+        {"nan", 0, 0},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ToDouble(row.text), row.decimal) << row.text;
+        EXPECT_EQ(ToInt(row.text), row.integer) << row.text;
+    }
+    EXPECT_EQ(ToInt(std::string_view("1234").substr(0, 2)), 12) << "reads no further than the view";
+}
+
+TEST(NumberText, RoundsHalvesAwayFromZero) {
+    EXPECT_EQ(RoundHalfAwayFromZero(0), 0);
+    EXPECT_EQ(RoundHalfAwayFromZero(0.5), 1);
+    EXPECT_EQ(RoundHalfAwayFromZero(-0.5), -1);
+    EXPECT_EQ(RoundHalfAwayFromZero(-2.49), -2);
+    EXPECT_EQ(RoundHalfAwayFromZero(1e300), 2147483647);
+    EXPECT_DOUBLE_EQ(RoundToTick(10.26, 0.05), 10.25);
+    EXPECT_EQ(RoundToTick(7.5, 1.0), 8.0);
+    EXPECT_EQ(RoundToTick(-2.5, 1.0), -3.0);
+    EXPECT_EQ(RoundToTick(3.0, 0.0), 3.0);
+    EXPECT_FALSE(std::signbit(RoundToTick(-0.2, 1.0))) << "would be shown as -0";
+    EXPECT_EQ(TruncToTick(7, 2), 6);
+    EXPECT_EQ(TruncToTick(-7, 2), -6);
+    EXPECT_EQ(TruncToTick(7, 0), 7);
+    EXPECT_EQ(TruncToTick(-2147483647 - 1, -1), -2147483647 - 1);
+}
+
+TEST(NumberText, WholeTicksAreSeenThroughBinaryNoise) {
+    struct {
+        double price, tick;
+        bool whole;
+    } const rows[] = {
+        {0.30000000001, 0.1, true}, {0.29999999999, 0.1, true}, {0.35, 0.1, false},     {-0.3, 0.1, true},
+        {-0.35, 0.1, false},        {97.375, 1.0 / 8, true},    {97.4, 1.0 / 8, false}, {0, 0.25, true},
+        {100000.01, 0.01, true},    {0.1000015, 0.1, false},    {5, 0, true},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(IsWholeTicks(row.price, row.tick, kTickTolerance), row.whole)
+            << row.price << " " << row.tick;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,216 @@
+#include "trade/contract_text.h"
+
+#include "trade/fake_trade.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string Fields(const ContractKey& key) {
+    return key.sign.Str() + "," + key.exchangeNo.Str() + "," + key.commodityType + "," +
+           key.commodityNo.Str() + "," + key.contractNo.Str() + "," + key.optionType + key.strikePrice.Str() +
+           "," + key.contractNo2.Str() + "," + key.optionType2 + key.strikePrice2.Str();
+}
+
+// "" for a refused text.
+std::string Parsed(std::string_view text) {
+    ContractKey key{};
+    return ParseContractText(text, key) ? Fields(key) : "";
+}
+
+TEST(ContractText, ParsesByShape) {
+    struct {
+        const char* text;
+        const char* fields;  // sign, exchange, type, commodity, contract, option strike, second leg
+    } const rows[] = {
+        {"EXA CM", ",EXA,G,CM,,N,,N"},
+        {"EXA CM ", ",EXA,G,CM,,N,,N"},
+        {"EXA CM(1)", ",EXA,Y,CM(1),,N,,N"},
+        {"EXA CM 1509", ",EXA,F,CM,1509,N,,N"},
+        {"EXA CM(1) 1509", ",EXA,F,CM(1),1509,N,,N"},
+        {"LME CA 3M", ",LME,F,CA,3M,N,,N"},
+        {"EXA CM 1509/1512", ",EXA,m,CM,1509,N,1512,N"},
+        {"EXA CM 1509/1512/1601", ",EXA,m,CM,1509,N,1512/1601,N"},
+        {"EXA CM /", ",EXA,m,CM,,N,,N"},
+        {"EXA CM&CN 1509", ",EXA,c,CM&CN,1509,N,1509,N"},
+        {"EXA CM&CN 1509/1512", ",EXA,c,CM&CN,1509/1512,N,1509/1512,N"},
+        {"EXA CM 1509 C3000", ",EXA,O,CM,1509,C3000,,N"},
+        {"EXA CM 1509 P3000 ", ",EXA,O,CM,1509,P3000,,N"},
+        {"EXA CM 1509 X3000", ",EXA,O,CM,1509,N3000,,N"},
+        {"EXA CM 1509 C", ",EXA,O,CM,1509,C,,N"},
+        {"EXA CM 1509 C3000/1509 C3100", ",EXA,u,CM,1509,C3000,1509,C3100"},
+        {"EXA CM 1509 P3100/1509 P3000", ",EXA,e,CM,1509,P3100,1509,P3000"},
+        {"EXA CM 1509 C3000/1509 P3000", ",EXA,d,CM,1509,C3000,1509,P3000"},
+        {"EXA CM 1509 C3100/1509 P3000", ",EXA,g,CM,1509,C3100,1509,P3000"},
+        {"EXA CM 1509 C3000/1512 C3000", ",EXA,l,CM,1509,C3000,1512,C3000"},
+        {"EXA CM 1509 P3000/1512 P3000", ",EXA,r,CM,1509,P3000,1512,P3000"},
+        {"EXA CM 1509 C900/1509 C1000", ""},  // strikes compare as text
+        {"EXA CM 1509 C1000/1509 C900", ",EXA,u,CM,1509,C1000,1509,C900"},
+        {"EXA CM 1509 P3000/1509 P3100", ""},
+        {"EXA CM 1509 C3000/1509 C3000", ""},
+        {"EXA CM 1509 P3000/1509 C3000", ""},
+        {"EXA CM 1509 C3000/1509 P3100", ""},
+        {"EXA CM 1509 X3000/1509 X3100", ""},
+        {"EXA CM 1509 X3000/1512 X3000", ""},
+        {"EXA CM 1509 C3000/1509 X3000", ""},
+        {"EXA CM 1509 C3000/1512 C3100", ""},
+        {"EXA CM 1509 C3000/1512 P3000", ""},
+        {"EXA CM 1509 C3000 C3000", ""},  // no slash: no second contract, different contracts
+        {"", ""},
+        {" ", ""},
+        {"EXA", ""},
+        {"EXA ", ""},
+        {" EXA CM", ""},
+        {"EXA  CM", ""},
+        {"EXA CM  1509", ""},
+        {"EXA CM  ", ""},
+        {"A B C D E F", ""},
+        {"A B C D E F ", ""},
+        {"EXCHANGE_ABC COMMODITY_ABC CONTRACT_AB/CONTRACT_CD",
+         ",EXCHANGE_A,m,COMMODITY_,CONTRACT_A,N,CONTRACT_C,N"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Parsed(row.text), row.fields) << row.text;
+    }
+    EXPECT_EQ(Parsed(std::string_view("EXA CM 1509 x\0 y", 16)), ",EXA,O,CM,1509,N,,N") << "ends at a zero";
+    EXPECT_EQ(Parsed(std::string_view("EXA CM 1509").substr(0, 9)), ",EXA,F,CM,15,N,,N");
+}
+
+TEST(ContractText, KeepsTheSignAndFillsFieldsToTheirEnd) {
+    ContractKey key{};
+    key.sign.Set("S1");
+    ASSERT_TRUE(ParseContractText("EXA CM 1509/1512", key));
+    EXPECT_EQ(key.sign, "S1");
+    ContractKey expected{};
+    auto* bytes = reinterpret_cast<char*>(&expected);
+    std::memcpy(bytes, "S1", 2);
+    std::memcpy(bytes + 21, "EXA", 3);
+    bytes[32] = 'm';
+    std::memcpy(bytes + 33, "CM", 2);
+    std::memcpy(bytes + 44, "1509", 4);
+    bytes[66] = 'N';
+    std::memcpy(bytes + 67, "1512", 4);
+    bytes[89] = 'N';
+    EXPECT_EQ(std::memcmp(&key, &expected, 90), 0);
+}
+
+class Names : public testing::Test {
+protected:
+    Names() {
+        api.contracts = {&contract};
+        api.commodities = {&commodity};
+    }
+    std::string Text(const char* full, bool shortForm, bool withName) {
+        ContractKey key{};
+        EXPECT_TRUE(ParseContractText(full, key));
+        contract.key = key;
+        contract.contractName.Set("Copper");
+        std::string text;
+        EXPECT_TRUE(FormatContractText(key, text, shortForm, withName, trade));
+        return text;
+    }
+
+    FakeTradeApi api;
+    ContractRecord contract{};
+    CommodityRecord commodity{};
+    TradeData trade{&api};
+};
+
+// Every shape: text to key to text and back.
+TEST_F(Names, RoundTripEveryShape) {
+    struct {
+        const char* full;
+        const char* shortText;
+    } const rows[] = {
+        {"EXA CM ", ""},
+        {"EXA CM(1) ", ""},
+        {"EXA CM 1509", "1509"},
+        {"EXA CM 1509/1512", "1509/1512"},
+        {"EXA CM /", "/"},
+        {"EXA CM&CN 1509", "1509"},
+        {"EXA CM 1509 C3000", "1509 C3000"},
+        {"EXA CM 1509 C3000/1509 C3100", "1509 C3000/1509 C3100"},
+        {"EXA CM 1509 P3100/1509 P3000", "1509 P3100/1509 P3000"},
+        {"EXA CM 1509 C3000/1509 P3000", "1509 C3000/1509 P3000"},
+        {"EXA CM 1509 C3100/1509 P3000", "1509 C3100/1509 P3000"},
+        {"EXA CM 1509 C3000/1512 C3000", "1509 C3000/1512 C3000"},
+        {"EXA CM 1509 P3000/1512 P3000", "1509 P3000/1512 P3000"},
+        {"EXCHANGE10 COMMODIT10 CONTRACT10 CSTRIKE_010", "CONTRACT10 CSTRIKE_010"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Text(row.full, false, false), row.full);
+        EXPECT_EQ(Text(row.full, false, true), row.full) << "the full form never carries the name";
+        EXPECT_EQ(Text(row.full, true, false), row.shortText);
+        EXPECT_EQ(Text(row.full, true, true), std::string(row.shortText) + "\x01" + "Copper");
+    }
+}
+
+TEST_F(Names, AnUnknownContractHasNoSuffixAndAnUnknownTypeNoText) {
+    api.contracts.clear();
+    EXPECT_EQ(Text("EXA CM 1509", true, true), "1509");
+    ContractKey key{};
+    key.commodityType = 'U';
+    std::string text = "before";
+    EXPECT_TRUE(FormatContractText(key, text, true, true, trade));
+    EXPECT_EQ(text, "before");
+    key.commodityType = 'O';
+    EXPECT_TRUE(FormatContractText(key, text, true, false, TradeData(nullptr)));
+    EXPECT_EQ(text, " ") << "a missing option letter leaves no zero in the text";
+}
+
+TEST_F(Names, UnterminatedFieldsAreCut) {
+    ContractKey key;
+    std::memset(&key, 'x', sizeof(key));
+    key.commodityType = 'u';
+    std::string text;
+    FormatContractText(key, text, true, true, trade);
+    const std::string leg = std::string(11, 'x') + " x" + std::string(11, 'x');
+    EXPECT_EQ(text, leg + "/" + leg);
+}
+
+TEST(ContractText, WithSignHasItsOwnTypes) {
+    ContractKey key{};
+    ASSERT_TRUE(ParseContractText("EXA CM 1509 C3000/1509 P3000", key));
+    key.sign.Set("S1");
+    for (const char type : std::string_view("FGYOmcueldgrU")) {
+        key.commodityType = type;
+        std::string text = "before";
+        EXPECT_TRUE(FormatContractWithSign(text, FirstLegOf(key)));
+        const char* expected = type == 'O'                                 ? "S1 EXA CM 1509 C3000"
+                               : type == 'F' || type == 'G' || type == 'Y' ? "S1 EXA CM 1509"
+                                                                           : "before";
+        EXPECT_EQ(text, expected) << type;
+    }
+}
+
+TEST_F(Names, LegsComeInTheOrderInWhichTheyAreQuoted) {
+    ContractKey key{};
+    ASSERT_TRUE(ParseContractText("EXA SP 1509 C3000/1512 C3000", key));
+    key.sign.Set("S1");
+    std::memcpy(&commodity, &key, sizeof(CommodityKey));
+    commodity.relatedExchangeNo.Set("EXB");
+    commodity.relatedCommodityType = 'O';
+    commodity.relatedCommodityNo.Set("CB");
+    commodity.secondExchangeNo.Set("EXC");
+    commodity.secondCommodityType = 'F';
+    commodity.secondCommodityNo.Set("CC");
+    const auto text = [](const SingleContractKey& leg) {
+        return leg.sign.Str() + " " + leg.exchangeNo.Str() + " " + leg.commodityType + leg.commodityNo.Str() +
+               " " + leg.contractNo.Str() + leg.optionType + leg.strikePrice.Str();
+    };
+    SingleContractKey first{}, second{};
+    for (const char order : {'0', '1', '2', '\0', 'x'}) {
+        commodity.legOrder = order;
+        EXPECT_EQ(IsFirstLegFirst(key, trade), order != '2');
+        SplitContractLegs(key, first, second, trade);
+        EXPECT_EQ(text(order == '2' ? second : first), "S1 EXB OCB 1509C3000") << order;
+        EXPECT_EQ(text(order == '2' ? first : second), "S1 EXC FCC 1512C3000") << order;
+    }
+    api.commodities.clear();
+    EXPECT_TRUE(IsFirstLegFirst(key, trade));
+    first = second = {};
+    SplitContractLegs(key, first, second, trade);
+    EXPECT_TRUE(first.contractNo.Empty() && second.contractNo.Empty() && !second.optionType);
+}
+
+}  // namespace
