@@ -1,0 +1,89 @@
+#include "controls/numeric_entry.h"
+
+#include "controls/number_text.h"
+#include "framework/window_helpers.h"
+
+void NumericEntry::Attach(HWND dialog) {
+    m_dialog = dialog;
+    const auto limit = [this](int id) {
+        if (id != 0) {
+            SendDlgItemMessageA(m_dialog, id, EM_LIMITTEXT, kMaxNumberText, 0);
+        }
+    };
+    limit(m_table.feeEdit);
+    for (const NumericRow& row : m_table.rows) {
+        limit(row.edit);
+        limit(row.numerator);
+    }
+}
+
+int NumericEntry::FocusedControl() const {
+    HWND focus = GetFocus();
+    return m_dialog && focus && GetParent(focus) == m_dialog ? GetDlgCtrlID(focus) : 0;
+}
+
+void NumericEntry::OnTextUpdate(int controlId) {
+    // The last good text comes from any of the edits and may be refused again where it is put back.
+    if (m_restoring) {
+        return;
+    }
+    const int judged = m_table.scope == TextRuleScope::FocusedEdit ? FocusedControl() : controlId;
+    const NumericTarget target = FindNumeric(m_table, judged);
+    HWND edit = Item(judged);
+    if (target.kind == NumericKind::None || !edit) {
+        return;
+    }
+    if (const auto instead = m_rule.Judge(target, TextOf(edit), m_context)) {
+        m_restoring = true;
+        ::SetWindowTextA(edit, instead->c_str());
+        m_restoring = false;
+        MoveCaretToEnd(edit);
+    }
+}
+
+LRESULT NumericEntry::OnSpin(const NMHDR* notification) {
+    const auto& upDown = *reinterpret_cast<const NMUPDOWN*>(notification);
+    const NumericRow* row = FindRowOfSpin(m_table, static_cast<int>(notification->idFrom));
+    if (row) {
+        const bool numerator = row->numerator != 0 && FocusedControl() == row->numerator;
+        const int target = numerator ? row->numerator : row->edit;
+        ::SetFocus(Item(target));
+        Step(target, upDown.iDelta < 1);
+    }
+    return 1;
+}
+
+bool NumericEntry::OnMessage(const MSG& message) {
+    const bool wheel = message.message == WM_MOUSEWHEEL;
+    const bool arrow =
+        message.message == WM_KEYDOWN && (message.wParam == VK_UP || message.wParam == VK_DOWN);
+    if (!wheel && !arrow) {
+        return false;
+    }
+    const int focused = FocusedControl();
+    const NumericTarget target = FindNumeric(m_table, focused);
+    if (!target.row || (wheel && !target.row->wheelSteps)) {
+        return false;
+    }
+    const bool up = wheel ? GET_WHEEL_DELTA_WPARAM(message.wParam) >= 1 : message.wParam == VK_UP;
+    return Step(focused, up);
+}
+
+bool NumericEntry::Step(int controlId, bool up) {
+    const NumericTarget target = FindNumeric(m_table, controlId);
+    if (!target.row) {
+        return false;
+    }
+    const HWND edit = Item(target.row->edit);
+    const HWND numerator = target.row->numerator != 0 ? Item(target.row->numerator) : nullptr;
+    const auto step = StepNumeric(target, TextOf(edit), TextOf(numerator), up, m_context);
+    if (!step) {
+        return false;
+    }
+    SetTextIfChanged(edit, step->edit);
+    if (step->numerator && numerator) {
+        SetTextIfChanged(numerator, *step->numerator);
+    }
+    MoveCaretToEnd(Item(controlId));
+    return true;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "controls/numeric_rules.h"
+
+#include <commctrl.h>
+#include <windows.h>
+
+// The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel
+// and spin buttons. The dialog describes its rows in a table and its contract in a context; both have to
+// outlive this object.
+class NumericEntry {
+public:
+    NumericEntry(const NumericTable& table, const INumericContext& context)
+        : m_table(table), m_context(context) {}
+
+    // Once the controls exist: limits the length of what can be typed.
+    void Attach(HWND dialog);
+
+    // For EN_UPDATE of every edit of the table: puts the last good text back when the new one is no number.
+    void OnTextUpdate(int controlId);
+
+    // For UDN_DELTAPOS of every spin button of the table: focuses and steps its edit. The spin button's own
+    // position has to stay, so the notification's result is 1, which this function returns.
+    LRESULT OnSpin(const NMHDR* notification);
+
+    // For messages of the dialog's loop: steps the focused edit for an arrow key or the wheel. True when a
+    // step was made, the message is consumed then.
+    bool OnMessage(const MSG& message);
+
+    // Steps one control; false when it has no steps.
+    bool Step(int controlId, bool up);
+
+private:
+    int FocusedControl() const;
+    HWND Item(int id) const { return GetDlgItem(m_dialog, id); }
+
+    const NumericTable& m_table;
+    const INumericContext& m_context;
+    NumericTextRule m_rule;
+    HWND m_dialog = nullptr;
+    bool m_restoring = false;
+};

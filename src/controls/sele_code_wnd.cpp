@@ -1,0 +1,350 @@
+#include "controls/sele_code_wnd.h"
+
+#include "controls/placement.h"
+#include "controls/window_placement.h"
+#include "framework/module_instance.h"
+#include "framework/owned_handle.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr SIZE kPopupSize{438, 400};
+constexpr int kMargin = 2;
+constexpr int kTreeWidth = 280;
+constexpr int kLineLeft = 283;
+constexpr int kListLeft = 285;
+constexpr COLORREF kLineColour = RGB(240, 240, 240);
+
+// The list shows as many blank rows when it has nothing else.
+constexpr int kBlankRows = 10;
+constexpr int kListColumnsWidth = 169;
+
+LOGFONTA TreeFont() {
+    LOGFONTA font{};
+    font.lfHeight = -19;
+    font.lfWeight = 550;
+    font.lfCharSet = DEFAULT_CHARSET;
+    font.lfOutPrecision = OUT_STROKE_PRECIS;
+    font.lfClipPrecision = CLIP_STROKE_PRECIS;
+    font.lfQuality = DRAFT_QUALITY;
+    font.lfPitchAndFamily = VARIABLE_PITCH;
+    std::strcpy(font.lfFaceName, "SimSun");
+    return font;
+}
+
+// "G" and "Y" commodities have no contracts to choose from.
+bool HasNoContractLevel(char commodityType) {
+    return commodityType == CommodityType::kGoods || commodityType == CommodityType::kGoodsDeferred;
+}
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CSeleCodeWnd, CWnd)
+ON_WM_CREATE()
+ON_WM_SIZE()
+ON_WM_PAINT()
+ON_WM_ACTIVATE()
+ON_WM_NCACTIVATE()
+ON_WM_DESTROY()
+END_MESSAGE_MAP()
+
+CSeleCodeWnd::CSeleCodeWnd(TradeData (*trade)()) : m_trade(trade) {
+    m_treeFont.CreateFontIndirect(TreeFont());
+    m_listFont.CreatePointFont(130, "Microsoft YaHei");
+}
+
+CSeleCodeWnd::~CSeleCodeWnd() {
+    // While the children still exist: their notifications come here.
+    if (m_hWnd) {
+        DestroyWindow();
+    }
+}
+
+// --- creation and layout ---
+
+bool CSeleCodeWnd::CreatePopup(HWND owner) {
+    const char* windowClass = RegisterModuleClass(CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS | CS_PARENTDC);
+    const RECT rect{0, 0, kPopupSize.cx, kPopupSize.cy};
+    return windowClass && CreateEx(0, windowClass, "", WS_POPUP | WS_BORDER, rect, owner);
+}
+
+int CSeleCodeWnd::OnCreate(LPCREATESTRUCT create) {
+    if (CWnd::OnCreate(create) == -1) {
+        return -1;
+    }
+    constexpr DWORD kTreeStyle = WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
+                                 TVS_SHOWSELALWAYS | TVS_FULLROWSELECT;
+    m_tree.Create(kTreeStyle, RECT{}, m_hWnd, kSeleCodeTreeId);
+    m_tree.ShowWindow(SW_SHOW);
+    m_tree.SetFont(m_treeFont.Get());
+    m_list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA, RECT{}, m_hWnd, kSeleCodeListId);
+    m_list.ShowWindow(SW_SHOW);
+    m_list.SetItemCount(kBlankRows);
+    m_list.SetFont(m_listFont.Get());
+    SetUpColumns();
+    return 0;
+}
+
+void CSeleCodeWnd::OnSize(UINT type, int width, int height) {
+    CWnd::OnSize(type, width, height);
+    if (!m_tree.m_hWnd || (width == 0 && height == 0)) {
+        return;
+    }
+    const int childHeight = height - 2 * kMargin;
+    ::MoveWindow(m_tree.m_hWnd, kMargin, kMargin, kTreeWidth, childHeight, TRUE);
+    ::MoveWindow(m_list.m_hWnd, kListLeft, kMargin, width - kListLeft - kMargin, childHeight, TRUE);
+}
+
+void CSeleCodeWnd::OnPaint() {
+    const RECT window = GetWindowRect();
+    PAINTSTRUCT paint;
+    HDC dc = ::BeginPaint(m_hWnd, &paint);
+    {
+        PenHandle pen(::CreatePen(PS_SOLID, 1, kLineColour));
+        SelectedObject selected(dc, pen.Get());
+        ::MoveToEx(dc, kLineLeft, kMargin, nullptr);
+        ::LineTo(dc, kLineLeft, window.bottom - window.top - 2 * kMargin);
+    }
+    ::EndPaint(m_hWnd, &paint);
+}
+
+void CSeleCodeWnd::PlaceUnder(HWND button) {
+    RECT at{};
+    if (!m_hWnd || !::GetWindowRect(button, &at)) {
+        return;
+    }
+    const RECT own = GetWindowRect();
+    const PixelSize size{static_cast<int>(own.right - own.left), static_cast<int>(own.bottom - own.top)};
+    const PixelSize screen{GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    const PixelRect buttonRect{static_cast<int>(at.left), static_cast<int>(at.top),
+                               static_cast<int>(at.right), static_cast<int>(at.bottom)};
+    const PixelPoint place = PlaceUnderButton(buttonRect, size, screen);
+    ::MoveWindow(m_hWnd, place.x, place.y, size.width, size.height, TRUE);
+}
+
+// --- showing and hiding ---
+
+void CSeleCodeWnd::Toggle() {
+    if (IsWindowVisible()) {
+        ShowWindow(SW_HIDE);
+    } else {
+        ShowWindow(SW_SHOW);
+        SetFocus();
+        m_tree.SetFocus();
+    }
+    Invalidate();
+    UpdateWindow();
+}
+
+void CSeleCodeWnd::OnActivate(UINT state, HWND other, bool minimized) {
+    CWnd::OnActivate(state, other, minimized);
+    if (state == WA_INACTIVE) {
+        ShowWindow(SW_HIDE);
+    }
+}
+
+BOOL CSeleCodeWnd::OnNcActivate(bool active) {
+    if (active) {
+        // The terminal's caption stays drawn as active while the popup has the focus.
+        HWND top = TopMostAncestor(m_hWnd);
+        if (top != m_hWnd) {
+            ::SendMessageA(top, WM_NCACTIVATE, TRUE, 0);
+        }
+    }
+    return CWnd::OnNcActivate(active);
+}
+
+void CSeleCodeWnd::OnDestroy() {
+    CWnd::OnDestroy();
+    m_tree.DeleteAllItems();
+    m_catalog.clear();
+    m_built = false;
+    m_lastOpened = nullptr;
+}
+
+// --- the tree ---
+
+void CSeleCodeWnd::Refresh(const std::string& sign) {
+    const TradeData trade = m_trade();
+    if ((!sign.empty() || trade.SignEntryCount(sign) > 0) && (sign != m_lastSign || sign.empty())) {
+        m_built = false;
+        m_lastSign = sign;
+    }
+    if (m_built || !m_hWnd) {
+        return;
+    }
+    m_rows.ClearContracts();
+    m_tree.SendMessage(WM_SETREDRAW, FALSE);
+    m_tree.DeleteAllItems();
+    m_lastOpened = nullptr;
+    m_catalog = BuildCatalog(trade, sign, m_forwardOnly);
+    InsertNodes(m_catalog, TVI_ROOT);
+    m_built = !m_catalog.empty();
+    if (m_catalog.size() == 1) {
+        m_tree.Expand(m_tree.GetRootItem());
+    }
+    m_tree.SendMessage(WM_SETREDRAW, TRUE);
+    m_tree.Invalidate();
+    m_tree.UpdateWindow();
+}
+
+void CSeleCodeWnd::InsertNodes(const std::vector<CatalogNode>& nodes, HTREEITEM parent) {
+    for (const CatalogNode& node : nodes) {
+        HTREEITEM item = m_tree.InsertItem(node.text, reinterpret_cast<LPARAM>(node.data.c_str()), parent);
+        if (item) {
+            InsertNodes(node.children, item);
+        }
+    }
+}
+
+void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
+    POINT cursor{};
+    ::GetCursorPos(&cursor);
+    ::ScreenToClient(m_tree.m_hWnd, &cursor);
+    UINT cursorPart = 0;
+    m_tree.HitTest(cursor, &cursorPart);
+
+    const DWORD position = ::GetMessagePos();
+    POINT clicked{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+    ::ScreenToClient(m_tree.m_hWnd, &clicked);
+    HTREEITEM item = m_tree.HitTest(clicked);
+    if (!item) {
+        return;
+    }
+    if ((cursorPart & TVHT_ONITEMBUTTON) == 0) {
+        m_tree.Expand(item);
+    }
+    m_tree.SelectItem(item);
+    OpenSingleChildren(m_tree.GetSelectedItem());
+    m_choice = ChoiceOf(m_tree.GetSelectedItem());
+    if (m_choice.level == ContractChoice::Level::Exchange) {
+        CloseOtherExchanges(m_tree.GetSelectedItem());
+    }
+    if (HasNoContractLevel(m_choice.commodityType)) {
+        ShowWindow(SW_HIDE);
+    }
+    FillList();
+    if (!SendChoice(TreeClickText(m_choice))) {
+        // Nothing more may happen in a tree that is gone.
+        *result = 1;
+    }
+}
+
+void CSeleCodeWnd::OpenSingleChildren(HTREEITEM item) {
+    while (item) {
+        HTREEITEM child = m_tree.GetChildItem(item);
+        if (!child || m_tree.GetNextSiblingItem(child)) {
+            return;
+        }
+        m_tree.Expand(child);
+        item = child;
+    }
+}
+
+void CSeleCodeWnd::CloseOtherExchanges(HTREEITEM item) {
+    if (item == m_lastOpened || !m_tree.IsExpanded(item)) {
+        return;
+    }
+    for (HTREEITEM other = m_tree.GetRootItem(); other; other = m_tree.GetNextSiblingItem(other)) {
+        if (other != item) {
+            m_tree.Expand(other, TVE_COLLAPSE);
+        }
+    }
+    m_lastOpened = item;
+}
+
+ContractChoice CSeleCodeWnd::ChoiceOf(HTREEITEM item) const {
+    std::vector<std::string_view> path;
+    for (; item; item = m_tree.GetParentItem(item)) {
+        const auto* data = reinterpret_cast<const char*>(m_tree.GetItemData(item));
+        path.push_back(data ? std::string_view(data) : std::string_view());
+    }
+    return ReadChoice(path);
+}
+
+// --- the list ---
+
+void CSeleCodeWnd::FillList() {
+    if (!m_rows.Load(m_choice, m_trade())) {
+        m_list.Invalidate();
+        return;
+    }
+    SetUpColumns();
+    if (const std::size_t count = m_rows.Count(m_choice.commodityType)) {
+        m_list.SetItemCount(static_cast<int>(count));
+        m_list.Invalidate();
+    }
+}
+
+void CSeleCodeWnd::SetUpColumns() {
+    m_list.DeleteAllItems();
+    while (m_list.GetColumnCount() > 0 && m_list.DeleteColumn(0)) {
+    }
+    m_list.SetItemCount(kBlankRows);
+    const int width = kListColumnsWidth - GetSystemMetrics(SM_CXVSCROLL);
+    const bool option = m_choice.commodityType == CommodityType::kOption;
+    if (option) {
+        m_list.InsertColumn(0, "Call", LVCFMT_LEFT, width / 2);
+        m_list.InsertColumn(1, "Put", LVCFMT_LEFT, width / 2);
+    } else {
+        m_list.InsertColumn(0, "code", LVCFMT_LEFT, width);
+    }
+    m_list.SetExtendedStyle(LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT);
+    const LONG style = ::GetWindowLongA(m_list.m_hWnd, GWL_STYLE) & ~LVS_NOCOLUMNHEADER;
+    ::SetWindowLongA(m_list.m_hWnd, GWL_STYLE, option ? style : style | LVS_NOCOLUMNHEADER);
+}
+
+void CSeleCodeWnd::ShowCell(NMLVDISPINFOA& cell) const {
+    LVITEMA& item = cell.item;
+    if ((item.mask & LVIF_TEXT) == 0 || !item.pszText || item.cchTextMax <= 0 || item.iItem < 0 ||
+        static_cast<std::size_t>(item.iItem) >= m_rows.Count(m_choice.commodityType)) {
+        return;
+    }
+    const std::string text =
+        m_rows.Text(m_choice.commodityType, static_cast<std::size_t>(item.iItem), item.iSubItem);
+    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(item.cchTextMax) - 1);
+    std::memcpy(item.pszText, text.data(), length);
+    item.pszText[length] = 0;
+}
+
+// --- notifications ---
+
+BOOL CSeleCodeWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
+    if (header.hwndFrom == m_tree.m_hWnd && header.code == NM_CLICK) {
+        *result = 0;
+        OnTreeClick(result);
+        return TRUE;
+    }
+    if (header.hwndFrom == m_list.m_hWnd && header.code == LVN_GETDISPINFOA) {
+        ShowCell(*reinterpret_cast<NMLVDISPINFOA*>(lParam));
+        *result = 0;
+        return TRUE;
+    }
+    if (header.hwndFrom == m_list.m_hWnd && header.code == NM_CLICK) {
+        return OnListClick(*reinterpret_cast<const NMITEMACTIVATE*>(lParam), wParam, lParam, result);
+    }
+    return CWnd::OnNotify(wParam, lParam, result);
+}
+
+BOOL CSeleCodeWnd::OnListClick(const NMITEMACTIVATE& click, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    if (m_list.GetSelectionMark() != -1) {
+        const std::string cell = m_list.GetItemText(click.iItem, click.iSubItem);
+        if (!SendChoice(ListClickText(m_choice, cell))) {
+            return TRUE;
+        }
+        ShowWindow(SW_HIDE);
+        *result = 0;
+    }
+    return CWnd::OnNotify(wParam, lParam, result);
+}
+
+bool CSeleCodeWnd::SendChoice(const std::string& text) {
+    const std::string sign = m_choice.sign;  // outlives the popup
+    WindowWatch watch(this);
+    ::SendMessageA(m_notifyWindow, WM_SELECTCODE, reinterpret_cast<WPARAM>(text.c_str()),
+                   reinterpret_cast<LPARAM>(sign.c_str()));
+    return watch.WindowAlive();
+}

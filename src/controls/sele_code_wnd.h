@@ -1,0 +1,81 @@
+#pragma once
+
+#include "controls/contract_catalog.h"
+#include "controls/sele_code_tree_ctrl.h"
+#include "controls/sele_sub_list_ctrl.h"
+#include "framework/font.h"
+#include "framework/wnd.h"
+#include "trade/host_services.h"
+
+#include <string>
+#include <vector>
+
+// Sent to the popup's owner on every choice: wParam is the contract text, lParam the sign of the trade data
+// that it came from (both const char*, valid during the call). The owner may destroy the popup meanwhile.
+inline constexpr UINT WM_SELECTCODE = WM_USER + 110;
+
+inline constexpr UINT kSeleCodeTreeId = 11100;
+inline constexpr UINT kSeleCodeListId = 11101;
+
+// The popup in which a contract is picked with the mouse: a tree of exchanges, commodities and option series,
+// and beside it the contracts or strikes of the chosen one. Only clicks choose; moving about with the
+// keyboard sends nothing.
+class CSeleCodeWnd : public CWnd {
+public:
+    // `trade` is asked whenever the tree or the list is filled.
+    explicit CSeleCodeWnd(TradeData (*trade)() = &CurrentTradeData);
+    ~CSeleCodeWnd() override;
+
+    // The hidden popup over `owner`, which is not told about choices before SetNotifyWnd. False when it could
+    // not be created.
+    bool CreatePopup(HWND owner);
+    void SetNotifyWnd(HWND owner) { m_notifyWindow = owner; }
+    // Only exchanges that trade on the nearby/forward model; from the next Refresh on.
+    void SetExchangeFilter(bool forwardOnly) { m_forwardOnly = forwardOnly; }
+    // Fills the tree with the sign's data ("" means all); keeps it when it is filled already and neither the
+    // sign nor the host asks for a new one.
+    void Refresh(const std::string& sign);
+    // Moves the popup under the button that opens it, size unchanged.
+    void PlaceUnder(HWND button);
+    // Hides the visible popup; shows and focuses the hidden one.
+    void Toggle();
+
+protected:
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+    int OnCreate(LPCREATESTRUCT create);
+    void OnSize(UINT type, int width, int height);
+    void OnPaint();
+    void OnActivate(UINT state, HWND other, bool minimized);
+    BOOL OnNcActivate(bool active);
+    void OnDestroy();
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void InsertNodes(const std::vector<CatalogNode>& nodes, HTREEITEM parent);
+    void OnTreeClick(LRESULT* result);
+    void OpenSingleChildren(HTREEITEM item);
+    void CloseOtherExchanges(HTREEITEM item);
+    ContractChoice ChoiceOf(HTREEITEM item) const;
+    void FillList();
+    void SetUpColumns();
+    BOOL OnListClick(const NMITEMACTIVATE& click, WPARAM wParam, LPARAM lParam, LRESULT* result);
+    void ShowCell(NMLVDISPINFOA& cell) const;
+    // False when the owner destroyed the popup.
+    bool SendChoice(const std::string& text);
+
+    TradeData (*m_trade)();
+    HWND m_notifyWindow = nullptr;
+    bool m_built = false;
+    bool m_forwardOnly = false;
+    std::string m_lastSign;
+    std::vector<CatalogNode> m_catalog;  // owns the texts that the tree's item data point to
+    HTREEITEM m_lastOpened = nullptr;    // the exchange that was opened last
+    ContractChoice m_choice;
+    ContractRows m_rows;
+    CFont m_treeFont;
+    CFont m_listFont;
+    CSeleCodeTreeCtrl m_tree;
+    CSeleSubListCtrl m_list;
+};

@@ -1,0 +1,84 @@
+#include "controls/sele_sub_list_ctrl.h"
+
+#include "controls/sele_code_tree_ctrl.h"
+#include "framework/owned_handle.h"
+
+namespace {
+constexpr int kTextIndent = 5;
+}
+
+BEGIN_MESSAGE_MAP(CSeleSubListCtrl, CListCtrl)
+ON_WM_NCHITTEST()
+ON_WM_MOUSEMOVE()
+ON_NOTIFY_REFLECT(NM_CLICK, &CSeleSubListCtrl::OnClick)
+ON_NOTIFY_REFLECT(NM_CUSTOMDRAW, &CSeleSubListCtrl::OnCustomDraw)
+END_MESSAGE_MAP()
+
+LRESULT CSeleSubListCtrl::OnNcHitTest(POINT point) {
+    const LRESULT hit = CListCtrl::OnNcHitTest(point);
+    FocusOnHover(m_hWnd, hit);
+    return hit;
+}
+
+void CSeleSubListCtrl::OnMouseMove(UINT keys, POINT point) {
+    int row = -1;
+    int column = -1;
+    SubItemHitTest(point, &row, &column);
+    SetHotCell(row, column);
+    CListCtrl::OnMouseMove(keys, point);
+}
+
+void CSeleSubListCtrl::OnClick(NMHDR* notification, LRESULT* result) {
+    const auto& click = *reinterpret_cast<const NMITEMACTIVATE*>(notification);
+    SetHotCell(click.iItem, click.iSubItem);
+    *result = 0;
+}
+
+void CSeleSubListCtrl::SetHotCell(int row, int column) {
+    const RECT old = CellRect(m_hotRow, m_hotColumn);
+    ::InvalidateRect(m_hWnd, &old, TRUE);
+    m_hotRow = row;
+    m_hotColumn = column;
+    const RECT hot = CellRect(m_hotRow, m_hotColumn);
+    ::InvalidateRect(m_hWnd, &hot, TRUE);
+}
+
+RECT CSeleSubListCtrl::CellRect(int row, int column) const {
+    RECT rect{};
+    if (row < 0 || column < 0 ||
+        !GetSubItemRect(row, column, column == 0 ? LVIR_LABEL : LVIR_BOUNDS, &rect)) {
+        return RECT{};
+    }
+    return rect;
+}
+
+void CSeleSubListCtrl::OnCustomDraw(NMHDR* notification, LRESULT* result) {
+    const auto& draw = *reinterpret_cast<const NMLVCUSTOMDRAW*>(notification);
+    switch (draw.nmcd.dwDrawStage) {
+        case CDDS_PREPAINT:
+            *result = CDRF_NOTIFYITEMDRAW;
+            break;
+        case CDDS_ITEMPREPAINT:
+            *result = CDRF_NOTIFYSUBITEMDRAW;
+            break;
+        case CDDS_ITEMPREPAINT | CDDS_SUBITEM:
+            PaintCell(draw.nmcd.hdc, static_cast<int>(draw.nmcd.dwItemSpec), draw.iSubItem);
+            *result = CDRF_SKIPDEFAULT;
+            break;
+        default:
+            *result = 0;
+            break;
+    }
+}
+
+void CSeleSubListCtrl::PaintCell(HDC dc, int row, int column) const {
+    const std::string text = GetItemText(row, column);
+    RECT cell = CellRect(row, column);
+    ::FillRect(dc, &cell, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+    if (row == m_hotRow && column == m_hotColumn) {
+        ::FillRect(dc, &cell, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+    }
+    cell.left += kTextIndent;
+    cell.right += kTextIndent;
+    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &cell, 0);
+}

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "controls/coded_text.h"
+#include "framework/controls.h"
+
+#include <string>
+#include <vector>
+
+// The message "WM_LBUTTONCLK", registered when the module is loaded: a combo box sends it to its own window
+// when it was clicked once. wParam as in WM_LBUTTONUP, lParam the point of the click.
+extern const UINT g_uLButtonClick;
+
+// A drop-down combo box of coded lines ("SHFE Shanghai Futures Exchange"). It shows and returns the code,
+// completes a typed code, aligns the names into one column, and tells the nearest dialog above it about every
+// selection that a program makes (CB_SETCURSEL, CB_SELECTSTRING) as if the operator had made it.
+class CxComboBox : public CComboBox {
+public:
+    CxComboBox() = default;
+    ~CxComboBox() override;
+
+    // --- options ---
+
+    // Nothing can be typed; a click opens the list.
+    void SetListOnly(bool listOnly) { m_listOnly = listOnly; }
+    void SetNoContextMenu(bool noContextMenu) { m_noContextMenu = noContextMenu; }
+    void SetNoUndo(bool noUndo) { m_noUndo = noUndo; }
+    void SetNoDelete(bool noDelete) { m_noDelete = noDelete; }
+    // Off: lines have no code, nothing is completed or aligned.
+    void SetSplit(bool split) { m_split = split; }
+    // The edit part shows the whole line of the selected item instead of its code; its text reads as the code
+    // either way.
+    void SetShowFullText(bool showFullText);
+    // 0: no separator, the whole line is the code.
+    void SetSeparator(char separator) { m_format.separator = separator; }
+    // Lines that the open list shows before it scrolls.
+    void SetMinVisibleItems(int count);
+    int GetMinVisibleItems() const;
+
+    // --- items ---
+
+    // Replaces all items by these lines, aligned; the same as adding them and calling AlignColumns, in one
+    // pass. Nothing is selected and the edit part is empty afterwards.
+    void SetItems(std::vector<std::string> lines, bool fitWidth);
+    // Brings the names into one column. Item data, selection and the text shown are kept, and nothing is
+    // reported. `fitWidth`: the open list becomes as wide as its text.
+    void AlignColumns(bool fitWidth);
+    // Pixels of the widest line in `font` (null: the font of a fresh device context).
+    int WidestItem(HFONT font) const;
+
+    // Empty for an index that does not exist.
+    std::string GetItemCode(int index) const;
+    // The first item that begins with the code, if it has exactly that code; otherwise -1.
+    int FindItemByCode(const std::string& code) const;
+    // The code of the selected item; without a selection, of the text shown.
+    std::string GetCurrentCode() const;
+    std::string GetText() const;
+
+    BOOL PreTranslateMessage(MSG* message) override;
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    BOOL PreCreateWindow(CREATESTRUCT& create) override;
+    void PreSubclassWindow() override;
+
+    void OnTimer(UINT_PTR id);
+    void OnDestroy();
+    bool OnEditUpdate();
+    BOOL OnSetCursor(HWND window, UINT hitTest, UINT message);
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void AttachEdit();
+    void DetachEdit();
+    static LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR object);
+    LRESULT OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    bool SwallowsEditMessage(UINT message, WPARAM wParam) const;
+    template <typename Char>
+    LRESULT OnSetEditText(WPARAM wParam, const Char* text);
+    template <typename Char>
+    LRESULT OnGetEditText(WPARAM size, Char* buffer);
+    LRESULT OpenFromEdit(WPARAM wParam, LPARAM lParam);
+
+    template <typename Char>
+    void Complete();
+    void NotifyDialog(UINT notification) const;
+    void StopClickTimer();
+
+    // Bypasses the reporting of selections and the dispatch of messages.
+    LRESULT ListMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    void FillList(const AlignedLines& aligned, bool fitWidth);
+
+    HWND m_edit = nullptr;
+    CodedTextFormat m_format;
+    bool m_listOnly = false;
+    bool m_noContextMenu = false;
+    bool m_noUndo = false;
+    bool m_noDelete = false;
+    bool m_split = true;
+    bool m_showFullText = false;
+    bool m_typing = true;    // the last key was neither Delete nor Backspace
+    bool m_ownText = false;  // the control itself reads or sets the edit's whole text
+    int m_minVisibleItems = 0;
+
+    bool m_clickTimerRunning = false;
+    bool m_clickPending = false;
+    WPARAM m_clickKeys = 0;
+    LPARAM m_clickPoint = 0;
+};
