@@ -4,11 +4,52 @@
 #include "order/order_mode.h"
 #include "trade/contract_key.h"
 #include "trade/order_record.h"
+#include "trade/trade_data.h"
 
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <vector>
+
+namespace OrderType {
+inline constexpr char kMarket = '1';
+inline constexpr char kLimit = '2';
+inline constexpr char kStopLoss = '3';
+inline constexpr char kLimitStop = '4';
+inline constexpr char kExercise = '5';
+}  // namespace OrderType
+
+namespace OrderState {
+inline constexpr char kWorking = '4';
+inline constexpr char kPartiallyFilled = '5';
+inline constexpr char kFilled = '6';
+inline constexpr char kPartiallyCanceled = 'A';  // partly filled, the rest cancelled
+}  // namespace OrderState
+
+// The states of an order that has traded, all of it or a part.
+constexpr bool HasFill(char orderState) {
+    return orderState == OrderState::kPartiallyFilled || orderState == OrderState::kFilled ||
+           orderState == OrderState::kPartiallyCanceled;
+}
+
+namespace ValidType {
+inline constexpr char kDay = '0';
+inline constexpr char kTillDate = '2';
+}  // namespace ValidType
+
+namespace OrderSource {
+inline constexpr char kCarry = 'C';
+inline constexpr char kETrade = 'E';
+}  // namespace OrderSource
+
+// The spreads whose price may be zero or negative.
+constexpr bool IsSpread(char commodityType) {
+    return commodityType == CommodityType::kSpreadMonth || commodityType == CommodityType::kSpreadCommodity;
+}
+
+// Stands for the contract whose prompt date is three months ahead.
+inline constexpr const char* kThreeMonth = "3M";
 
 // One selectable account. Rows stand in ascending order of the account number.
 struct AccountRow {
@@ -65,12 +106,26 @@ struct OrderForm {
     std::vector<AccountRow> accounts;
 };
 
+// The codes of the words in the form; 0 where the word is none of the table's. A carry has its own source,
+// which its hidden list does not offer.
+struct OrderCodes {
+    char orderType = 0;
+    char orderState = 0;
+    char validType = 0;
+    char source = 0;
+    char direction = 0;
+};
+OrderCodes CodesOf(const OrderForm& form);
+
 // The commodity of the chosen contract as the dialog knows it, whatever the contract edit shows.
-inline CommodityKey CommodityKeyOf(const OrderForm& form) {
-    CommodityKey key{};
-    key.sign.Set(form.sign);
-    key.exchangeNo.Set(form.exchangeNo);
-    key.commodityType = form.commodityType;
-    key.commodityNo.Set(form.commodityNo);
-    return key;
-}
+CommodityKey CommodityKeyOf(const OrderForm& form);
+
+// The contract of the contract edit, under the commodity that the dialog knows. Nothing for a text that is
+// none.
+std::optional<ContractKey> ContractKeyOf(const OrderForm& form);
+
+// The number of the forward or underlying contract, "3M" included. A list item carries its name behind it.
+std::string ForwardContractNo(const OrderForm& form);
+
+// `contractNo` with the "3M" of the sign replaced by its prompt date; "3M" when that is not known.
+std::string DatedContractNo(const std::string& contractNo, const std::string& sign, const TradeData& trade);

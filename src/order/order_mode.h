@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 // What an order dialog works at. The host gives the mode as a number; a number without a name here looks like
 // Input and its confirm button sends nothing.
 enum class OrderMode : int {
@@ -15,3 +17,22 @@ enum class OrderMode : int {
 constexpr bool CorrectsOrder(OrderMode mode) {
     return mode == OrderMode::Modify || mode == OrderMode::RemoveFilled || mode == OrderMode::Move;
 }
+
+struct OrderModeTraits {
+    OrderMode mode;
+    int templateId;
+    unsigned titleId;    // string with the number and the account of the original order; 0: the template's
+    unsigned confirmId;  // 0: the template's, or the carry's own words
+    int focusId;         // control that has the focus first; 0: as the template gives it
+};
+
+// The traits of Input for a number without a name.
+const OrderModeTraits& TraitsOf(OrderMode mode);
+
+struct OrderRecord;
+// Title of the dialog; empty: the template's caption stays. `original` may be null.
+std::string OrderTitle(OrderMode mode, const OrderRecord* original);
+// Caption of the confirm button when the dialog opens; empty: the template's.
+std::string ConfirmText(OrderMode mode);
+// Caption of the confirm button once a direction was chosen, 0 for none.
+std::string ConfirmTextForDirection(OrderMode mode, char direction);

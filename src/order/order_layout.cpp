@@ -1,0 +1,234 @@
+#include "order/order_layout.h"
+
+#include "order/order_population.h"
+#include "res/string_table.h"
+#include "trade/code_tables.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <limits>
+
+namespace {
+
+using Then = ControlChange::Then;
+
+constexpr int kBottomRowControls[] = {IDC_CARRY_FEE_TEXT, IDC_CONFIRM, IDC_CANCEL, IDC_EX_SYSTEM_NO_LABEL,
+                                      IDC_EX_SYSTEM_NO};
+constexpr int kBottomMargin = 10;
+
+// Collects changes in order.
+class Changes {
+public:
+    void Show(std::initializer_list<int> ids, bool shown) {
+        for (const int id : ids) {
+            m_list.push_back({{id, WantedIf(shown), Wanted::Keep}, {}, Then::Nothing});
+        }
+    }
+    void Enable(std::initializer_list<int> ids, bool enabled) {
+        for (const int id : ids) {
+            m_list.push_back({{id, Wanted::Keep, WantedIf(enabled)}, {}, Then::Nothing});
+        }
+    }
+    void ShowAndEnable(std::initializer_list<int> ids, bool both) {
+        for (const int id : ids) {
+            m_list.push_back({{id, WantedIf(both), WantedIf(both)}, {}, Then::Nothing});
+        }
+    }
+    void Text(int id, std::string text) { m_list.push_back({{id}, std::move(text), Then::Nothing}); }
+    void Select(int id, std::string text) { m_list.push_back({{id}, std::move(text), Then::SelectText}); }
+    void Tell(int id, Then what) { m_list.push_back({{id}, {}, what}); }
+
+    void ShowRow(const PriceRowControls& row, bool shown) {
+        Show({row.label, row.whole, row.spin, row.plus, row.numerator, row.slash, row.denominator}, shown);
+    }
+    void EnableRow(const PriceRowControls& row, bool enabled, bool fraction) {
+        Enable({row.label, row.whole, row.spin}, enabled);
+        Enable({row.plus, row.numerator, row.slash, row.denominator}, enabled && fraction);
+    }
+    // What cannot be entered does not count.
+    void ZeroDisabled(const PriceRowControls& row, bool enabled, bool fraction) {
+        if (!enabled) {
+            Text(row.whole, "0");
+        }
+        if (!enabled || !fraction) {
+            Text(row.numerator, "0");
+        }
+    }
+
+    std::vector<ControlChange> Take() { return std::move(m_list); }
+
+private:
+    std::vector<ControlChange> m_list;
+};
+
+bool InFillState(const LayoutInput& input) {
+    return HasFill(input.orderState) || input.mode == OrderMode::Carry;
+}
+
+void RefreshFill(const LayoutInput& input, Changes& changes) {
+    const bool carry = input.mode == OrderMode::Carry;
+    const bool filled = InFillState(input);
+
+    const PriceRowControls& price = kPriceRows[kFillPriceRow];
+    changes.EnableRow(price, filled, input.fraction);
+    if (filled) {
+        changes.Text(price.whole, input.orderPriceWhole);
+    }
+    changes.ZeroDisabled(price, filled, input.fraction);
+    changes.EnableRow(kPriceRows[kFillPrice2Row], carry || (filled && input.spread), input.fraction);
+
+    // A whole fill takes the order's quantity, which the report of a changed order quantity copies.
+    const bool ownQty = filled && input.mode != OrderMode::Modify &&
+                        (carry || input.orderState != OrderState::kFilled);
+    changes.Enable({IDC_FILL_QTY_LABEL, IDC_FILL_QTY, IDC_FILL_QTY_SPIN}, ownQty);
+    if (!ownQty && input.mode != OrderMode::Modify) {
+        changes.Text(IDC_FILL_QTY, "0");
+    }
+    changes.Tell(IDC_ORDER_QTY, Then::TellChanged);
+
+    changes.Enable({IDC_FILL_NO_LABEL, IDC_FILL_NO}, filled);
+    changes.ShowAndEnable({IDC_CURRENCY_LABEL, IDC_CURRENCY, IDC_FEE_GIVEN, IDC_FEE}, filled);
+    if (!filled) {
+        changes.Text(IDC_FEE, "");
+    }
+}
+
+void RefreshOrder(const LayoutInput& input, Changes& changes) {
+    const bool order = input.mode != OrderMode::Carry;
+    changes.ShowAndEnable({IDC_SOURCE_LABEL, IDC_SOURCE, IDC_ORDER_TYPE_LABEL, IDC_ORDER_TYPE,
+                           IDC_ORDER_STATE_LABEL, IDC_ORDER_STATE, IDC_VALID_TYPE_LABEL, IDC_VALID_TYPE,
+                           IDC_ORDER_QTY_LABEL, IDC_ORDER_QTY, IDC_ORDER_QTY_SPIN, IDC_FORCE_CLOSE},
+                          order);
+    changes.Show({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, order);
+    changes.Enable({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, input.validType == ValidType::kTillDate);
+
+    const bool limit = input.orderType == OrderType::kLimit || input.orderType == OrderType::kLimitStop;
+    changes.ShowRow(kPriceRows[kOrderPriceRow], order);
+    changes.EnableRow(kPriceRows[kOrderPriceRow], limit, input.fraction);
+    changes.ZeroDisabled(kPriceRows[kOrderPriceRow], limit, input.fraction);
+
+    const bool stop = input.orderType == OrderType::kStopLoss || input.orderType == OrderType::kLimitStop;
+    changes.ShowRow(kPriceRows[kTriggerPriceRow], order);
+    changes.EnableRow(kPriceRows[kTriggerPriceRow], stop, input.fraction);
+    changes.ZeroDisabled(kPriceRows[kTriggerPriceRow], stop, input.fraction);
+}
+
+void RefreshPositionPrice(const PriceRowControls& row, bool carry, bool chosen, bool fraction,
+                          Changes& changes) {
+    changes.ShowRow(row, carry);
+    changes.EnableRow(row, chosen, fraction);
+    if (!chosen) {
+        changes.Text(row.whole, "");
+        changes.Text(row.numerator, "0");
+        changes.Tell(row.whole, Then::TellFocusLost);
+    }
+}
+
+void RefreshCarry(const LayoutInput& input, Changes& changes) {
+    const bool carry = input.mode == OrderMode::Carry;
+    changes.ShowAndEnable({IDC_FORWARD_CONTRACT_LABEL, IDC_FORWARD_CONTRACT}, carry);
+    changes.Show({IDC_FORWARD_DIRECTION_LABEL, IDC_FORWARD_DIRECTION, IDC_NEAR_CHOSEN_POSITION,
+                  IDC_FORWARD_CHOSEN_POSITION, IDC_NEAR_POSITION_QTY_LABEL, IDC_NEAR_POSITION_QTY,
+                  IDC_FORWARD_POSITION_QTY_LABEL, IDC_FORWARD_POSITION_QTY, IDC_FORWARD_FILL_QTY_LABEL,
+                  IDC_FORWARD_FILL_QTY},
+                 carry);
+    RefreshPositionPrice(kPriceRows[kNearPositionPriceRow], carry, input.nearPositionChosen, input.fraction,
+                         changes);
+    RefreshPositionPrice(kPriceRows[kForwardPositionPriceRow], carry, input.forwardPositionChosen,
+                         input.fraction, changes);
+}
+
+// The server keeps the number that the back office once gave; an order without one gets it now.
+void SetUpModify(const OrderForm& form, const TradeData& trade, const LocalMoment& now, Changes& changes) {
+    changes.Enable({IDC_UPPER_LABEL, IDC_UPPER, IDC_ACCOUNT_LABEL, IDC_ACCOUNT, IDC_CONTRACT_LABEL,
+                    IDC_CONTRACT, IDC_CONTRACT_PICK, IDC_DIRECTION_LABEL, IDC_DIRECTION},
+                   false);
+    const bool numberless = !form.original || form.original->systemNo.Empty();
+    changes.Enable({IDC_SYSTEM_NO_LABEL, IDC_SYSTEM_NO}, numberless);
+    if (numberless) {
+        const std::string operatorNo = OperatorNo(trade.User(form.account, form.sign));
+        changes.Text(IDC_SYSTEM_NO, ModifiedSystemNo(operatorNo, now));
+    }
+}
+
+}  // namespace
+
+LayoutInput LayoutInputOf(OrderForm& form, const CommodityRecord* commodity) {
+    LayoutInput input;
+    const OrderCodes codes = CodesOf(form);
+    const bool carry = form.mode == OrderMode::Carry;
+    input.mode = form.mode;
+    input.orderType = carry ? OrderType::kLimit : codes.orderType;
+    input.orderState = carry ? OrderState::kFilled : codes.orderState;
+    input.validType = carry ? ValidType::kDay : codes.validType;
+    if (commodity) {
+        constexpr std::uint32_t kMost = std::numeric_limits<std::int32_t>::max();
+        form.denominator = static_cast<std::int32_t>(std::min(commodity->tickDenominator + 0u, kMost));
+        input.fraction = commodity->tickDenominator >= 2;
+    }
+    input.spread = IsSpread(form.commodityType);
+    input.nearPositionChosen = form.nearPositionChosen;
+    input.forwardPositionChosen = form.forwardPositionChosen;
+    input.denominator = form.denominator;
+    input.orderPriceWhole = form.orderPrice.whole;
+    return input;
+}
+
+std::vector<ControlChange> RefreshChanges(const LayoutInput& input) {
+    Changes changes;
+    if (input.mode == OrderMode::Carry) {
+        changes.Select(IDC_ORDER_TYPE, OrderTypeToText(OrderType::kLimit));
+        changes.Select(IDC_ORDER_STATE, OrderStateToText(OrderState::kFilled));
+        changes.Select(IDC_VALID_TYPE, ValidTypeToText(ValidType::kDay));
+    }
+    RefreshFill(input, changes);
+    RefreshOrder(input, changes);
+    RefreshCarry(input, changes);
+    for (const PriceRowControls& row : kPriceRows) {
+        changes.Text(row.denominator, std::to_string(input.denominator));
+    }
+    return changes.Take();
+}
+
+ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMoment& now) {
+    ModeSetup setup;
+    setup.title = OrderTitle(form.mode, form.original);
+    setup.confirmText = ConfirmText(form.mode);
+    setup.focusId = TraitsOf(form.mode).focusId;
+    setup.disableAll = form.mode == OrderMode::RemoveFilled || form.mode == OrderMode::Move;
+
+    Changes changes;
+    if (form.mode == OrderMode::Carry) {
+        changes.Select(IDC_SOURCE, OrderSourceToText(OrderSource::kCarry));
+        changes.Select(IDC_DIRECTION, DirectionToText('B'));
+    } else if (form.mode == OrderMode::Modify) {
+        SetUpModify(form, trade, now, changes);
+    } else if (setup.disableAll) {
+        changes.Show({IDC_CURRENCY_LABEL, IDC_CURRENCY, IDC_FEE_GIVEN, IDC_FEE}, false);
+        if (form.mode == OrderMode::Move) {
+            changes.ShowAndEnable({IDC_ACCOUNT_LABEL, IDC_ACCOUNT}, true);
+        }
+    } else if (form.mode == OrderMode::Exercise) {
+        changes.Text(IDC_ORDER_TYPE, ResString(IDS_EXERCISE));
+    }
+    setup.changes = changes.Take();
+    return setup;
+}
+
+std::vector<ControlState> ValidDateStates(char validType) {
+    const Wanted enabled = WantedIf(validType == ValidType::kTillDate);
+    return {{IDC_VALID_DATE_LABEL, Wanted::Keep, enabled}, {IDC_VALID_DATE, Wanted::Keep, enabled}};
+}
+
+std::span<const int> BottomRowControls() {
+    return kBottomRowControls;
+}
+
+int BottomRowAnchor(OrderMode mode) {
+    return mode == OrderMode::Exercise ? IDC_DIRECTION : IDC_CURRENCY;
+}
+
+BottomRow BottomRowUnder(int anchorBottom, int confirmHeight) {
+    const int top = anchorBottom + kBottomMargin;
+    return {top, top + confirmHeight + kBottomMargin};
+}

@@ -1,0 +1,298 @@
+#include "order/order_population.h"
+
+#include "order/order_layout.h"
+#include "trade/code_tables.h"
+#include "trade/coded_lists.h"
+#include "trade/contract_text.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace {
+
+// The words of types, states, sources and directions are whole items: "Limit stop" is not "Limit".
+constexpr ComboSettings kComboSettings[] = {
+    //                     full   whole  menu  list   rows
+    {IDC_ACCOUNT, true, false, true, false, 10},
+    {IDC_UPPER, true, false, true, true, 10},
+    {IDC_SOURCE, false, true, true, true, 10},
+    {IDC_ORDER_TYPE, false, true, true, true, 0},
+    {IDC_ORDER_STATE, false, true, true, true, 10},
+    {IDC_VALID_TYPE, true, false, true, true, 0},
+    {IDC_DIRECTION, false, true, true, true, 10},
+    {IDC_FORWARD_DIRECTION, false, true, false, false, 0},
+    {IDC_FORWARD_CONTRACT, false, true, true, false, 30},
+    {IDC_CURRENCY, true, false, true, true, 0},
+};
+
+struct WordList {
+    int comboId;
+    std::string_view codes;
+    std::string (*toText)(char);
+};
+constexpr WordList kWordLists[] = {
+    {IDC_DIRECTION, "BS", DirectionToText},
+    {IDC_FORWARD_DIRECTION, "BS", DirectionToText},
+    {IDC_SOURCE, "EJPMSDR", OrderSourceToText},
+    {IDC_ORDER_TYPE, "2143", OrderTypeToText},
+    {IDC_ORDER_STATE, "49A56DB", OrderStateToText},
+    {IDC_VALID_TYPE, "43012", ValidTypeToLongText},
+};
+
+constexpr std::string_view kPreferredCurrency = "USD";
+
+bool BeginsWithIgnoringCase(std::string_view text, std::string_view head) {
+    return text.size() >= head.size() && std::equal(head.begin(), head.end(), text.begin(), [](char a, char b) {
+               return std::toupper(static_cast<unsigned char>(a)) ==
+                      std::toupper(static_cast<unsigned char>(b));
+           });
+}
+
+bool IsOpen(const OrderForm& form, const TradeData& trade) {
+    return ListsAreOpen(form.account, form.sign, trade);
+}
+
+std::vector<AccountRow> BuildAccountRows(const TradeData& trade) {
+    const std::vector<ServerConfigRecord> configs = trade.ServerConfigs();
+    std::vector<AccountRow> rows;
+    if (configs.empty()) {
+        return rows;
+    }
+    for (const UserRecord* user : trade.Users("")) {
+        if (!IsTradable(user)) {
+            continue;
+        }
+        const auto server = trade.ServerOf(*user, configs);
+        rows.push_back({user->accountNo.Str(), user->accountName.Str(),
+                        server ? server->name.Str() : std::string(), user->group->operatorNo.Str(),
+                        user->group->sign.Str()});
+    }
+    std::stable_sort(rows.begin(), rows.end(), [](const AccountRow& a, const AccountRow& b) {
+        return a.accountNo < b.accountNo;
+    });
+    return rows;
+}
+
+void TakeAccountRow(OrderForm& form, const AccountRow& row) {
+    form.account = row.accountNo;
+    form.sign = row.sign;
+}
+
+// The host writes prices in the notation of the contract; a fraction brings its denominator with it.
+void LoadPrice(OrderForm& form, PriceRowKind kind, double price, const TradeData& trade) {
+    SplitPrice split = SplitPriceText(trade.FormatPrice(form.original, price));
+    form.*kPriceRows[kind].value = std::move(split.row);
+    if (split.denominator != 0) {
+        form.denominator = split.denominator;
+    } else if (kind == kOrderPriceRow) {
+        form.denominator = 1;
+    }
+}
+
+void LoadDefaults(OrderForm& form, const TradeData& trade) {
+    form.orderState = OrderStateToText(OrderState::kWorking);
+    form.source = OrderSourceToText(OrderSource::kETrade);
+    form.validType = ValidTypeToText(ValidType::kDay);
+    form.orderType = OrderTypeToText(OrderType::kLimit);
+    if (const auto uppers = trade.Uppers(form.sign); IsOpen(form, trade) && !uppers.empty()) {
+        form.upper = uppers.front()->upperNo.Str();
+    }
+}
+
+void LoadOrder(OrderForm& form, const OrderRecord& order, const TradeData& trade) {
+    form.orderState = OrderStateToText(order.orderState);
+    form.source = OrderSourceToText(order.orderSource);
+    form.validType = ValidTypeToText(order.validType);
+    form.direction = DirectionToText(order.direction);
+    form.orderType = OrderTypeToText(order.orderType);
+    form.forcedClose = YNToFlag(order.forcedClose);
+    form.orderQty = static_cast<std::int32_t>(order.orderQty);
+    form.fillQty = static_cast<std::int32_t>(order.fillQty);
+    std::tm validUntil{};
+    ParseDateTimeFields(order.validUntil.Str().c_str(), kRecordTimePattern, validUntil);
+    if (validUntil.tm_mday > 0) {  // an order without such a date keeps the picker at today
+        form.validUntil = validUntil;
+    }
+    form.sign = order.key.sign.Str();
+    form.account = order.accountNo.Str();
+    form.exchangeNo = order.key.exchangeNo.Str();
+    form.commodityNo = order.key.commodityNo.Str();
+    form.commodityType = order.key.commodityType;
+    form.systemNo = order.systemNo.Str();
+    form.upper = order.upperNo.Str();
+    FormatContractText(order.key, form.contractNo, true, false, trade);
+    LoadPrice(form, kOrderPriceRow, order.orderPrice, trade);
+    LoadPrice(form, kTriggerPriceRow, order.triggerPrice, trade);
+    LoadPrice(form, kFillPriceRow, order.fillPrice, trade);
+    form.contractText = ShownContract(form).value_or("");
+}
+
+}  // namespace
+
+std::span<const ComboSettings> OrderComboSettings() {
+    return kComboSettings;
+}
+
+std::vector<std::string> WordItems(int comboId) {
+    std::vector<std::string> items;
+    for (const WordList& list : kWordLists) {
+        if (list.comboId == comboId) {
+            std::transform(list.codes.begin(), list.codes.end(), std::back_inserter(items), list.toText);
+        }
+    }
+    return items;
+}
+
+bool MayChangeAccount(const OrderForm& form, const TradeData& trade) {
+    if (form.account.empty() || form.sign.empty()) {
+        return true;
+    }
+    const UserRecord* user = trade.User(form.account, form.sign);
+    return user && user->group && user->group->accountLock != 'c';
+}
+
+ComboList ListCurrencies(OrderForm& form, const TradeData& trade) {
+    ComboList list;
+    if (!IsOpen(form, trade)) {
+        return list;
+    }
+    list.items = CurrencyItems(trade);
+    const auto preferred = std::find_if(list.items.begin(), list.items.end(), [](const std::string& item) {
+        return BeginsWithIgnoringCase(item, kPreferredCurrency);
+    });
+    if (preferred != list.items.end()) {
+        list.selected = static_cast<int>(preferred - list.items.begin());
+        form.currency = preferred->substr(0, preferred->find(' '));
+    }
+    return list;
+}
+
+ComboList ListUppers(const OrderForm& form, const TradeData& trade) {
+    return IsOpen(form, trade) ? ComboList{UpperItems(form.sign, trade), -1} : ComboList{};
+}
+
+ComboList ListAccounts(OrderForm& form, const TradeData& trade) {
+    ComboList list;
+    if (!IsOpen(form, trade)) {
+        return list;
+    }
+    form.accounts = BuildAccountRows(trade);
+    if (!form.accounts.empty()) {
+        form.sign = form.accounts.front().sign;
+    }
+    for (const AccountRow& row : form.accounts) {
+        list.items.push_back(CodedItem(row.accountNo, row.accountName));
+    }
+    return list;
+}
+
+std::optional<ComboList> ListForwardContracts(const OrderForm& form, const TradeData& trade) {
+    if (!IsOpen(form, trade) || form.exchangeNo.empty() || form.commodityNo.empty()) {
+        return std::nullopt;
+    }
+    ComboList list;
+    CommodityKey key = CommodityKeyOf(form);
+    if (form.mode == OrderMode::Exercise) {
+        const CommodityRecord* option = trade.Commodity(key);
+        if (!option) {
+            return list;
+        }
+        key.commodityType = option->relatedCommodityType;
+        key.commodityNo = option->relatedCommodityNo;
+    }
+    for (const ContractRecord* contract : trade.Contracts(key)) {
+        std::string item;
+        FormatContractText(contract->key, item, true, true, trade);
+        if (list.selected < 0 && !form.contractNo.empty() &&
+            item.substr(0, item.find(NameSeparator)) == form.contractNo) {
+            list.selected = static_cast<int>(list.items.size());
+        }
+        list.items.push_back(std::move(item));
+    }
+    return list;
+}
+
+void LoadOriginal(OrderForm& form, const TradeData& trade) {
+    if (form.original) {
+        LoadOrder(form, *form.original, trade);
+    } else {
+        LoadDefaults(form, trade);
+    }
+}
+
+void GenerateNumbers(OrderForm& form, const LocalMoment& now) {
+    if (form.mode == OrderMode::Move) {
+        return;
+    }
+    const std::string stamp = FormatLocalTime("%m%d%H%M%S%s", now);
+    if (form.mode != OrderMode::Modify) {
+        form.systemNo = "S_" + stamp;
+    }
+    form.exchangeFillNo = "M_" + stamp;
+}
+
+std::string ModifiedSystemNo(const std::string& operatorNo, const LocalMoment& now) {
+    return "S_" + operatorNo + "_" + FormatLocalTime("%Y%m%d%H%M%S%s", now);
+}
+
+void PrepareNextOrder(OrderForm& form, const LocalMoment& now) {
+    form.orderQty = 0;
+    GenerateNumbers(form, now);
+}
+
+bool TakeContract(OrderForm& form, const std::string& text, const TradeData& trade) {
+    ContractKey key{};
+    if (!ParseContractText(text, key)) {
+        return false;
+    }
+    form.exchangeNo = key.exchangeNo.Str();
+    form.commodityNo = key.commodityNo.Str();
+    form.commodityType = key.commodityType;
+    form.contractNo.clear();
+    FormatContractText(key, form.contractNo, true, false, trade);
+    return true;
+}
+
+std::optional<std::string> ShownContract(const OrderForm& form) {
+    // A commodity without contracts is known as a whole by its number.
+    const bool noContracts =
+        form.commodityType == CommodityType::kGoods || form.commodityType == CommodityType::kGoodsDeferred;
+    if (form.exchangeNo.empty() || form.commodityNo.empty() || (form.contractNo.empty() && !noContracts)) {
+        return std::nullopt;
+    }
+    return form.exchangeNo + ' ' + form.commodityNo + ' ' + form.contractNo;
+}
+
+bool TakeSelectedAccount(OrderForm& form, int index, std::string_view accountNo) {
+    if (index < 0 || static_cast<std::size_t>(index) >= form.accounts.size() ||
+        form.accounts[static_cast<std::size_t>(index)].accountNo != accountNo) {
+        return false;
+    }
+    TakeAccountRow(form, form.accounts[static_cast<std::size_t>(index)]);
+    return true;
+}
+
+bool TakeTypedAccount(OrderForm& form, std::string_view accountNo) {
+    const auto row = std::find_if(form.accounts.begin(), form.accounts.end(),
+                                  [&](const AccountRow& each) { return each.accountNo == accountNo; });
+    if (row == form.accounts.end()) {
+        return false;
+    }
+    TakeAccountRow(form, *row);
+    return true;
+}
+
+std::optional<std::int32_t> FillQtyOfOrderQty(OrderMode mode, char orderState, std::int32_t orderQty) {
+    if (orderState == OrderState::kFilled && mode != OrderMode::Modify) {
+        return orderQty;
+    }
+    return std::nullopt;
+}
+
+bool ForwardQtyFollows(OrderMode mode, char orderState) {
+    return mode == OrderMode::Carry || orderState == OrderState::kFilled;
+}
+
+std::string OppositeDirectionText(char direction) {
+    return direction ? DirectionToText(OppositeDirection(direction)) : std::string();
+}
