@@ -9,8 +9,8 @@
 // returns nonzero when the message was handled and must not be dispatched.
 class IEmendixOper {
 public:
-    virtual BOOL PreTranslateMessage(MSG* message) = 0;  // slot 0
-    virtual HWND GetSafeHwnd() = 0;                      // slot 1
+    virtual BOOL PreTranslateMessage(const MSG* message) = 0;  // slot 0
+    virtual HWND GetSafeHwnd() = 0;                            // slot 1
 
 protected:
     ~IEmendixOper() = default;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "framework/owned_handle.h"
+
+// A font that is deleted with its object.
+class CFont {
+public:
+    bool CreateFontIndirect(const LOGFONTA& description) {
+        m_font.Reset(::CreateFontIndirectA(&description));
+        return static_cast<bool>(m_font);
+    }
+    // `tenthsOfPoints`: the size, 130 for 13 points.
+    bool CreatePointFont(int tenthsOfPoints, const char* faceName);
+    HFONT Get() const { return m_font.Get(); }
+    void DeleteObject() { m_font.Reset(); }
+
+private:
+    FontHandle m_font;
+};

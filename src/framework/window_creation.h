@@ -1,0 +1,24 @@
+#pragma once
+
+#include "framework/wnd.h"
+
+// Binds `object` to the window that is created while this lives, before that window's first message. The
+// window is recognised by its creation parameter, or without a `token` as the next dialog window.
+class CreationBinding {
+public:
+    CreationBinding(CWnd& object, const void* token);
+    ~CreationBinding();
+    CreationBinding(const CreationBinding&) = delete;
+    CreationBinding& operator=(const CreationBinding&) = delete;
+
+private:
+    static LRESULT CALLBACK HookProc(int code, WPARAM wParam, LPARAM lParam);
+    bool IsExpected(HWND window, const CREATESTRUCTA& create) const;
+
+    CWnd& m_object;
+    const void* m_token;
+    CreationBinding* m_outer;
+    HHOOK m_hook = nullptr;
+    bool m_bound = false;
+    static CreationBinding* s_innermost;
+};
