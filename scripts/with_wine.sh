@@ -11,12 +11,14 @@ if [ "${1-}" != --inside ]; then
         path) PATH=$PATH:/usr/lib/wine exec "$@" ;;
         none) echo "no 32-bit Wine yet: run scripts/setup.sh" >&2; exit 125 ;;
     esac
-    flags=(--mount --propagation private)
+    flags=(--mount --propagation unchanged)
     [ "$(id -u)" = 0 ] || flags+=(--map-root-user)
     exec unshare "${flags[@]}" "$here/with_wine.sh" --inside "$@"
 fi
 shift
 
+# Fails in a chroot whose top is no mount point; such a machine shares no mounts either.
+mount --make-rprivate / 2>/dev/null || true
 top=$EMENDO_CACHE/mnt
 mount -t tmpfs -o mode=755 emendo-wine "$top"
 for entry in "$wine_root"/*; do
