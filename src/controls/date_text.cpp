@@ -1,5 +1,7 @@
 #include "controls/date_text.h"
 
+#include "controls/time_zone.h"
+
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -21,10 +23,6 @@ std::tm* LocalTime(const Time* time) {
 Time MakeTime(std::tm* fields) {
     return _mktime64(fields);
 }
-const char* TimeZoneName(bool daylight) {
-    _tzset();
-    return _tzname[daylight];
-}
 #else
 using Time = std::time_t;
 static_assert(sizeof(Time) == 8, "to be compiled for 64-bit times");
@@ -33,10 +31,6 @@ std::tm* LocalTime(const Time* time) {
 }
 Time MakeTime(std::tm* fields) {
     return std::mktime(fields);
-}
-const char* TimeZoneName(bool daylight) {
-    tzset();
-    return tzname[daylight];
 }
 #endif
 

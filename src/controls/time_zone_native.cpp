@@ -1,0 +1,8 @@
+#include "controls/time_zone.h"
+
+#include <ctime>
+
+std::string TimeZoneName(bool ofDaylightTime) {
+    tzset();
+    return tzname[ofDaylightTime];
+}
