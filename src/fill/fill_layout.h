@@ -1,0 +1,54 @@
+#pragma once
+
+#include "controls/control_state.h"
+#include "fill/fill_form.h"
+#include "trade/host_records.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+// The three shapes of the fill dialog. The template is the full one.
+enum class FillLayout {
+    Full,         // open contract row and second price row: a carry
+    Combination,  // the second price row in the place of the open contract row, the window one row shorter
+    Single,       // neither row, the window two rows shorter
+};
+
+// True for a control that is shut off when the dialog opens in this mode.
+bool StartsDisabled(int mode, bool forOrder, int controlId);
+
+// What decides which controls are shown and enabled.
+struct FillView {
+    int mode = FillMode::kFullInput;
+    char fillSource = 0;  // code; 0 for none
+    bool carry = false;
+    bool combination = false;
+    std::int32_t denominator = 1;  // of both prices
+
+    FillLayout Layout() const;
+};
+
+// `commodity` is the chosen one, null when it is not known; its denominator then stays the dialog's.
+FillView ViewOf(int mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator);
+
+// The controls whose state follows the view, and their states.
+std::vector<ControlState> FillControlStates(const FillView& view);
+
+// The controls that move when the layout changes, and by how many rows; negative is upwards. The window grows
+// by as much as its bottom controls move.
+std::span<const int> SecondPriceControls();
+std::span<const int> BottomControls();
+struct FillMove {
+    int secondPriceRows;
+    int bottomRows;
+};
+FillMove MoveBetween(FillLayout from, FillLayout to);
+
+// A window's top and bottom edge after a change of its height, split evenly between the two; an odd pixel goes
+// to the bottom.
+struct VerticalEdges {
+    int top;
+    int bottom;
+};
+VerticalEdges GrownEvenly(VerticalEdges edges, int growth);

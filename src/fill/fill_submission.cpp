@@ -1,0 +1,146 @@
+#include "fill/fill_submission.h"
+
+#include "fill/fill_checks.h"
+#include "fill/fill_request.h"
+#include "framework/format_text.h"
+#include "res/resource_ids.h"
+#include "res/string_table.h"
+#include "trade/code_tables.h"
+#include "trade/contract_text.h"
+
+namespace {
+
+FillOutcome StayOrGone(const FillDesk& desk) {
+    return desk.prompt.DialogExists() ? FillOutcome::Stay : FillOutcome::Gone;
+}
+
+FillOutcome Tell(const FillDesk& desk, const std::string& text, int captionId = IDS_TIPS) {
+    desk.prompt.Ask(text, ResString(captionId), PromptButtons::Ok);
+    return StayOrGone(desk);
+}
+
+bool Agrees(const FillDesk& desk, int questionId) {
+    return desk.prompt.Ask(ResString(questionId), ResString(IDS_TIPS), PromptButtons::YesNo) == PromptAnswer::Yes &&
+           desk.prompt.DialogExists();
+}
+
+// Sends the record, a combination as its two legs, which the record then holds last. The last send decides;
+// Close means that it was sent.
+FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
+    const CommodityRecord* commodity = FindCommodity(form, desk.trade);
+    const bool combination = commodity && IsTwoLegType(commodity->commodityType);
+    const std::string exchangeFillNo = fill.exchangeFillNo.Str();
+    SingleContractKey first{};
+    SingleContractKey second{};
+    if (combination) {
+        SplitContractLegs(ContractKeyOf(form), first, second, desk.trade);
+        fill.key = first;
+        fill.exchangeFillNo.Set(exchangeFillNo + "_1");
+    }
+    bool sent = desk.requests.SendFill(fill);
+    if (combination) {
+        fill.fillPrice = Price2Of(form);
+        fill.key = second;
+        fill.exchangeFillNo.Set(exchangeFillNo + "_2");
+        fill.direction = OppositeDirection(fill.direction);
+        sent = desk.requests.SendFill(fill);
+    }
+    return sent ? FillOutcome::Close : Tell(desk, ResString(IDS_SEND_INPUT_FAILED));
+}
+
+std::string NoPositionText(const FillRecord& fill) {
+    std::string contract;
+    FormatContractWithSign(contract, fill.key);
+    const std::string direction = DirectionToText(OppositeDirection(fill.direction));
+    const std::string text = ResString(IDS_NO_CLOSE_POSITION);
+    // The English words begin with the direction, the Chinese ones name the contract first.
+    const bool directionFirst = text.starts_with("%s");
+    return FormatText(text.c_str(), (directionFirst ? direction : contract).c_str(),
+                      (directionFirst ? contract : direction).c_str());
+}
+
+// The id of the message that forbids a carry from the close to the open date; 0 when nothing does.
+int DateMistake(const FillRecord& fill, const FillForm& form) {
+    const std::string openContract = form.openContract.substr(0, 19);
+    const int days = DaysBetween(ParseTimeValue(fill.key.contractNo.Str().c_str(), kPromptDatePattern),
+                                 ParseTimeValue(openContract.c_str(), kPromptDatePattern));
+    if (days == 0) {
+        return IDS_SAME_CLOSE_OPEN_CONTRACTS;
+    }
+    return days < 0 ? IDS_CLOSE_OPEN_CONTRACTS_REVERSED : 0;
+}
+
+bool HasPositionToClose(const FillRecord& fill, const FillForm& form, const TradeData& trade) {
+    const TradeData::Quantities held = trade.PositionQty(fill.accountNo.Str(), CloseContractKeyOf(form));
+    return !(held.shortQty == 0 && fill.direction == 'B') && !(held.longQty == 0 && fill.direction == 'S');
+}
+
+// Closes the position at one date and opens it at another. The open leg goes out whatever became of the close
+// leg: each tells its own failure.
+FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
+    const CommodityRecord* commodity = FindCommodity(form, desk.trade);
+    if (commodity && (commodity->commodityType == CommodityType::kSpreadMonth ||
+                      commodity->commodityType == CommodityType::kSpreadCommodity)) {
+        return Tell(desk, ResString(IDS_NO_SPREAD_CARRY), IDS_INPUT_FAILED_CAPTION);
+    }
+    if (const int mistake = DateMistake(fill, form)) {
+        return Tell(desk, ResString(mistake));
+    }
+    if (!HasPositionToClose(fill, form, desk.trade)) {
+        return Tell(desk, NoPositionText(fill));
+    }
+    fill.feeGiven = 'Y';
+    fill.fee = 0.0;
+    fill.carryPair = 'Y';
+    if (SendLegs(fill, form, desk) == FillOutcome::Gone) {
+        return FillOutcome::Gone;
+    }
+    fill.fillPrice = Price2Of(form);
+    fill.direction = OppositeDirection(fill.direction);
+    fill.key.contractNo.Set(form.openContract);
+    fill.fillNo.Set(fill.fillNo.Str() + "~");
+    fill.systemNo.Set(fill.systemNo.Str() + "~");
+    SetFee(fill, form);
+    return SendLegs(fill, form, desk);
+}
+
+FillOutcome SendInput(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
+    if (form.remainingOrderQty < form.fillQty && !Agrees(desk, IDS_ASK_FILL_ABOVE_REMAINING)) {
+        return StayOrGone(desk);
+    }
+    if (fill.fillSource == kCarrySource) {
+        return SendCarryPair(fill, form, desk);
+    }
+    SetFee(fill, form);
+    return SendLegs(fill, form, desk);
+}
+
+FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
+    if (form.fill) {
+        fill.fillNo = form.fill->fillNo;
+    }
+    fill.key = FirstLegOf(ContractKeyOf(form));
+    return desk.requests.RemoveFill(fill) ? FillOutcome::Close : Tell(desk, ResString(IDS_SEND_REMOVE_FAILED));
+}
+
+}  // namespace
+
+FillOutcome SubmitFill(const FillForm& form, const FillDesk& desk) {
+    switch (CheckFill(form, desk.trade, desk.prompt)) {
+        case FillCheck::Passed:
+            break;
+        case FillCheck::Refused:
+            return StayOrGone(desk);
+        case FillCheck::PriceDoubted:
+            return desk.prompt.DialogExists() ? FillOutcome::StayWithPrice : FillOutcome::Gone;
+    }
+    FillRecord fill = MakeFillRecord(form, desk.clock.Now());
+    switch (form.mode) {
+        case FillMode::kModify:
+            return Tell(desk, ResString(IDS_SEND_MODIFY_FAILED));
+        case FillMode::kRemove:
+            return Remove(fill, form, desk);
+        default:
+            return SendInput(fill, form, desk);
+    }
+}
