@@ -1,6 +1,7 @@
 #include "controls/numeric_entry.h"
 
 #include "controls/number_text.h"
+#include "framework/message_map.h"
 #include "framework/window_helpers.h"
 
 void NumericEntry::Attach(HWND dialog) {

@@ -2,7 +2,6 @@
 
 #include "controls/numeric_rules.h"
 
-#include <commctrl.h>
 #include <windows.h>
 
 // The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel

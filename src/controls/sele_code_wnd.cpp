@@ -207,7 +207,8 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
     m_tree.HitTest(cursor, &cursorPart);
 
     const DWORD position = ::GetMessagePos();
-    POINT clicked{GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+    const POINTS at = MAKEPOINTS(position);
+    POINT clicked{at.x, at.y};
     ::ScreenToClient(m_tree.m_hWnd, &clicked);
     HTREEITEM item = m_tree.HitTest(clicked);
     if (!item) {

@@ -446,7 +446,8 @@ BOOL CxComboBox::PreTranslateMessage(MSG* message) {
                 break;
             case WM_LBUTTONUP: {
                 const RECT client = GetClientRect();
-                const POINT point{GET_X_LPARAM(message->lParam), GET_Y_LPARAM(message->lParam)};
+                const POINTS at = MAKEPOINTS(message->lParam);
+                const POINT point{at.x, at.y};
                 if (m_clickTimerRunning && PtInRect(&client, point)) {
                     m_clickPending = true;
                     m_clickKeys = message->wParam;
@@ -479,8 +480,7 @@ void CxComboBox::OnTimer(UINT_PTR id) {
     if (m_clickPending) {
         StopClickTimer();
         WindowWatch watch(this);
-        SendMessage(g_uLButtonClick, m_clickKeys,
-                    MAKELPARAM(GET_X_LPARAM(m_clickPoint), GET_Y_LPARAM(m_clickPoint)));
+        SendMessage(g_uLButtonClick, m_clickKeys, m_clickPoint);  // x in the low half, y in the high one
         if (!watch.WindowAlive()) {
             return;
         }
