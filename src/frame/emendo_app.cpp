@@ -1,0 +1,40 @@
+#include "frame/emendo_app.h"
+
+#include "fill/fill_dialog.h"
+#include "framework/guard.h"
+#include "order/order_dialog.h"
+
+CEmendoOrdApp theApp;
+
+namespace {
+
+// A dialog that outlived the module would run code that is no longer there.
+void CloseLeftOpen(CDialog* dialog) {
+    if (dialog && GetWindowThreadProcessId(dialog->m_hWnd, nullptr) == GetCurrentThreadId()) {
+        dialog->DestroyWindow();
+    }
+}
+
+}  // namespace
+
+BOOL CEmendoOrdApp::InitInstance() {
+    CWinApp::InitInstance();
+    return TRUE;
+}
+
+void CEmendoOrdApp::ExitInstance() {
+    CloseLeftOpen(g_pOrderDialog);
+    CloseLeftOpen(g_pFillDialog);
+    CWinApp::ExitInstance();
+}
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnds) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        DisableThreadLibraryCalls(module);
+        return Guarded([] { return theApp.InitInstance(); }, FALSE);
+    }
+    if (reason == DLL_PROCESS_DETACH && !processEnds) {
+        Guarded([] { theApp.ExitInstance(); });
+    }
+    return TRUE;
+}
