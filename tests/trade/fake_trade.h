@@ -27,9 +27,13 @@ public:
     std::string priceText;  // what FormatPrice writes, as far as the buffer goes, without a terminator
     std::string log;        // the arguments of the last look-up that takes texts
     std::vector<ITradeSpi*> listeners;
+    int unregistrations = 0;
 
     void RegisterSpi(ITradeSpi* listener) override { listeners.push_back(listener); }
-    void UnregisterSpi(ITradeSpi* listener) override { std::erase(listeners, listener); }
+    void UnregisterSpi(ITradeSpi* listener) override {
+        ++unregistrations;
+        std::erase(listeners, listener);
+    }
     void ListSignEntries(IDataContainer* list, const char* sign) override { AddAll(list, signEntries, sign); }
     ServerRecord* GetUserServer(const char* serverKey, UserRecord*) override {
         log = serverKey;

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "framework/guard.h"
+#include "framework/wnd.h"
+#include "trade/trader_spi.h"
+
+// The hidden window that receives a listener's events on the thread that made it. The window is the listener
+// that the host knows; it outlives its handle at both ends, so the host always finds an object to ask.
+class _TraderSpiWnd final : public CWnd, public TraderSpi {
+public:
+    _TraderSpiWnd(ITradeSpi* target, ITradeSpiSwitch* dispatcher);
+    ~_TraderSpiWnd() override;
+
+    // The host posts its events to this window; may be asked from any thread.
+    bool GetNotifyWnd(HWND* window) override;
+
+    // A host that calls directly reaches the target at once, on its own thread.
+    void OnTradeNotify1(void* data) override { Forward(&ITradeSpi::OnTradeNotify1, data); }
+    void OnTradeNotify2(std::uint16_t code, void* data) override {
+        Forward(&ITradeSpi::OnTradeNotify2, code, data);
+    }
+    void OnTradeNotify3(void* data) override { Forward(&ITradeSpi::OnTradeNotify3, data); }
+    void OnTradeNotify4(std::uint16_t code, void* data) override {
+        Forward(&ITradeSpi::OnTradeNotify4, code, data);
+    }
+    void OnTradeNotify5(void* data) override { Forward(&ITradeSpi::OnTradeNotify5, data); }
+    void OnTradeNotify6(std::uint16_t code, void* data) override {
+        Forward(&ITradeSpi::OnTradeNotify6, code, data);
+    }
+    void OnTradeNotify7(std::uint16_t code, std::int8_t value, void* data) override {
+        Forward(&ITradeSpi::OnTradeNotify7, code, value, data);
+    }
+    void OnTradeNotify8(void* data) override { Forward(&ITradeSpi::OnTradeNotify8, data); }
+    void OnTradeNotify9(void* data) override { Forward(&ITradeSpi::OnTradeNotify9, data); }
+    void OnTradeNotify10(void* data) override { Forward(&ITradeSpi::OnTradeNotify10, data); }
+    void OnTradeNotify11(void* data) override { Forward(&ITradeSpi::OnTradeNotify11, data); }
+    void OnTradeNotify12(void* data) override { Forward(&ITradeSpi::OnTradeNotify12, data); }
+    void OnTradeNotify13(void* data) override { Forward(&ITradeSpi::OnTradeNotify13, data); }
+    void OnTradeNotify14(void* data) override { Forward(&ITradeSpi::OnTradeNotify14, data); }
+    void OnTradeNotify15(void* data) override { Forward(&ITradeSpi::OnTradeNotify15, data); }
+    void OnTradeNotify16(std::uint16_t code, void* data) override {
+        Forward(&ITradeSpi::OnTradeNotify16, code, data);
+    }
+    void OnTradeNotify17(void* data) override { Forward(&ITradeSpi::OnTradeNotify17, data); }
+    void OnTradeNotify18(void* data) override { Forward(&ITradeSpi::OnTradeNotify18, data); }
+    void OnTradeNotify19(void* data) override { Forward(&ITradeSpi::OnTradeNotify19, data); }
+    void OnTradeNotify20(void* data) override { Forward(&ITradeSpi::OnTradeNotify20, data); }
+    void OnTradeNotify21(void* data) override { Forward(&ITradeSpi::OnTradeNotify21, data); }
+    void OnTradeNotify22(void* data) override { Forward(&ITradeSpi::OnTradeNotify22, data); }
+    void OnTradeNotify23(void* data) override { Forward(&ITradeSpi::OnTradeNotify23, data); }
+    void OnTradeNotify24(void* data) override { Forward(&ITradeSpi::OnTradeNotify24, data); }
+    void OnTradeNotify25(void* data) override { Forward(&ITradeSpi::OnTradeNotify25, data); }
+    void OnTradeNotify26(void* data) override { Forward(&ITradeSpi::OnTradeNotify26, data); }
+    void OnTradeNotify27(void* data) override { Forward(&ITradeSpi::OnTradeNotify27, data); }
+    void OnTradeNotify28(void* data) override { Forward(&ITradeSpi::OnTradeNotify28, data); }
+    void OnTradeNotify29(void* data) override { Forward(&ITradeSpi::OnTradeNotify29, data); }
+    void OnTradeNotify30(void* data) override { Forward(&ITradeSpi::OnTradeNotify30, data); }
+    void OnTradeNotify31(void* data) override { Forward(&ITradeSpi::OnTradeNotify31, data); }
+    void OnTradeNotify32(void* data) override { Forward(&ITradeSpi::OnTradeNotify32, data); }
+    void OnTradeNotify33(void* data) override { Forward(&ITradeSpi::OnTradeNotify33, data); }
+    void OnTradeNotify34(void* data) override { Forward(&ITradeSpi::OnTradeNotify34, data); }
+    void OnTradeNotify35(void* data) override { Forward(&ITradeSpi::OnTradeNotify35, data); }
+
+private:
+    template <typename... Parameters, typename... Arguments>
+    void Forward(void (ITradeSpi::*callback)(Parameters...), Arguments... arguments) {
+        if (m_target) {
+            Guarded([&] { (m_target->*callback)(arguments...); });
+        }
+    }
+    LRESULT OnTradeSpi(WPARAM data, LPARAM packed);
+
+    DECLARE_MESSAGE_MAP()
+
+    ITradeSpi* const m_target;
+    TraderSpiSwitch m_standardDispatcher{true};
+    ITradeSpiSwitch* const m_dispatcher;
+};
