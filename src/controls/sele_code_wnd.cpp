@@ -206,9 +206,7 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
     UINT cursorPart = 0;
     m_tree.HitTest(cursor, &cursorPart);
 
-    const DWORD position = ::GetMessagePos();
-    const POINTS at = MAKEPOINTS(position);
-    POINT clicked{at.x, at.y};
+    POINT clicked = PackedPoint(static_cast<LPARAM>(::GetMessagePos()));
     ::ScreenToClient(m_tree.m_hWnd, &clicked);
     HTREEITEM item = m_tree.HitTest(clicked);
     if (!item) {

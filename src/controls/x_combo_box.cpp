@@ -446,9 +446,7 @@ BOOL CxComboBox::PreTranslateMessage(MSG* message) {
                 break;
             case WM_LBUTTONUP: {
                 const RECT client = GetClientRect();
-                const POINTS at = MAKEPOINTS(message->lParam);
-                const POINT point{at.x, at.y};
-                if (m_clickTimerRunning && PtInRect(&client, point)) {
+                if (m_clickTimerRunning && PtInRect(&client, PackedPoint(message->lParam))) {
                     m_clickPending = true;
                     m_clickKeys = message->wParam;
                     m_clickPoint = message->lParam;
