@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/combo_settings.h"
 #include "controls/date_text.h"
 #include "order/order_form.h"
 #include "trade/trade_data.h"
@@ -14,15 +15,6 @@
 // Where the values of the order dialog come from: lists, defaults, the original order, the chosen account and
 // contract.
 
-// How a type-ahead combo box is set up.
-struct ComboSettings {
-    int id;
-    bool showFullText;
-    bool wholeItemIsCode;  // no separator: words and contracts may hold blanks
-    bool noContextMenu;
-    bool listOnly;
-    int minVisibleItems;  // 0: as it is
-};
 std::span<const ComboSettings> OrderComboSettings();
 
 // The words of a list that no host data fills (directions, order types, ...), in order; empty for another
