@@ -24,7 +24,9 @@ struct FixedText {
     void Set(std::string_view text) {
         text = text.substr(0, text.find('\0'));
         const std::size_t length = text.size() < Width ? text.size() : Width - 1;
-        std::memmove(chars, text.data(), length);
+        if (length) {  // an empty view may point nowhere
+            std::memmove(chars, text.data(), length);
+        }
         std::memset(chars + length, 0, Width - length);
     }
 
