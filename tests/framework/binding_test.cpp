@@ -1,0 +1,233 @@
+#include "framework/controls.h"
+#include "framework/font.h"
+#include "framework/module_instance.h"
+#include "framework/window_helpers.h"
+#include "support/leak_count.h"
+#include "support/window_kit.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+constexpr RECT kSmall{0, 0, 50, 50};
+
+// Keeps the messages that reach it and whether it was bound at that moment.
+class RecordingWindow : public CWnd {
+public:
+    std::vector<UINT> seen;
+    bool boundAtEveryMessage = true;
+    bool boundAtEnd = false;
+    int endCalls = 0;
+    UINT refuse = 0;   // message answered with failure
+    UINT throwAt = 0;  // message at which the handling throws
+
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        seen.push_back(message);
+        boundAtEveryMessage = boundAtEveryMessage && m_hWnd && FromHandlePermanent(m_hWnd) == this;
+        if (message == throwAt) {
+            throw std::runtime_error("thrown on purpose");
+        }
+        if (message == refuse) {
+            return message == WM_CREATE ? -1 : 0;
+        }
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+    void PostNcDestroy() override {
+        ++endCalls;
+        boundAtEnd = m_hWnd != nullptr;
+    }
+};
+
+// Deletes itself with its window, like the dialogs.
+class SelfDeleting : public CWnd {
+public:
+    explicit SelfDeleting(int& alive) : m_alive(alive) { ++m_alive; }
+    ~SelfDeleting() override { --m_alive; }
+
+protected:
+    void PostNcDestroy() override { delete this; }
+    LRESULT OnEnd(WPARAM, LPARAM) {
+        DestroyWindow();
+        return 42;
+    }
+    BOOL OnCommand(WPARAM, LPARAM) override {
+        DestroyWindow();
+        return FALSE;  // the base would go on with an object that is gone
+    }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    int& m_alive;
+};
+
+BEGIN_MESSAGE_MAP(SelfDeleting, CWnd)
+ON_MESSAGE(WM_APP, &SelfDeleting::OnEnd)
+END_MESSAGE_MAP()
+
+TEST(Binding, LastsFromTheFirstMessageToTheLast) {
+    RecordingWindow window;
+    ASSERT_TRUE(window.Create(nullptr, "w", WS_OVERLAPPEDWINDOW, kSmall, nullptr, 0));
+    const HWND handle = window.m_hWnd;
+    EXPECT_NE(std::find(window.seen.begin(), window.seen.end(), UINT{WM_NCCREATE}), window.seen.end());
+    EXPECT_EQ(window.seen.front(), UINT{WM_GETMINMAXINFO});
+    EXPECT_EQ(CWnd::FromHandlePermanent(handle), &window);
+
+    window.DestroyWindow();
+    EXPECT_EQ(window.seen.back(), UINT{WM_NCDESTROY});
+    EXPECT_TRUE(window.boundAtEveryMessage);
+    EXPECT_EQ(window.endCalls, 1);
+    EXPECT_FALSE(window.boundAtEnd);
+    EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
+}
+
+TEST(Binding, RefusedOrThrowingCreationLeavesNothing) {
+    for (const bool throws : {false, true}) {
+        RecordingWindow window;
+        (throws ? window.throwAt : window.refuse) = WM_CREATE;
+        EXPECT_FALSE(window.Create(nullptr, "w", WS_OVERLAPPEDWINDOW, kSmall, nullptr, 0)) << throws;
+        EXPECT_EQ(window.m_hWnd, nullptr);
+        EXPECT_EQ(window.endCalls, 1);
+    }
+    int alive = 0;
+    auto* window = new SelfDeleting(alive);
+    EXPECT_FALSE(window->Create("NoSuchWindowClass", "w", 0, kSmall, nullptr, 0));
+    EXPECT_EQ(alive, 1) << "no window, so nobody but the creator may delete the object";
+    delete window;
+}
+
+TEST(Binding, DeletingTheObjectDestroysItsOwnWindowOnly) {
+    const HostWindow host;
+    const HWND edit =
+        CreateWindowExA(0, "Edit", "text", WS_CHILD, 0, 0, 50, 20, host.Get(), nullptr, nullptr, nullptr);
+    HWND own = nullptr;
+    {
+        RecordingWindow subclassed;
+        ASSERT_TRUE(subclassed.SubclassWindow(edit));
+        EXPECT_FALSE(RecordingWindow().SubclassWindow(edit)) << "one object to a window";
+        RecordingWindow created;
+        ASSERT_TRUE(created.Create(nullptr, "w", WS_CHILD, kSmall, host.Get(), 1));
+        own = created.m_hWnd;
+    }
+    EXPECT_FALSE(IsWindow(own));
+    EXPECT_TRUE(IsWindow(edit));
+    EXPECT_EQ(TextOf(edit), "text");
+}
+
+LRESULT CALLBACK CountingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+WNDPROC g_below = nullptr;
+int g_countedTexts = 0;
+
+LRESULT CALLBACK CountingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    g_countedTexts += message == WM_SETTEXT;
+    return CallWindowProcA(g_below, window, message, wParam, lParam);
+}
+
+// The host, or a tool, subclasses one of the module's controls after the module did.
+TEST(Binding, UnsubclassingBelowAnotherSubclassKeepsTheChain) {
+    const HostWindow host;
+    const HWND edit =
+        CreateWindowExA(0, "Edit", "", WS_CHILD, 0, 0, 50, 20, host.Get(), nullptr, nullptr, nullptr);
+    const LONG original = GetWindowLongA(edit, GWL_WNDPROC);
+    {
+        RecordingWindow object;
+        ASSERT_TRUE(object.SubclassWindow(edit));
+        g_below = reinterpret_cast<WNDPROC>(
+            SetWindowLongA(edit, GWL_WNDPROC, reinterpret_cast<LONG>(&CountingProc)));
+        object.UnsubclassWindow();
+    }
+    SetWindowTextA(edit, "still an edit");
+    EXPECT_EQ(TextOf(edit), "still an edit");
+    EXPECT_EQ(g_countedTexts, 1);
+
+    RecordingWindow second;
+    ASSERT_TRUE(second.SubclassWindow(edit));
+    SetWindowTextA(edit, "x");
+    EXPECT_EQ(std::count(second.seen.begin(), second.seen.end(), UINT{WM_SETTEXT}), 1);
+    SetWindowLongA(edit, GWL_WNDPROC, reinterpret_cast<LONG>(g_below));
+    second.UnsubclassWindow();
+    EXPECT_EQ(GetWindowLongA(edit, GWL_WNDPROC), original);
+}
+
+TEST(Binding, HandlerMayDestroyItsWindowAndObject) {
+    struct Row {
+        UINT message;
+        LRESULT result;
+    };
+    for (const Row row : {Row{WM_APP, 42}, Row{WM_COMMAND, 0}, Row{WM_CLOSE, 0}}) {
+        int alive = 0;
+        auto* window = new SelfDeleting(alive);
+        ASSERT_TRUE(window->Create(nullptr, "w", WS_OVERLAPPEDWINDOW, kSmall, nullptr, 0));
+        const WindowWatch watch(window);
+        EXPECT_TRUE(watch.WindowAlive());
+        EXPECT_EQ(SendMessageA(window->m_hWnd, row.message, 1, 0), row.result) << row.message;
+        EXPECT_EQ(alive, 0) << row.message;
+        EXPECT_FALSE(watch.ObjectAlive());
+    }
+}
+
+TEST(Binding, NoExceptionLeavesAWindowProcedure) {
+    RecordingWindow window;
+    ASSERT_TRUE(window.Create(nullptr, "w", WS_POPUP, kSmall, nullptr, 0));
+    window.throwAt = WM_APP;
+    EXPECT_EQ(window.SendMessage(WM_APP), 0);
+
+    window.throwAt = WM_PAINT;
+    window.ShowWindow(SW_SHOWNA);
+    window.Invalidate();
+    HostLoop().PumpUntilIdle();  // would never end if the painting were asked for again
+    EXPECT_FALSE(GetUpdateRect(window.m_hWnd, nullptr, FALSE));
+
+    window.throwAt = WM_NCDESTROY;
+    window.DestroyWindow();
+    EXPECT_EQ(window.endCalls, 1);
+    EXPECT_EQ(window.m_hWnd, nullptr);
+}
+
+TEST(Binding, RepeatedUseLeavesNothingBehind) {
+    const HostWindow host;
+    const auto useAll = [&] {
+        CTreeCtrl tree;
+        CListCtrl list;
+        CComboBox combo;
+        CFont font;
+        ASSERT_TRUE(tree.Create(WS_CHILD, kSmall, host.Get(), 1));
+        ASSERT_TRUE(list.Create(WS_CHILD | LVS_REPORT, kSmall, host.Get(), 2));
+        ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWN, kSmall, host.Get(), 3));
+        ASSERT_TRUE(font.CreatePointFont(130, "Microsoft YaHei"));
+        list.SetFont(font.Get());
+        const HTREEITEM item = tree.InsertItem("EXA", 7, TVI_ROOT);
+        EXPECT_EQ(tree.GetItemText(item), "EXA");
+        EXPECT_EQ(tree.GetItemData(item), 7);
+        list.InsertColumn(0, "code", LVCFMT_LEFT, 40);
+        EXPECT_EQ(list.GetColumnCount(), 1);
+        combo.AddString("USD US Dollar");
+        EXPECT_EQ(combo.GetLBText(0), "USD US Dollar");
+        EXPECT_EQ(combo.GetLBText(1), "");
+    };
+    useAll();
+    const ResourceCount before = CountResources();
+    for (int round = 0; round < 100; ++round) {
+        useAll();
+    }
+    const ResourceCount after = CountResources();
+    EXPECT_EQ(after.windows, before.windows);
+    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+}
+
+TEST(Redraw, HiddenWindowStaysHidden) {
+    RecordingWindow window;
+    ASSERT_TRUE(window.Create(nullptr, "w", WS_POPUP, kSmall, nullptr, 0));
+    { const RedrawOff hidden(window.m_hWnd); }
+    EXPECT_FALSE(window.IsWindowVisible());
+    window.ShowWindow(SW_SHOWNA);
+    { const RedrawOff shown(window.m_hWnd); }
+    EXPECT_TRUE(window.IsWindowVisible());
+    EXPECT_TRUE(GetUpdateRect(window.m_hWnd, nullptr, FALSE));
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+#include "framework/data_exchange.h"
+
+#include "framework/controls.h"
+#include "framework/dialog.h"
+#include "framework/module_instance.h"
+#include "framework/window_helpers.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+class ExchangeDialog : public CDialog {
+public:
+    std::string text = "text";
+    int number = 7;
+    double amount = 12.5;
+    std::string choice;
+    int check = 1;
+    SYSTEMTIME date{2026, 2, 0, 28, 13, 14, 15, 0};
+    CComboBox box;
+    int editChanges = 0;
+    int selections = 0;
+
+    bool Open() {
+        const HRSRC found = FindResourceA(ModuleInstance(), MAKEINTRESOURCEA(500), RT_DIALOG);
+        return CreateIndirect(
+            static_cast<const DLGTEMPLATE*>(LockResource(LoadResource(ModuleInstance(), found))), nullptr);
+    }
+
+protected:
+    void DoDataExchange(CDataExchange* exchange) override {
+        DDX_Control(exchange, 104, box);
+        DDX_Text(exchange, 101, text);
+        DDX_Text(exchange, 102, number);
+        DDX_Text(exchange, 103, amount);
+        DDX_CBString(exchange, 104, choice);
+        DDX_Check(exchange, 105, check);
+        DDX_DateTimeCtrl(exchange, 106, date);
+        DDX_Text(exchange, 999, absent);
+        DDX_Control(exchange, 999, absentControl);
+    }
+    void OnEdit() { ++editChanges; }
+    void OnSelection() { ++selections; }
+    DECLARE_MESSAGE_MAP()
+
+private:
+    std::string absent = "left alone";
+    CComboBox absentControl;
+};
+
+BEGIN_MESSAGE_MAP(ExchangeDialog, CDialog)
+ON_EN_CHANGE(101, &ExchangeDialog::OnEdit)
+ON_CBN_SELCHANGE(104, &ExchangeDialog::OnSelection)
+END_MESSAGE_MAP()
+
+struct DataExchange : testing::Test {
+    DataExchange() { EXPECT_TRUE(dialog.Open()); }
+    ExchangeDialog dialog;
+};
+
+TEST_F(DataExchange, OpeningShowsTheValuesAndBindsTheControls) {
+    EXPECT_EQ(dialog.GetDlgItemText(101), "text");
+    EXPECT_EQ(dialog.GetDlgItemText(102), "7");
+    EXPECT_EQ(dialog.GetDlgItemText(103), "12.5");
+    EXPECT_TRUE(IsDlgButtonChecked(dialog.m_hWnd, 105));
+    EXPECT_EQ(dialog.box.m_hWnd, dialog.GetDlgItem(104));
+    EXPECT_EQ(CWnd::FromHandlePermanent(dialog.GetDlgItem(104)), &dialog.box);
+    dialog.date = {};
+    EXPECT_TRUE(dialog.UpdateData(true));
+    EXPECT_EQ(dialog.date.wYear, 2026);
+    EXPECT_EQ(dialog.date.wMonth, 2);
+    EXPECT_EQ(dialog.date.wDay, 28);
+}
+
+TEST_F(DataExchange, NumbersAreReadStrictly) {
+    struct Row {
+        const char* text;
+        int number;
+        double amount;
+    };
+    const Row rows[] = {
+        {"5", 5, 5.0},
+        {"-5", -5, -5.0},
+        {" 5 ", 5, 5.0},
+        {"+5", 5, 5.0},
+        {"", 0, 0.0},
+        {"  ", 0, 0.0},
+        {"5x", 0, 0.0},
+        {"1,5", 0, 0.0},
+        {"1.25", 0, 1.25},
+        {".5", 0, 0.5},
+        {"+-5", 0, 0.0},
+        {"2147483647", 2147483647, 2147483647.0},
+        {"2147483648", 0, 2147483648.0},  // too large to be a quantity
+    };
+    for (const Row& row : rows) {
+        SetWindowTextA(dialog.GetDlgItem(102), row.text);
+        SetWindowTextA(dialog.GetDlgItem(103), row.text);
+        dialog.UpdateData(true);
+        EXPECT_EQ(dialog.number, row.number) << '"' << row.text << '"';
+        EXPECT_EQ(dialog.amount, row.amount) << '"' << row.text << '"';
+    }
+    struct Shown {
+        double amount;
+        const char* text;
+    };
+    for (const Shown& row :
+         {Shown{0.0, "0"}, Shown{100.0, "100"}, Shown{0.1 + 0.2, "0.3"}, Shown{-1.25, "-1.25"}}) {
+        dialog.amount = row.amount;
+        dialog.UpdateData(false);
+        EXPECT_EQ(dialog.GetDlgItemText(103), row.text);
+    }
+}
+
+TEST_F(DataExchange, ComboTextSelectsByPrefixElseStandsAsText) {
+    for (const char* item : {"SHFE Shanghai", "SGX Singapore", "SG Other"}) {
+        dialog.box.AddString(item);
+    }
+    struct Row {
+        const char* value;
+        int selected;
+        const char* text;
+    };
+    const Row rows[] = {
+        {"SG", 1, "SGX Singapore"},
+        {"shfe", 0, "SHFE Shanghai"},
+        {"XYZ", 0, "XYZ"},
+        {"", -1, ""},
+    };
+    for (const Row& row : rows) {
+        dialog.choice = row.value;
+        dialog.UpdateData(false);
+        if (*row.text && std::strcmp(row.value, row.text) != 0) {
+            EXPECT_EQ(dialog.box.GetCurSel(), row.selected) << row.value;
+        }
+        EXPECT_EQ(dialog.box.GetWindowText(), row.text) << row.value;
+        dialog.UpdateData(true);
+        EXPECT_EQ(dialog.choice, row.text) << row.value;
+    }
+}
+
+TEST_F(DataExchange, OnlySelectionsAreReportedMeanwhile) {
+    dialog.editChanges = 0;
+    dialog.text = "other";
+    dialog.UpdateData(false);
+    EXPECT_EQ(dialog.editChanges, 0);
+    SetWindowTextA(dialog.GetDlgItem(101), "typed");
+    EXPECT_EQ(dialog.editChanges, 1);
+    dialog.SetDlgItemText(101, "typed");
+    EXPECT_EQ(dialog.editChanges, 1) << "an equal text is not set again";
+}
+
+TEST(DataExchangeWithoutWindow, Fails) {
+    ExchangeDialog dialog;
+    EXPECT_FALSE(dialog.UpdateData(true));
+}
+
+}  // namespace
