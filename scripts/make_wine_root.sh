@@ -29,14 +29,17 @@ rm -rf "$EMENDO_CACHE"/wine-i386.partial.*
 partial=$EMENDO_CACHE/wine-i386.partial.$$
 log=$EMENDO_CACHE/wine-root.log
 echo "making the i386 root with Wine (one or two minutes, log in $log) ..."
-if ! debootstrap --arch=i386 --variant=minbase --include="$packages" "$release" "$partial" "$mirror" \
-    >"$log" 2>&1 9>&-; then
+# What debootstrap mounts goes away with it, and it keeps the lock: both matter when this script alone is killed.
+# shellcheck disable=SC2016
+if ! unshare --mount --propagation unchanged sh -c 'mount --make-rprivate / 2>/dev/null; exec "$@"' root \
+    debootstrap --arch=i386 --variant=minbase --include="$packages" "$release" "$partial" "$mirror" \
+    >"$log" 2>&1; then
     tail -n 20 "$log" >&2
     echo "debootstrap failed" >&2
     exit 1
 fi
 for language in "${languages[@]}"; do
-    chroot "$partial" localedef -i "$language" -f UTF-8 "$language.UTF-8" 9>&-
+    chroot "$partial" localedef -i "$language" -f UTF-8 "$language.UTF-8"
 done
 rm -rf "$partial"/var/cache/apt/archives/*.deb "$partial"/var/lib/apt/lists/*
 echo "$wine_root_recipe" >"$partial/.emendo-recipe"
