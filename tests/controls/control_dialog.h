@@ -2,6 +2,7 @@
 
 #include "framework/dialog.h"
 #include "framework/window_helpers.h"
+#include "support/window_kit.h"
 
 #include <functional>
 #include <string>
@@ -37,35 +38,14 @@ public:
                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     }
 
-    // Runs the loop until nothing is waiting.
-    void Pump() {
-        MSG message;
-        while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-            if (!m_hWnd || !OfferToWindows(*this, message)) {
-                ::TranslateMessage(&message);
-                ::DispatchMessageA(&message);
-            }
-        }
-    }
+    void Pump() { m_loop.PumpUntilIdle(); }
     // Presses keys in the focused control; upper-case letters stand for their key.
     void Keys(const std::vector<int>& keys) {
         for (const int key : keys) {
-            ::PostMessageA(::GetFocus(), WM_KEYDOWN, static_cast<WPARAM>(key), 1);
-            Pump();
+            m_loop.Key(static_cast<unsigned>(key));
         }
     }
-    void Type(const std::wstring& text) {
-        for (const wchar_t character : text) {
-            ::PostMessageA(::GetFocus(), WM_KEYDOWN, 0, 1);
-            ::PostMessageW(::GetFocus(), WM_CHAR, character, 1);
-            Pump();
-        }
-    }
-    void Click(HWND control, int x, int y, UINT down = WM_LBUTTONDOWN) {
-        ::PostMessageA(control, down, MK_LBUTTON, MAKELPARAM(x, y));
-        ::PostMessageA(control, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
-        Pump();
-    }
+    void Click(HWND control, int x, int y) { m_loop.ClickAt(control, {x, y}); }
     std::vector<std::string> TakeLog() { return std::exchange(log, {}); }
 
     BOOL PreTranslateMessage(MSG* message) override { return translate ? translate(*message) : FALSE; }
@@ -84,4 +64,7 @@ protected:
         }
         return CDialog::OnNotify(wParam, lParam, result);
     }
+
+private:
+    HostLoop m_loop{[this](const MSG& message) { return m_hWnd && OfferToWindows(*this, message); }};
 };

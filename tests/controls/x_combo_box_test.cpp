@@ -247,7 +247,9 @@ TEST_F(ComboBoxTest, OneClickIsToldADoubleClickIsNot) {
     EXPECT_EQ(combo.clicks, std::vector<LPARAM>{MAKELPARAM(5, 6)});
     tick();
     dialog.Click(edit, 5, 6);
-    dialog.Click(edit, 5, 6, WM_LBUTTONDBLCLK);
+    ::PostMessageA(edit, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 6));
+    ::PostMessageA(edit, WM_LBUTTONUP, 0, MAKELPARAM(5, 6));
+    dialog.Pump();
     tick();
     dialog.Click(edit, 5, 6);
     ::PostMessageA(edit, WM_MOUSELEAVE, 0, 0);
