@@ -91,7 +91,8 @@ PositionFilters FiltersOf(const OrderForm& form, const TradeData& trade) {
     return filters;
 }
 
-PositionQuantities QuantitiesOf(const OrderForm& form, const TradeData& trade, const PositionRecord* changed) {
+PositionQuantities QuantitiesOf(const OrderForm& form, const TradeData& trade,
+                                const PositionRecord* changed) {
     PositionQuantities quantities;
     const Leg near = NearLeg(form);
     if (!changed || changed->direction == near.direction) {

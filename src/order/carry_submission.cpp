@@ -43,7 +43,8 @@ struct CarryLeg {
     FillTerms terms;
 };
 
-CarryLeg MakeLeg(const OrderForm& form, const OrderRecord& order, const char* suffix, const PriceRow& position) {
+CarryLeg MakeLeg(const OrderForm& form, const OrderRecord& order, const char* suffix,
+                 const PriceRow& position) {
     CarryLeg leg{order, FillTermsOf(form)};
     leg.order.systemNo.Set(form.systemNo + suffix);
     leg.terms.exchangeFillNo = form.exchangeFillNo + suffix;

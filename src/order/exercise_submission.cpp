@@ -8,8 +8,8 @@ bool SubmitExercise(OrderRecord order, const OrderServices& services) {
         services.trade.PositionQty(order.accountNo.Str(), FirstLegOf(order.key));
     const std::uint32_t position = order.direction == 'B' ? held.longQty : held.shortQty;
     if (position < order.orderQty) {
-        const PromptAnswer answer = services.prompt.Ask(ResString(IDS_ASK_FEW_POSITIONS), ResString(IDS_TIPS),
-                                                        PromptButtons::YesNo);
+        const PromptAnswer answer =
+            services.prompt.Ask(ResString(IDS_ASK_FEW_POSITIONS), ResString(IDS_TIPS), PromptButtons::YesNo);
         if (answer != PromptAnswer::Yes || !services.prompt.DialogExists()) {
             return false;
         }

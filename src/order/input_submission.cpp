@@ -65,7 +65,7 @@ InputResult SendInput(OrderRecord order, const FillTerms& terms, const OrderServ
     }
     services.pause.Wait(kFillDelay);
     order.fillQty -= alreadyFilled;
-    const bool filled = spread ? SendSpreadFills(order, legs, terms, services)
-                               : SendPlainFill(order, terms, services);
+    const bool filled =
+        spread ? SendSpreadFills(order, legs, terms, services) : SendPlainFill(order, terms, services);
     return {.failed = !filled, .orderSent = true};
 }

@@ -16,8 +16,8 @@ protected:
     ~IPause() = default;
 };
 
-// What a submission works with. Nothing of it may belong to the dialog, which may go before the submission has
-// ended.
+// What a submission works with. Nothing of it may belong to the dialog, which may go before the submission
+// has ended.
 struct OrderServices {
     const TradeData& trade;
     const TradeRequests& requests;

@@ -233,8 +233,7 @@ OrderCheck CheckOrder(OrderForm& form, const TradeData& trade, IPrompt& prompt) 
     }
     if (!findings.warnings.empty()) {
         const std::string text = JoinTexts(findings.warnings) + ResString(IDS_CONFIRM_WARNINGS);
-        const PromptAnswer answer =
-            prompt.Ask(text, ResString(IDS_CONFIRM_CAPTION), PromptButtons::OkCancel);
+        const PromptAnswer answer = prompt.Ask(text, ResString(IDS_CONFIRM_CAPTION), PromptButtons::OkCancel);
         if (answer != PromptAnswer::Ok || !prompt.DialogExists()) {
             check.focusFillPrice = prompt.DialogExists();
             return check;

@@ -21,7 +21,7 @@ OrderFindings FindOrderProblems(const OrderForm& form, const TradeData& trade);
 // The same, with what there is to tell told and what there is to ask asked.
 struct OrderCheck {
     bool passed = false;
-    bool focusFillPrice = false;  // the operator wants to correct the fill price
+    bool focusFillPrice = false;               // the operator wants to correct the fill price
     const ContractRecord* contract = nullptr;  // not null when passed
 };
 // A whole fill of a new order takes the order's quantity, in the form too.

@@ -10,8 +10,7 @@ OrderCodes CodesOf(const OrderForm& form) {
     codes.orderType = OrderTypeFromText(form.orderType);
     codes.orderState = OrderStateFromText(form.orderState);
     codes.validType = ValidTypeFromText(form.validType);
-    codes.source =
-        form.mode == OrderMode::Carry ? OrderSource::kCarry : OrderSourceFromText(form.source);
+    codes.source = form.mode == OrderMode::Carry ? OrderSource::kCarry : OrderSourceFromText(form.source);
     codes.direction = DirectionFromText(form.direction);
     return codes;
 }

@@ -31,18 +31,16 @@ struct WordList {
     std::string (*toText)(char);
 };
 constexpr WordList kWordLists[] = {
-    {IDC_DIRECTION, "BS", DirectionToText},
-    {IDC_FORWARD_DIRECTION, "BS", DirectionToText},
-    {IDC_SOURCE, "EJPMSDR", OrderSourceToText},
-    {IDC_ORDER_TYPE, "2143", OrderTypeToText},
-    {IDC_ORDER_STATE, "49A56DB", OrderStateToText},
-    {IDC_VALID_TYPE, "43012", ValidTypeToLongText},
+    {IDC_DIRECTION, "BS", DirectionToText},         {IDC_FORWARD_DIRECTION, "BS", DirectionToText},
+    {IDC_SOURCE, "EJPMSDR", OrderSourceToText},     {IDC_ORDER_TYPE, "2143", OrderTypeToText},
+    {IDC_ORDER_STATE, "49A56DB", OrderStateToText}, {IDC_VALID_TYPE, "43012", ValidTypeToLongText},
 };
 
 constexpr std::string_view kPreferredCurrency = "USD";
 
 bool BeginsWithIgnoringCase(std::string_view text, std::string_view head) {
-    return text.size() >= head.size() && std::equal(head.begin(), head.end(), text.begin(), [](char a, char b) {
+    return text.size() >= head.size() &&
+           std::equal(head.begin(), head.end(), text.begin(), [](char a, char b) {
                return std::toupper(static_cast<unsigned char>(a)) ==
                       std::toupper(static_cast<unsigned char>(b));
            });
@@ -67,9 +65,8 @@ std::vector<AccountRow> BuildAccountRows(const TradeData& trade) {
                         server ? server->name.Str() : std::string(), user->group->operatorNo.Str(),
                         user->group->sign.Str()});
     }
-    std::stable_sort(rows.begin(), rows.end(), [](const AccountRow& a, const AccountRow& b) {
-        return a.accountNo < b.accountNo;
-    });
+    std::stable_sort(rows.begin(), rows.end(),
+                     [](const AccountRow& a, const AccountRow& b) { return a.accountNo < b.accountNo; });
     return rows;
 }
 

@@ -18,7 +18,7 @@ struct FillTerms {
     std::string currency;
     char feeGiven = 'N';
     double fee = 0;
-    double secondLegPrice = 0;   // fill price of the second leg of a spread
+    double secondLegPrice = 0;    // fill price of the second leg of a spread
     bool closesPosition = false;  // a carry leg: closes the position of this price
     double positionPrice = 0;
 };

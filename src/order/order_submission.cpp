@@ -53,13 +53,18 @@ SubmitOutcome SubmitMove(const OrderForm& form, OrderRecord order, const OrderSe
 
 SubmitOutcome Send(const OrderForm& form, const OrderRecord& order, const OrderServices& services) {
     switch (form.mode) {
-        case OrderMode::Input: return SubmitInput(form, order, services);
+        case OrderMode::Input:
+            return SubmitInput(form, order, services);
         case OrderMode::Carry:
             return CloseIf(SubmitCarry(form, order, services) == CarryResult::Done);
-        case OrderMode::Modify: return SubmitModify(order, services);
-        case OrderMode::RemoveFilled: return SubmitRemove(order, services);
-        case OrderMode::Move: return SubmitMove(form, order, services);
-        case OrderMode::Exercise: return CloseIf(SubmitExercise(order, services));
+        case OrderMode::Modify:
+            return SubmitModify(order, services);
+        case OrderMode::RemoveFilled:
+            return SubmitRemove(order, services);
+        case OrderMode::Move:
+            return SubmitMove(form, order, services);
+        case OrderMode::Exercise:
+            return CloseIf(SubmitExercise(order, services));
     }
     return SubmitOutcome::Close;
 }
@@ -72,8 +77,7 @@ Submission SubmitOrder(OrderForm& form, const OrderServices& services) {
     submission.focusFillPrice = check.focusFillPrice;
     if (check.passed) {
         const OrderForm entered = form;  // outlives the dialog
-        const OrderRecord order =
-            BuildOrder(entered, check.contract, services.trade, services.clock.Now());
+        const OrderRecord order = BuildOrder(entered, check.contract, services.trade, services.clock.Now());
         submission.outcome = Send(entered, order, services);
     }
     if (!services.prompt.DialogExists()) {

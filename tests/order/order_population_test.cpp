@@ -1,0 +1,255 @@
+#include "order/order_population.h"
+
+#include "order/order_fixture.h"
+#include "order/order_layout.h"
+
+namespace {
+
+using Items = std::vector<std::string>;
+
+// One trade server under the name "Main", which holds the accounts of the fake host.
+class FakeConfig : public ISysConfig, public IConfigTable {
+public:
+    ServerConfigRecord config{};
+    FakeConfig() {
+        config.name.Set("Main");
+        config.address.Set("10.0.0.1");
+        config.port = 80;
+    }
+    IConfigTable* GetConfigTable() override { return this; }
+    int Query(ConfigQuery* block) override {
+        block->count = 1;
+        block->records = &config;
+        return 0;
+    }
+    void Release(ConfigQuery*) override {}
+    // clang-format off
+    void Reserved0() override {}  void Reserved1() override {}  void Reserved2() override {}
+    void Reserved3() override {}  void Reserved4() override {}  void Reserved5() override {}
+    void Reserved6() override {}  void Reserved7() override {}  void Reserved8() override {}
+    void Reserved9() override {}  void Reserved10() override {} void Reserved11() override {}
+    void Reserved12() override {} void Reserved13() override {} void Reserved14() override {}
+    void Reserved15() override {} void Reserved16() override {} void Reserved17() override {}
+    void Reserved18() override {} void Reserved19() override {} void Reserved20() override {}
+    void Reserved21() override {} void Reserved22() override {} void Reserved23() override {}
+    void Reserved24() override {} void Reserved25() override {}
+    // clang-format on
+};
+
+class OrderPopulation : public OrderTest {
+protected:
+    UserRecord MakeUser(const char* accountNo, GroupRecord* owner) {
+        UserRecord record{};
+        record.sign.Set(owner ? owner->sign.View() : "");
+        record.accountNo.Set(accountNo);
+        record.accountName.Set("Name of " + std::string(accountNo));
+        record.group = owner;
+        return record;
+    }
+    FakeConfig config;
+    TradeData configured{&api, &config};
+};
+
+TEST_F(OrderPopulation, WordsInTheirOrder) {
+    EXPECT_EQ(WordItems(IDC_DIRECTION), (Items{"Buy", "Sell"}));
+    EXPECT_EQ(WordItems(IDC_FORWARD_DIRECTION), (Items{"Buy", "Sell"}));
+    EXPECT_EQ(WordItems(IDC_ORDER_TYPE), (Items{"Limit", "Market", "Limit stop", "Stop-loss"}));
+    EXPECT_EQ(WordItems(IDC_ORDER_STATE), (Items{"Working", "Canceled", "Partial Canceled",
+                                                 "Partially Filled", "Filled", "Suspended", "Rejected"}));
+    EXPECT_EQ(WordItems(IDC_VALID_TYPE), (Items{"FOK", "IOC", "GFD", "GTC", "GTD"}));
+    EXPECT_EQ(WordItems(IDC_SOURCE),
+              (Items{"E-TRADE", "J-TRADE", "Proxy", "Manual Order", "Program", "Delivery Exercise", "RTS"}));
+    g_wResLanguage = kSimplifiedChinese;
+    EXPECT_EQ(WordItems(IDC_VALID_TYPE)[4], "限期有效 GTD");
+}
+
+TEST_F(OrderPopulation, AccountsStandInOrderAndGiveTheirSign) {
+    GroupRecord other = group;
+    other.sign.Set("ANO");
+    other.operatorNo.Set("OP2");
+    GroupRecord closed = group;
+    closed.tradable = 'N';
+    UserRecord late = MakeUser("200", &group);
+    UserRecord first = MakeUser("100", &other);
+    UserRecord untradable = MakeUser("050", &closed);
+    UserRecord homeless = MakeUser("060", nullptr);
+    ServerRecord server{};
+    server.address.Set("10.0.0.1");
+    server.port = 80;
+    api.users = {&late, nullptr, &first, &untradable, &homeless};
+    api.server = &server;
+
+    OrderForm form;
+    EXPECT_TRUE(ListAccounts(form, trade).items.empty()) << "no server is configured";
+    EXPECT_EQ(form.sign, "");
+    EXPECT_EQ(ListAccounts(form, configured).items, (Items{"100 Name of 100", "200 Name of 200"}));
+    EXPECT_EQ(form.sign, "ANO");
+    ASSERT_EQ(form.accounts.size(), 2u);
+    EXPECT_EQ(form.accounts[0].serverName, "Main");
+    EXPECT_EQ(form.accounts[0].operatorNo, "OP2");
+
+    EXPECT_FALSE(TakeSelectedAccount(form, 1, "100")) << "an item of another row";
+    EXPECT_FALSE(TakeSelectedAccount(form, 2, "200"));
+    EXPECT_FALSE(TakeSelectedAccount(form, -1, ""));
+    EXPECT_TRUE(TakeSelectedAccount(form, 1, "200"));
+    EXPECT_EQ(form.account + form.sign, "200SIG");
+    EXPECT_FALSE(TakeTypedAccount(form, "20"));
+    EXPECT_EQ(form.account + form.sign, "200SIG");
+    EXPECT_TRUE(TakeTypedAccount(form, "100"));
+    EXPECT_EQ(form.account + form.sign, "100ANO");
+}
+
+TEST_F(OrderPopulation, AccountGateShutsListsAndAccount) {
+    CurrencyRecord yuan{}, dollar{};
+    yuan.currencyNo.Set("CNY");
+    dollar.currencyNo.Set("usd");
+    UpperRecord upper{};
+    upper.upperNo.Set("U7");
+    upper.upperName.Set("Clearing");
+    api.currencies = {&yuan, &dollar};
+    api.uppers = {&upper};
+    struct {
+        const char* account;
+        char tradable, lock;
+        bool hasGroup, open, mayChange;
+    } const rows[] = {
+        {"", 'N', 'c', true, true, true},     {"100", 'Y', 0, true, true, true},
+        {"100", 'N', 0, true, false, true},   {"100", 'Y', 'c', true, true, false},
+        {"100", 'Y', 0, false, false, false}, {"101", 'Y', 0, true, false, false},
+    };
+    for (const auto& row : rows) {
+        group.tradable = row.tradable;
+        group.accountLock = row.lock;
+        user.group = row.hasGroup ? &group : nullptr;
+        OrderForm form = Entry();
+        form.account = row.account;
+        form.currency = "";
+        EXPECT_EQ(MayChangeAccount(form, trade), row.mayChange) << row.account << row.tradable;
+        const ComboList currencies = ListCurrencies(form, trade);
+        EXPECT_EQ(currencies.selected, row.open ? 1 : -1) << row.account << row.tradable;
+        EXPECT_EQ(form.currency, row.open ? "usd" : "");
+        EXPECT_EQ(ListUppers(form, trade).items, row.open ? Items{"U7 Clearing"} : Items{});
+        EXPECT_EQ(ListForwardContracts(form, trade).has_value(), row.open);
+    }
+}
+
+TEST_F(OrderPopulation, SecondContractsAreTheCommoditysOwnOrTheUnderlyings) {
+    api.contracts[3]->contractName.Set("March copper");
+    OrderForm form = CarryEntry("240329", "");
+    const auto forward = ListForwardContracts(form, trade);
+    ASSERT_TRUE(forward);
+    EXPECT_EQ(forward->items[1], "240315\1March copper");
+    EXPECT_EQ(forward->selected, 2);
+    const Items futures = forward->items;
+
+    form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    EXPECT_EQ(ListForwardContracts(form, trade)->items, futures);
+    form.commodityNo = "ZZ";
+    EXPECT_TRUE(ListForwardContracts(form, trade)->items.empty());
+    form.commodityNo = "";
+    EXPECT_FALSE(ListForwardContracts(form, trade));
+}
+
+TEST_F(OrderPopulation, NewOrderHasDefaults) {
+    UpperRecord upper{};
+    upper.upperNo.Set("U1");
+    api.uppers = {&upper};
+    OrderForm form;
+    LoadOriginal(form, trade);
+    const OrderCodes codes = CodesOf(form);
+    EXPECT_EQ((std::string{codes.orderState, codes.source, codes.validType, codes.orderType}), "4E02");
+    EXPECT_EQ(form.upper, "U1");
+    EXPECT_EQ(ShownContract(form), std::nullopt);
+    LoadOriginal(form, TradeData(nullptr));
+}
+
+TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
+    OrderForm form = Correction(OrderMode::Modify);
+    ASSERT_TRUE(ParseContractText("EXA FR 1509", original.key));
+    original.key.sign.Set("ANO");
+    original.orderType = '4';
+    original.orderState = 'A';
+    original.orderSource = 'M';
+    original.validType = '2';
+    original.direction = 'S';
+    original.forcedClose = 'Y';
+    original.orderQty = 9;
+    original.fillQty = 4;
+    original.validUntil.Set("2026-12-31 15:00:00");
+    original.systemNo.Set("S_9");
+    original.upperNo.Set("U8");
+    api.priceText = "97+3/8";
+    form.validType = form.upper = "";
+    LoadOriginal(form, trade);
+    const OrderCodes codes = CodesOf(form);
+    EXPECT_EQ(
+        (std::string{codes.orderType, codes.orderState, codes.source, codes.validType, codes.direction}),
+        "4AM2S");
+    EXPECT_TRUE(form.forcedClose);
+    EXPECT_EQ(form.orderQty * 10 + form.fillQty, 94);
+    EXPECT_EQ(form.account + form.sign + form.upper + form.systemNo, "100ANOU8S_9");
+    EXPECT_EQ(form.contractText, "EXA FR 1509");
+    EXPECT_EQ(form.contractNo, "1509");
+    EXPECT_EQ(form.validUntil.tm_year * 100 + form.validUntil.tm_mon, 12611);
+    EXPECT_EQ(form.validUntil.tm_hour, 15);
+    for (const PriceRow* row : {&form.orderPrice, &form.triggerPrice, &form.fillPrice}) {
+        EXPECT_EQ(row->whole, "97");
+        EXPECT_EQ(row->numerator, 3);
+    }
+    EXPECT_EQ(form.denominator, 8);
+
+    api.priceText = "97.375";
+    original.validUntil.Set("");
+    LoadOriginal(form, trade);
+    EXPECT_EQ(form.orderPrice.whole, "97.375");
+    EXPECT_EQ(form.orderPrice.numerator, 0);
+    EXPECT_EQ(form.denominator, 1);
+    EXPECT_EQ(form.validUntil.tm_hour, 15) << "without a date the picker stays";
+}
+
+TEST_F(OrderPopulation, ShowsContractsOfEveryType) {
+    for (const char* text :
+         {"EXA CM ", "EXA CM(1) ", "EXA CM 1509", "EXA CM 1509/1512", "EXA CM&CN 1509", "EXA CM 1509 C3000",
+          "EXA CM 1509 C3000/1509 C3100", "EXA CM 1509 P3100/1509 P3000", "EXA CM 1509 C3000/1509 P3000",
+          "EXA CM 1509 C3100/1509 P3000", "EXA CM 1509 C3000/1512 C3000", "EXA CM 1509 P3000/1512 P3000"}) {
+        OrderForm form = Correction(OrderMode::Modify);
+        ASSERT_TRUE(ParseContractText(text, original.key)) << text;
+        LoadOriginal(form, trade);
+        EXPECT_EQ(form.contractText, text);
+        OrderForm typed = Entry(OrderMode::Input, "EXB ZZ 1601");
+        EXPECT_TRUE(TakeContract(typed, text, trade));
+        EXPECT_EQ(ShownContract(typed), text);
+        EXPECT_EQ(typed.sign, "SIG");
+    }
+    OrderForm form = Entry();
+    for (const char* text : {"", "EXA", " EXA CM 1509", "EXA CM 1509 P3000/1509 C3000"}) {
+        EXPECT_FALSE(TakeContract(form, text, trade)) << text;
+    }
+    EXPECT_EQ(ShownContract(form), "EXA CM 1509");
+}
+
+TEST_F(OrderPopulation, NumbersCarryTheClock) {
+    OrderForm form = Entry();
+    GenerateNumbers(form, clock.now);
+    EXPECT_EQ(form.systemNo, "S_0304050607089");
+    EXPECT_EQ(form.exchangeFillNo, "M_0304050607089");
+    form = Entry(OrderMode::Modify);
+    GenerateNumbers(form, clock.now);
+    EXPECT_EQ(form.systemNo + form.exchangeFillNo, "S_1M_0304050607089");
+    form = Entry(OrderMode::Move);
+    PrepareNextOrder(form, clock.now);
+    EXPECT_EQ(form.systemNo + form.exchangeFillNo, "S_1M_3");
+    EXPECT_EQ(form.orderQty, 0);
+}
+
+TEST_F(OrderPopulation, QuantitiesFollowEachOther) {
+    EXPECT_EQ(FillQtyOfOrderQty(OrderMode::Input, '6', 7), 7);
+    EXPECT_EQ(FillQtyOfOrderQty(OrderMode::Modify, '6', 7), std::nullopt);
+    EXPECT_EQ(FillQtyOfOrderQty(OrderMode::Input, '5', 7), std::nullopt);
+    EXPECT_TRUE(ForwardQtyFollows(OrderMode::Carry, 0));
+    EXPECT_TRUE(ForwardQtyFollows(OrderMode::Input, '6'));
+    EXPECT_FALSE(ForwardQtyFollows(OrderMode::Input, 'A'));
+    EXPECT_EQ(OppositeDirectionText('S') + OppositeDirectionText('B') + OppositeDirectionText(0), "BuySell");
+}
+
+}  // namespace

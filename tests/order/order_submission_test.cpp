@@ -1,0 +1,265 @@
+#include "order/order_submission.h"
+
+#include "order/order_fixture.h"
+#include "res/resource_ids.h"
+#include "res/string_table.h"
+
+namespace {
+
+// The ids of text and caption of every box that was shown.
+using Boxes = std::vector<std::pair<unsigned, unsigned>>;
+
+class OrderSubmission : public OrderTest {
+protected:
+    Submission Submit(OrderForm form, std::deque<PromptAnswer> answers = {}, std::deque<int> results = {}) {
+        prompt.answers = std::move(answers);
+        prompt.asked.clear();
+        service.results = std::move(results);
+        service.orders.clear();
+        service.fills.clear();
+        service.exercises.clear();
+        service.deletedOrders.clear();
+        return SubmitOrder(form, services);
+    }
+    void ExpectBoxes(const Boxes& boxes) {
+        ASSERT_EQ(prompt.asked.size(), boxes.size());
+        for (std::size_t i = 0; i < boxes.size(); ++i) {
+            EXPECT_EQ(prompt.asked[i].text, ResString(boxes[i].first));
+            EXPECT_EQ(prompt.asked[i].caption, ResString(boxes[i].second));
+        }
+    }
+    OrderRecord known{};
+};
+
+TEST_F(OrderSubmission, InputAsksForTheNextOrder) {
+    struct {
+        PromptAnswer answer;
+        bool stays;
+        SubmitOutcome outcome;
+    } const rows[] = {
+        {PromptAnswer::Yes, true, SubmitOutcome::NextOrder}, {PromptAnswer::No, true, SubmitOutcome::Close},
+        {PromptAnswer::None, true, SubmitOutcome::Close},    {PromptAnswer::Yes, false, SubmitOutcome::Gone},
+        {PromptAnswer::None, false, SubmitOutcome::Gone},
+    };
+    for (const auto& row : rows) {
+        prompt.dialogExists = true;
+        prompt.whileAsking = [&] { prompt.dialogExists = row.stays; };
+        EXPECT_EQ(Submit(Entry(), {row.answer}).outcome, row.outcome);
+        EXPECT_EQ(service.orders.size(), 1u);
+        ExpectBoxes({{10115, 10114}});
+        EXPECT_EQ(prompt.asked[0].buttons, PromptButtons::YesNo);
+    }
+    EXPECT_TRUE(pause.waits.empty()) << "no fill to wait for";
+}
+
+TEST_F(OrderSubmission, FillsFollowTheirOrder) {
+    AddSpread('m', "EXA SA 1509/1512");
+    AddSpread('c', "EXA A&B 1509");
+    AddSpread('u', "EXA SU 1509 C3000/1509 C3100");
+    AddSpread('e', "EXA SE 1509 P3100/1509 P3000");
+    AddSpread('d', "EXA SD 1509 C3000/1509 P3000");
+    AddSpread('g', "EXA SG 1509 C3100/1509 P3000");
+    AddSpread('l', "EXA SL 1509 C3000/1512 C3000");
+    AddSpread('r', "EXA SR 1509 P3000/1512 P3000");
+    struct {
+        const char* contract;
+        char state;
+        int fillQty;
+        std::size_t fills;
+    } const rows[] = {
+        {"EXA CM 1509", '6', 5, 1},
+        {"EXA CM 1509", '5', 2, 1},
+        {"EXA SA 1509/1512", '6', 5, 2},
+        {"EXA A&B 1509", 'A', 1, 2},
+        {"EXA SU 1509 C3000/1509 C3100", '6', 5, 2},
+        {"EXA SE 1509 P3100/1509 P3000", '6', 5, 2},
+        {"EXA SD 1509 C3000/1509 P3000", '6', 5, 2},
+        {"EXA SG 1509 C3100/1509 P3000", '6', 5, 2},
+        {"EXA SL 1509 C3000/1512 C3000", '6', 5, 2},
+        {"EXA SR 1509 P3000/1512 P3000", '6', 5, 2},
+    };
+    for (const auto& row : rows) {
+        pause.waits.clear();
+        pause.whileWaiting = [&] { EXPECT_EQ(service.orders.size(), 1u) << "the order is out first"; };
+        OrderForm form = FilledEntry(OrderMode::Input, row.contract);
+        form.orderState = OrderStateToText(row.state);
+        form.fillQty = row.fillQty;
+        EXPECT_EQ(Submit(form, {PromptAnswer::No}).outcome, SubmitOutcome::Close);
+        ASSERT_EQ(service.fills.size(), row.fills) << row.contract;
+        EXPECT_EQ(pause.waits, std::vector<int>{100});
+        for (const FillRecord& fill : service.fills) {
+            EXPECT_EQ(fill.fillQty + 0u, static_cast<unsigned>(row.fillQty)) << row.contract;
+            EXPECT_EQ(fill.carryPair, 0);
+        }
+    }
+}
+
+TEST_F(OrderSubmission, InputStopsAtEachFailure) {
+    AddSpread('m', "EXA SA 1509/1512");
+    struct {
+        const char* step;
+        const char* contract;
+        std::deque<int> results;
+        SubmitOutcome outcome;
+        std::size_t orders, fills;
+        Boxes boxes;
+    } const rows[] = {
+        {"order", "EXA CM 1509", {1}, SubmitOutcome::Stay, 1, 0, {{10056, 10114}}},
+        {"fill", "EXA CM 1509", {0, 1}, SubmitOutcome::Stay, 1, 1, {}},
+        {"first leg", "EXA SA 1509/1512", {0, 1, 0}, SubmitOutcome::Close, 1, 2, {{10115, 10114}}},
+        {"second leg decides", "EXA SA 1509/1512", {0, 0, 1}, SubmitOutcome::Stay, 1, 2, {}},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Submit(FilledEntry(OrderMode::Input, row.contract), {}, row.results).outcome, row.outcome)
+            << row.step;
+        EXPECT_EQ(service.orders.size(), row.orders) << row.step;
+        EXPECT_EQ(service.fills.size(), row.fills) << row.step;
+        ExpectBoxes(row.boxes);
+    }
+    const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
+    OrderForm form = Entry();
+    EXPECT_EQ(SubmitOrder(form, unserved).outcome, SubmitOutcome::Stay);
+}
+
+// A host that comes to know an order while it is being sent.
+class LateOrderApi : public FakeTradeApi {
+public:
+    int unknownFor = 0;
+    OrderRecord* late = nullptr;
+    OrderRecord* GetOrder(std::uint32_t) override { return unknownFor-- > 0 ? nullptr : late; }
+};
+
+TEST_F(OrderSubmission, WhatTheServerHasIsNotSentAgain) {
+    OrderForm form = Correction(OrderMode::Input);
+    known.orderNo = 77;
+    api.orders = {&known};
+    EXPECT_EQ(Submit(form, {PromptAnswer::Ok, PromptAnswer::Yes}).outcome, SubmitOutcome::NextOrder);
+    ExpectBoxes({{10052, 10053}, {10115, 10114}});
+    EXPECT_TRUE(service.orders.empty());
+
+    LateOrderApi late;
+    static_cast<FakeTradeApi&>(late) = api;
+    late.late = &known;
+    const TradeData lateTrade(&late);
+    const OrderServices lateServices{lateTrade, requests, prompt, pause, clock};
+    const OrderForm filled = FilledEntry();
+    const OrderRecord order = BuildOrder(filled, api.contracts[0], trade, clock.now);
+    for (const auto& [alreadyFilled, orders, remaining] :
+         {std::tuple{5u, 0u, 0u}, {6u, 0u, 0u}, {2u, 1u, 3u}, {0u, 1u, 5u}}) {
+        known.fillQty = alreadyFilled;
+        late.unknownFor = 1;
+        service.orders.clear();
+        service.fills.clear();
+        prompt.asked.clear();
+        const InputResult result = SendInput(order, FillTermsOf(filled), lateServices);
+        EXPECT_FALSE(result.failed);
+        EXPECT_EQ(result.orderSent, orders == 1);
+        EXPECT_EQ(service.orders.size(), orders);
+        ExpectBoxes(orders ? Boxes{} : Boxes{{10055, 10053}});
+        ASSERT_EQ(service.fills.size(), orders);
+        if (orders) {
+            EXPECT_EQ(service.fills[0].fillQty + 0u, remaining);
+        }
+    }
+}
+
+TEST_F(OrderSubmission, AnUnknownSpreadCommoditySendsNothing) {
+    AddSpread('m', "EXA SA 1509/1512");
+    const OrderForm form = FilledEntry(OrderMode::Input, "EXA SA 1509/1512");
+    const OrderRecord order = BuildOrder(form, api.contracts.back(), trade, clock.now);
+    api.commodities.clear();
+    EXPECT_TRUE(SendInput(order, FillTermsOf(form), services).failed);
+    EXPECT_TRUE(service.orders.empty());
+}
+
+TEST_F(OrderSubmission, WhatIsConfirmedIsFinishedWithoutTheDialog) {
+    pause.whileWaiting = [&] { prompt.dialogExists = false; };
+    EXPECT_EQ(Submit(FilledEntry()).outcome, SubmitOutcome::Gone);
+    EXPECT_EQ(service.fills.size(), 1u);
+    EXPECT_TRUE(prompt.asked.empty()) << "nobody is left to ask";
+}
+
+TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
+    prompt.whileAsking = [&] { prompt.dialogExists = false; };
+    OrderForm doubtful = FilledEntry();
+    doubtful.fillPrice.whole = "97.3";
+    const Submission submission = Submit(doubtful, {PromptAnswer::Ok});
+    EXPECT_EQ(submission.outcome, SubmitOutcome::Gone);
+    EXPECT_FALSE(submission.focusFillPrice);
+    EXPECT_TRUE(service.orders.empty());
+
+    prompt.dialogExists = true;
+    OrderForm exercise = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    exercise.forwardContract = "240329";
+    EXPECT_EQ(Submit(exercise, {PromptAnswer::Yes}).outcome, SubmitOutcome::Gone);
+    EXPECT_TRUE(service.exercises.empty());
+}
+
+TEST_F(OrderSubmission, Corrections) {
+    struct {
+        OrderMode mode;
+        const char* account;
+        std::deque<int> results;
+        SubmitOutcome outcome;
+        std::size_t orders, removals;
+        Boxes boxes;
+    } const rows[] = {
+        {OrderMode::Modify, "100", {}, SubmitOutcome::Close, 1, 0, {}},
+        {OrderMode::Modify, "100", {1}, SubmitOutcome::Stay, 1, 0, {{10057, 10114}}},
+        {OrderMode::RemoveFilled, "100", {1}, SubmitOutcome::Close, 0, 1, {}},
+        {OrderMode::RemoveFilled, "100", {0}, SubmitOutcome::Stay, 0, 1, {{10058, 10114}}},
+        {OrderMode::Move, "100", {}, SubmitOutcome::Close, 0, 0, {{10059, 10060}}},
+        {OrderMode::Move, "200", {}, SubmitOutcome::Close, 1, 0, {}},
+        {OrderMode::Move, "200", {1}, SubmitOutcome::Stay, 1, 0, {}},
+        {static_cast<OrderMode>(9), "100", {}, SubmitOutcome::Close, 0, 0, {}},
+    };
+    for (const auto& row : rows) {
+        OrderForm form = Correction(row.mode);
+        form.account = row.account;
+        EXPECT_EQ(Submit(form, {}, row.results).outcome, row.outcome) << static_cast<int>(row.mode);
+        EXPECT_EQ(service.orders.size(), row.orders);
+        EXPECT_EQ(service.deletedOrders, std::vector<std::uint32_t>(row.removals, 77));
+        ExpectBoxes(row.boxes);
+    }
+}
+
+TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
+    struct {
+        char direction;
+        std::uint32_t longQty, shortQty;
+        std::deque<PromptAnswer> answers;
+        std::deque<int> results;
+        SubmitOutcome outcome;
+        std::size_t sent;
+        Boxes boxes;
+    } const rows[] = {
+        {'B', 5, 0, {}, {}, SubmitOutcome::Close, 1, {}},
+        {'S', 0, 5, {}, {}, SubmitOutcome::Close, 1, {}},
+        {'B', 3, 9, {PromptAnswer::Yes}, {}, SubmitOutcome::Close, 1, {{10116, 10114}}},
+        {'S', 9, 4, {PromptAnswer::No}, {}, SubmitOutcome::Stay, 0, {{10116, 10114}}},
+        {'B', 3, 9, {PromptAnswer::None}, {}, SubmitOutcome::Stay, 0, {{10116, 10114}}},
+        {'B', 9, 9, {}, {1}, SubmitOutcome::Stay, 1, {{10061, 10114}}},
+    };
+    for (const auto& row : rows) {
+        api.longQty = row.longQty;
+        api.shortQty = row.shortQty;
+        OrderForm form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+        form.forwardContract = "240329";
+        form.direction = DirectionToText(row.direction);
+        EXPECT_EQ(Submit(form, row.answers, row.results).outcome, row.outcome);
+        EXPECT_EQ(service.exercises.size(), row.sent);
+        ExpectBoxes(row.boxes);
+    }
+}
+
+TEST_F(OrderSubmission, AFaultyEntryStays) {
+    OrderForm form = Entry();
+    form.orderQty = 0;
+    EXPECT_EQ(Submit(form).outcome, SubmitOutcome::Stay);
+    EXPECT_TRUE(service.orders.empty());
+    OrderForm doubtful = FilledEntry();
+    doubtful.fillPrice.whole = "";
+    EXPECT_TRUE(Submit(doubtful, {PromptAnswer::Cancel}).focusFillPrice);
+}
+
+}  // namespace
