@@ -164,14 +164,16 @@ void CxComboBox::SetItems(std::vector<std::string> lines, bool fitWidth) {
     FillList(aligned, fitWidth && m_split);
 }
 
-void CxComboBox::FillList(const AlignedLines& aligned, bool fitWidth) {
-    {
-        ListRedrawOff redrawOff(m_hWnd);
-        ListMessage(CB_RESETCONTENT);
-        for (const std::string& line : aligned.lines) {
-            ListMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-        }
+void CxComboBox::SetPlainItems(const std::vector<std::string>& lines) {
+    ListRedrawOff redrawOff(m_hWnd);
+    ListMessage(CB_RESETCONTENT);
+    for (const std::string& line : lines) {
+        ListMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
     }
+}
+
+void CxComboBox::FillList(const AlignedLines& aligned, bool fitWidth) {
+    SetPlainItems(aligned.lines);
     if (!fitWidth) {
         return;
     }

@@ -41,6 +41,8 @@ public:
     // Replaces all items by these lines, aligned; the same as adding them and calling AlignColumns, in one
     // pass. Nothing is selected and the edit part is empty afterwards.
     void SetItems(std::vector<std::string> lines, bool fitWidth);
+    // Replaces all items by these lines as they are. Nothing is selected and the edit part is empty afterwards.
+    void SetPlainItems(const std::vector<std::string>& lines);
     // Brings the names into one column. Item data, selection and the text shown are kept, and nothing is
     // reported. `fitWidth`: the open list becomes as wide as its text.
     void AlignColumns(bool fitWidth);

@@ -1,16 +1,105 @@
 #include "order/order_dialog.h"
 
+#include "controls/dialog_keys.h"
+#include "controls/message_box.h"
+#include "controls/window_placement.h"
 #include "framework/guard.h"
+#include "framework/window_helpers.h"
+#include "order/carry_check_box.h"
+#include "order/message_pause.h"
+#include "order/order_checks.h"
 #include "res/dialog_creation.h"
-#include "res/resource_ids.h"
+#include "trade/host_services.h"
+
+namespace {
+
+constexpr UINT_PTR kStartTimer = 1;
+constexpr UINT kStartTimerPeriod = 10;  // milliseconds
+
+// Which edits take and step numbers. The wheel leaves the second fill price alone, and the order price of a
+// spread is stepped by the spread's own tick and may be negative.
+constexpr NumericRow kNumericRows[] = {
+    {IDC_ORDER_PRICE_WHOLE, IDC_ORDER_PRICE_SPIN, IDC_ORDER_PRICE_NUMERATOR, true, false, true},
+    {IDC_TRIGGER_PRICE_WHOLE, IDC_TRIGGER_PRICE_SPIN, IDC_TRIGGER_PRICE_NUMERATOR},
+    {IDC_FILL_PRICE_WHOLE, IDC_FILL_PRICE_SPIN, IDC_FILL_PRICE_NUMERATOR},
+    {IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_SPIN, IDC_FILL_PRICE2_NUMERATOR, false},
+    {IDC_NEAR_POSITION_PRICE_WHOLE, IDC_NEAR_POSITION_PRICE_SPIN, IDC_NEAR_POSITION_PRICE_NUMERATOR},
+    {IDC_FORWARD_POSITION_PRICE_WHOLE, IDC_FORWARD_POSITION_PRICE_SPIN, IDC_FORWARD_POSITION_PRICE_NUMERATOR},
+    {IDC_ORDER_QTY, IDC_ORDER_QTY_SPIN},
+    {IDC_FILL_QTY, IDC_FILL_QTY_SPIN},
+};
+constexpr NumericTable kNumericTable{kNumericRows, IDC_FEE, TextRuleScope::ChangedEdit};
+
+}  // namespace
+
+#define ON_NUMBER(id) ON_CONTROL_RANGE(EN_UPDATE, id, id, &CEmendoOrder::OnNumberUpdate)
+#define ON_SPIN(id) ON_NOTIFY_RANGE(UDN_DELTAPOS, id, id, &CEmendoOrder::OnSpin)
 
 BEGIN_MESSAGE_MAP(CEmendoOrder, CDialog)
 ON_WM_CLOSE()
+ON_WM_TIMER()
+ON_MESSAGE(WM_SELECTCODE, &CEmendoOrder::OnSelectCode)
 ON_BN_CLICKED(IDC_CANCEL, &CEmendoOrder::OnCancelClicked)
+ON_BN_CLICKED(IDC_CONFIRM, &CEmendoOrder::OnConfirm)
+ON_BN_CLICKED(IDC_CONTRACT_PICK, &CEmendoOrder::OnPickContract)
+ON_EN_KILLFOCUS(IDC_CONTRACT, &CEmendoOrder::OnContractFocusLost)
+ON_CBN_SELCHANGE(IDC_ACCOUNT, &CEmendoOrder::OnAccountSelected)
+ON_CBN_KILLFOCUS(IDC_ACCOUNT, &CEmendoOrder::OnAccountFocusLost)
+ON_CBN_SETFOCUS(IDC_ACCOUNT, &CEmendoOrder::OnAccountFocus)
+ON_CBN_SELCHANGE(IDC_DIRECTION, &CEmendoOrder::OnDirectionSelected)
+ON_CBN_SELCHANGE(IDC_VALID_TYPE, &CEmendoOrder::OnValidTypeSelected)
+ON_CBN_SELCHANGE(IDC_SOURCE, &CEmendoOrder::OnSourceSelected)
+ON_CBN_SELCHANGE(IDC_ORDER_TYPE, &CEmendoOrder::OnTypeOrStateSelected)
+ON_CBN_SELCHANGE(IDC_ORDER_STATE, &CEmendoOrder::OnTypeOrStateSelected)
+ON_CBN_SELCHANGE(IDC_UPPER, &CEmendoOrder::OnCarryChoice)
+ON_CBN_KILLFOCUS(IDC_UPPER, &CEmendoOrder::OnCarryChoice)
+ON_CBN_SELCHANGE(IDC_FORWARD_CONTRACT, &CEmendoOrder::OnCarryChoice)
+ON_CBN_KILLFOCUS(IDC_FORWARD_CONTRACT, &CEmendoOrder::OnCarryChoice)
+ON_EN_KILLFOCUS(IDC_NEAR_POSITION_PRICE_WHOLE, &CEmendoOrder::OnCarryChoice)
+ON_EN_KILLFOCUS(IDC_NEAR_POSITION_PRICE_NUMERATOR, &CEmendoOrder::OnCarryChoice)
+ON_EN_KILLFOCUS(IDC_FORWARD_POSITION_PRICE_WHOLE, &CEmendoOrder::OnCarryChoice)
+ON_EN_KILLFOCUS(IDC_FORWARD_POSITION_PRICE_NUMERATOR, &CEmendoOrder::OnCarryChoice)
+ON_EN_KILLFOCUS(IDC_FILL_PRICE_WHOLE, &CEmendoOrder::OnFillPriceFocusLost)
+ON_EN_KILLFOCUS(IDC_FILL_PRICE_NUMERATOR, &CEmendoOrder::OnFillPriceFocusLost)
+ON_EN_KILLFOCUS(IDC_FILL_PRICE2_WHOLE, &CEmendoOrder::OnFillPriceFocusLost)
+ON_EN_KILLFOCUS(IDC_FILL_PRICE2_NUMERATOR, &CEmendoOrder::OnFillPriceFocusLost)
+ON_EN_CHANGE(IDC_ORDER_QTY, &CEmendoOrder::OnOrderQtyChanged)
+ON_EN_CHANGE(IDC_FILL_QTY, &CEmendoOrder::OnFillQtyChanged)
+ON_BN_CLICKED(IDC_FEE_GIVEN, &CEmendoOrder::OnFeeClicked)
+ON_BN_CLICKED(IDC_NEAR_CHOSEN_POSITION, &CEmendoOrder::OnChosenPositionClicked)
+ON_BN_CLICKED(IDC_FORWARD_CHOSEN_POSITION, &CEmendoOrder::OnChosenPositionClicked)
+ON_NOTIFY(NM_CUSTOMDRAW, IDC_NEAR_CHOSEN_POSITION, &CEmendoOrder::OnDrawChosenPosition)
+ON_NOTIFY(NM_CUSTOMDRAW, IDC_FORWARD_CHOSEN_POSITION, &CEmendoOrder::OnDrawChosenPosition)
+ON_NUMBER(IDC_ORDER_PRICE_WHOLE)
+ON_NUMBER(IDC_ORDER_PRICE_NUMERATOR)
+ON_NUMBER(IDC_TRIGGER_PRICE_WHOLE)
+ON_NUMBER(IDC_TRIGGER_PRICE_NUMERATOR)
+ON_NUMBER(IDC_FILL_PRICE_WHOLE)
+ON_NUMBER(IDC_FILL_PRICE_NUMERATOR)
+ON_NUMBER(IDC_FILL_PRICE2_WHOLE)
+ON_NUMBER(IDC_FILL_PRICE2_NUMERATOR)
+ON_NUMBER(IDC_NEAR_POSITION_PRICE_WHOLE)
+ON_NUMBER(IDC_NEAR_POSITION_PRICE_NUMERATOR)
+ON_NUMBER(IDC_FORWARD_POSITION_PRICE_WHOLE)
+ON_NUMBER(IDC_FORWARD_POSITION_PRICE_NUMERATOR)
+ON_NUMBER(IDC_ORDER_QTY)
+ON_NUMBER(IDC_FILL_QTY)
+ON_NUMBER(IDC_FEE)
+ON_SPIN(IDC_ORDER_PRICE_SPIN)
+ON_SPIN(IDC_TRIGGER_PRICE_SPIN)
+ON_SPIN(IDC_FILL_PRICE_SPIN)
+ON_SPIN(IDC_FILL_PRICE2_SPIN)
+ON_SPIN(IDC_NEAR_POSITION_PRICE_SPIN)
+ON_SPIN(IDC_FORWARD_POSITION_PRICE_SPIN)
+ON_SPIN(IDC_ORDER_QTY_SPIN)
+ON_SPIN(IDC_FILL_QTY_SPIN)
 END_MESSAGE_MAP()
 
 CEmendoOrder::CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent)
-    : m_templateId(templateId), m_mode(mode), m_record(record), m_parent(parent) {}
+    : m_templateId(templateId), m_parent(parent), m_contract(m_form), m_numbers(kNumericTable, m_contract) {
+    m_form.mode = static_cast<OrderMode>(mode);
+    m_form.original = record;
+}
 
 CEmendoOrder::~CEmendoOrder() {
     if (g_pOrderDialog == this) {
@@ -22,13 +111,97 @@ bool CEmendoOrder::Create() {
     return CreateFromResources(*this, m_templateId, m_parent);
 }
 
+BOOL CEmendoOrder::OnInitDialog() {
+    CDialog::OnInitDialog();
+    SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetUpCombos();
+    m_numbers.Attach(m_hWnd);
+    m_form.validUntil = SystemClock().Now().fields;
+    FillWordLists();
+    Combo(IDC_CURRENCY).SetPlainItems(ListCurrencies(m_form, CurrentTradeData()).items);
+    FillAccounts();
+    Combo(IDC_UPPER).SetPlainItems(ListUppers(m_form, CurrentTradeData()).items);
+
+    LoadOriginal(m_form, CurrentTradeData());
+    m_accountText = m_form.account;
+    ShowForm();
+    ShowContract();
+    if (m_form.mode != OrderMode::Move) {
+        GenerateNumbers(m_form, SystemClock().Now());
+        ShowNumbers();
+    }
+    m_started = true;
+    Refresh();
+    ApplyMode();
+    UpdateFilters();
+    SetTimer(kStartTimer, kStartTimerPeriod);
+    return FALSE;
+}
+
+void CEmendoOrder::OnTimer(UINT_PTR id) {
+    if (id == kStartTimer) {
+        KillTimer(kStartTimer);
+        ArrangeBottomRow();
+        PlaceDialogOverHost(m_hWnd);
+    }
+    CDialog::OnTimer(id);
+}
+
 BOOL CEmendoOrder::PreTranslateMessage(const MSG* message) {
     return Guarded(
         [&] { return message && IsNearOwnWindow(message->hwnd) && OfferToWindows(*this, *message); }, false);
 }
 
 BOOL CEmendoOrder::PreTranslateMessage(MSG* message) {
-    return message->message == WM_KEYDOWN && message->wParam == VK_TAB && IsDialogMessage(message);
+    const HWND window = m_hWnd;
+    switch (TranslateDialogKey(window, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
+        case KeyOutcome::Consumed: return TRUE;
+        case KeyOutcome::DialogKeyboard: return ::IsDialogMessageA(window, message);
+        case KeyOutcome::Pass: break;
+    }
+    return FALSE;
+}
+
+void CEmendoOrder::OnConfirm() {
+    if (m_confirming) {
+        return;
+    }
+    m_confirming = true;
+    const WindowWatch watch(this);
+    MessageBoxPrompt prompt(*this);
+    if (ConfirmElectronicOrder(m_form, prompt) && watch.WindowAlive()) {
+        ReadForm();
+        m_form.account = m_accountText;
+        const TradeData trade = CurrentTradeData();
+        const TradeRequests requests = CurrentTradeRequests();
+        MessagePause pause;
+        const Submission submission =
+            SubmitOrder(m_form, OrderServices{trade, requests, prompt, pause, SystemClock()});
+        if (watch.WindowAlive()) {
+            Finish(submission);
+        }
+    }
+    if (watch.ObjectAlive()) {
+        m_confirming = false;
+    }
+}
+
+void CEmendoOrder::Finish(const Submission& submission) {
+    switch (submission.outcome) {
+        case SubmitOutcome::Close: SendMessage(WM_CLOSE); return;
+        case SubmitOutcome::NextOrder:
+            PrepareNextOrder(m_form, SystemClock().Now());
+            SetDlgItemText(IDC_ORDER_QTY, "0");
+            ShowNumbers();
+            ::SetFocus(GetDlgItem(IDC_ACCOUNT));
+            return;
+        case SubmitOutcome::Stay:
+            if (submission.focusFillPrice) {
+                ::SetFocus(GetDlgItem(IDC_FILL_PRICE_WHOLE));
+            }
+            return;
+        case SubmitOutcome::Gone: return;
+    }
 }
 
 void CEmendoOrder::OnClose() {
@@ -43,4 +216,18 @@ void CEmendoOrder::OnCancelClicked() {
 void CEmendoOrder::PostNcDestroy() {
     CDialog::PostNcDestroy();
     delete this;
+}
+
+void CEmendoOrder::OnNumberUpdate(UINT controlId) {
+    m_numbers.OnTextUpdate(static_cast<int>(controlId));
+}
+
+BOOL CEmendoOrder::OnSpin(UINT, NMHDR* notification, LRESULT* result) {
+    *result = m_numbers.OnSpin(notification);
+    return TRUE;
+}
+
+BOOL CEmendoOrder::OnDrawChosenPosition(NMHDR* notification, LRESULT* result) {
+    *result = DrawChosenPositionLabel(*reinterpret_cast<const NMCUSTOMDRAW*>(notification));
+    return TRUE;
 }

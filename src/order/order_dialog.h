@@ -1,11 +1,22 @@
 #pragma once
 
+#include "controls/numeric_entry.h"
+#include "controls/sele_code_wnd.h"
+#include "controls/x_combo_box.h"
 #include "framework/dialog.h"
+#include "order/carry_lists.h"
+#include "order/order_layout.h"
+#include "order/order_population.h"
+#include "order/order_submission.h"
 #include "trade/plugin_interface.h"
+#include "trade/trader_spi.h"
+
+#include <array>
+#include <memory>
 
 // The order dialog: one class for every mode of working on an order. It deletes itself when its window is
 // destroyed.
-class CEmendoOrder : public CDialog, public IEmendixOper {
+class CEmendoOrder : public CDialog, public TradeSpiEx, public IEmendixOper, public ISelectDataNotify {
 public:
     // `record` is the host's order to work on, may be null; it is kept, not copied.
     CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent);
@@ -15,29 +26,103 @@ public:
     // null.
     bool Create();
 
-    int Mode() const { return m_mode; }
-    OrderRecord* Record() const { return m_record; }
-
     // For the host: a message of its loop on the way to the dialog's windows.
     BOOL PreTranslateMessage(const MSG* message) override;
     HWND GetSafeHwnd() override { return m_hWnd; }
+
+    // A position changed.
+    void OnTradeNotify11(void* position) override;
+    // The operator picked a position in one of the carry lists.
+    void OnSelectData(ITradeListWindow* list, int unused, PositionRecord* position) override;
 
     // The dialog's own keyboard.
     BOOL PreTranslateMessage(MSG* message) override;
 
 protected:
+    void DoDataExchange(CDataExchange* exchange) override;
+    BOOL OnInitDialog() override;
     void PostNcDestroy() override;
 
     void OnClose();
+    void OnTimer(UINT_PTR id);
     void OnCancelClicked();
+    void OnConfirm();
+
+    void OnAccountSelected();
+    void OnAccountFocusLost();
+    void OnAccountFocus();
+    void OnDirectionSelected();
+    void OnValidTypeSelected();
+    void OnSourceSelected();
+    void OnTypeOrStateSelected();
+    void OnCarryChoice();
+    void OnFillPriceFocusLost();
+    void OnOrderQtyChanged();
+    void OnFillQtyChanged();
+    void OnFeeClicked();
+    void OnChosenPositionClicked();
+    void OnContractFocusLost();
+    void OnPickContract();
+    LRESULT OnSelectCode(WPARAM text, LPARAM sign);
+    void OnNumberUpdate(UINT controlId);
+    BOOL OnSpin(UINT controlId, NMHDR* notification, LRESULT* result);
+    BOOL OnDrawChosenPosition(NMHDR* notification, LRESULT* result);
 
     DECLARE_MESSAGE_MAP()
 
 private:
+    // The contract of the dialog, as its numeric edits ask for it.
+    class Contract final : public INumericContext {
+    public:
+        explicit Contract(const OrderForm& form) : m_form(form) {}
+        CommodityKey Commodity() const override;
+        TradeData Trade() const override;
+        std::string FormatPrice(double price) const override;
+
+    private:
+        const OrderForm& m_form;
+    };
+
+    CxComboBox& Combo(int id);
+    void BindCombos(CDataExchange* exchange);
+    // Values of the controls into the form and back.
+    void ReadForm();
+    void ShowForm();
+
+    void FillWordLists();
+    void FillAccounts();
+    void FillForwardContracts();
+    void SetUpCombos();
+    void ShowContract();
+    void ShowNumbers();
+
+    void Apply(const std::vector<ControlChange>& changes);
+    void Apply(const ControlState& state);
+    void ApplyMode();
+    void LeaveUnusableFocus();
+    void Refresh();
+    void FollowCommodity();
+    void ArrangeBottomRow();
+
+    void UpdateCarry();
+    void UpdateFilters();
+    void UpdateQuantities(const PositionRecord* changed);
+
+    void Finish(const Submission& submission);
+
     unsigned m_templateId;
-    int m_mode;
-    OrderRecord* m_record;
     HWND m_parent;
+    OrderForm m_form;
+    std::string m_accountText;  // of the account combo box; the form's account is the one last taken over
+    Contract m_contract;
+    NumericEntry m_numbers;
+    std::array<CxComboBox, 10> m_combos;
+    std::unique_ptr<CSeleCodeWnd> m_picker;
+    CarryLists m_carryLists;
+    bool m_started = false;     // lists and values are there, changes of controls are the operator's
+    bool m_refreshing = false;
+    bool m_showing = false;     // the form is on its way into the controls, which must not be read meanwhile
+    bool m_confirming = false;  // a request or a question of the confirm button is on its way
 };
 
 // The one open order dialog; null when there is none.

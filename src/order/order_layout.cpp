@@ -208,6 +208,20 @@ std::vector<ControlChange> RefreshChanges(const LayoutInput& input) {
     return changes.Take();
 }
 
+std::vector<ControlChange> FractionChanges(const LayoutInput& input) {
+    const auto keeps = [](const ControlChange& change) {
+        return std::any_of(kPriceRows.begin(), kPriceRows.end(), [&](const PriceRowControls& row) {
+            const int id = change.state.id;
+            const bool enables = change.state.enabled != Wanted::Keep && !change.text;
+            return id == row.denominator ||
+                   (enables && (id == row.plus || id == row.numerator || id == row.slash));
+        });
+    };
+    std::vector<ControlChange> changes = RefreshChanges(input);
+    std::erase_if(changes, [&](const ControlChange& change) { return !keeps(change); });
+    return changes;
+}
+
 ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMoment& now) {
     ModeSetup setup;
     setup.title = OrderTitle(form.mode, form.original);

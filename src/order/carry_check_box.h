@@ -1,0 +1,9 @@
+#pragma once
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+// Draws the label of a chosen-position box in the colour of something to follow, beside the box that the
+// system has drawn. For NM_CUSTOMDRAW; the result is the notification's.
+LRESULT DrawChosenPositionLabel(const NMCUSTOMDRAW& draw);

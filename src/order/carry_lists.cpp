@@ -1,0 +1,49 @@
+#include "order/carry_lists.h"
+
+#include "trade/host_services.h"
+
+namespace {
+
+ITradeListWindow* Make(HWND owner, ISelectDataNotify* notify) {
+    ITradeListWindow* list = g_pTradeList ? g_pTradeList->CreateListWindow(0, 4, owner, 1) : nullptr;
+    if (list) {
+        list->SetNotify(notify);
+    }
+    return list;
+}
+
+void Release(ITradeListWindow* list) {
+    if (list && g_pTradeList) {
+        g_pTradeList->ReleaseListWindow(list);
+    }
+}
+
+void PlaceList(ITradeListWindow* list, const PixelRect& place) {
+    if (list) {
+        list->Place(place.left, place.top, place.right - place.left, place.bottom - place.top, 1);
+    }
+}
+
+}  // namespace
+
+CarryLists::~CarryLists() {
+    Release(m_near);
+    Release(m_forward);
+}
+
+void CarryLists::Create(HWND owner, ISelectDataNotify* notify) {
+    m_near = Make(owner, notify);
+    m_forward = Make(owner, notify);
+}
+
+void CarryLists::Place(const PixelRect& near, const PixelRect& forward) {
+    PlaceList(m_near, near);
+    PlaceList(m_forward, forward);
+}
+
+void CarryLists::SetFilters(const PositionFilters& filters) {
+    if (Complete()) {
+        m_near->SetFilter(&filters.near);
+        m_forward->SetFilter(&filters.forward);
+    }
+}
