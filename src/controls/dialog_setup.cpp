@@ -18,10 +18,8 @@ void SetUpCombo(CxComboBox& combo, const ComboSettings& settings) {
     }
 }
 
-void SetPlainItems(CxComboBox& combo, std::vector<std::string> lines) {
-    combo.SetSplit(false);
-    combo.SetItems(std::move(lines), false);
-    combo.SetSplit(true);
+void SetPlainItems(CxComboBox& combo, const std::vector<std::string>& lines) {
+    combo.SetLines(lines);
     combo.SetDroppedWidth(combo.WidestItem(nullptr) + GetSystemMetrics(SM_CXVSCROLL) + kMarginOfPlainList);
 }
 
@@ -31,11 +29,13 @@ void ApplyControlStates(HWND dialog, std::span<const ControlState> states) {
         if (!control) {
             continue;
         }
-        if (state.shown != Wanted::Keep) {
-            ShowWindow(control, state.shown == Wanted::Yes ? SW_SHOW : SW_HIDE);
+        const bool shown = (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
+        if (state.shown != Wanted::Keep && shown != (state.shown == Wanted::Yes)) {
+            ShowWindow(control, shown ? SW_HIDE : SW_SHOWNA);
         }
-        if (state.enabled != Wanted::Keep) {
-            EnableWindow(control, state.enabled == Wanted::Yes);
+        const bool enabled = IsWindowEnabled(control) != FALSE;
+        if (state.enabled != Wanted::Keep && enabled != (state.enabled == Wanted::Yes)) {
+            EnableWindow(control, !enabled);
         }
     }
 }

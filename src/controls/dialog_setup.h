@@ -12,7 +12,7 @@ void SetUpCombo(CxComboBox& combo, const ComboSettings& settings);
 
 // Replaces the items by these lines as they are, names not aligned. The open list becomes as wide as its widest
 // line in the default font of a device context, with room for a scroll bar.
-void SetPlainItems(CxComboBox& combo, std::vector<std::string> lines);
+void SetPlainItems(CxComboBox& combo, const std::vector<std::string>& lines);
 
 // Shows, hides, enables and disables the dialog's controls.
 void ApplyControlStates(HWND dialog, std::span<const ControlState> states);

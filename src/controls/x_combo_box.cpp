@@ -164,7 +164,7 @@ void CxComboBox::SetItems(std::vector<std::string> lines, bool fitWidth) {
     FillList(aligned, fitWidth && m_split);
 }
 
-void CxComboBox::SetPlainItems(const std::vector<std::string>& lines) {
+void CxComboBox::SetLines(const std::vector<std::string>& lines) {
     ListRedrawOff redrawOff(m_hWnd);
     ListMessage(CB_RESETCONTENT);
     for (const std::string& line : lines) {
@@ -173,7 +173,7 @@ void CxComboBox::SetPlainItems(const std::vector<std::string>& lines) {
 }
 
 void CxComboBox::FillList(const AlignedLines& aligned, bool fitWidth) {
-    SetPlainItems(aligned.lines);
+    SetLines(aligned.lines);
     if (!fitWidth) {
         return;
     }

@@ -42,7 +42,7 @@ public:
     // pass. Nothing is selected and the edit part is empty afterwards.
     void SetItems(std::vector<std::string> lines, bool fitWidth);
     // Replaces all items by these lines as they are. Nothing is selected and the edit part is empty afterwards.
-    void SetPlainItems(const std::vector<std::string>& lines);
+    void SetLines(const std::vector<std::string>& lines);
     // Brings the names into one column. Item data, selection and the text shown are kept, and nothing is
     // reported. `fitWidth`: the open list becomes as wide as its text.
     void AlignColumns(bool fitWidth);

@@ -4,6 +4,10 @@
 
 #include <commctrl.h>
 
+// Keywords of 16-bit compilers, still macros in the system's headers, and good names.
+#undef near
+#undef far
+
 #include <type_traits>
 
 class CWnd;

@@ -1,7 +1,7 @@
 #include "order/order_dialog.h"
 
 #include "controls/dialog_keys.h"
-#include "controls/message_box.h"
+#include "controls/dialog_prompt.h"
 #include "controls/window_placement.h"
 #include "framework/guard.h"
 #include "framework/window_helpers.h"
@@ -118,9 +118,9 @@ BOOL CEmendoOrder::OnInitDialog() {
     m_numbers.Attach(m_hWnd);
     m_form.validUntil = SystemClock().Now().fields;
     FillWordLists();
-    Combo(IDC_CURRENCY).SetPlainItems(ListCurrencies(m_form, CurrentTradeData()).items);
+    Combo(IDC_CURRENCY).SetLines(ListCurrencies(m_form, CurrentTradeData()).items);
     FillAccounts();
-    Combo(IDC_UPPER).SetPlainItems(ListUppers(m_form, CurrentTradeData()).items);
+    Combo(IDC_UPPER).SetLines(ListUppers(m_form, CurrentTradeData()).items);
 
     LoadOriginal(m_form, CurrentTradeData());
     m_accountText = m_form.account;
@@ -168,7 +168,7 @@ void CEmendoOrder::OnConfirm() {
     }
     m_confirming = true;
     const WindowWatch watch(this);
-    MessageBoxPrompt prompt(*this);
+    DialogPrompt prompt(*this);
     if (ConfirmElectronicOrder(m_form, prompt) && watch.WindowAlive()) {
         ReadForm();
         m_form.account = m_accountText;

@@ -97,7 +97,6 @@ private:
     void ShowNumbers();
 
     void Apply(const std::vector<ControlChange>& changes);
-    void Apply(const ControlState& state);
     void ApplyMode();
     void LeaveUnusableFocus();
     void Refresh();

@@ -1,7 +1,7 @@
 // The order dialog's values and lists on their way between the form and the controls, and what a layout wants
 // of the controls.
 
-#include "controls/window_placement.h"
+#include "controls/dialog_setup.h"
 #include "framework/data_exchange.h"
 #include "framework/window_helpers.h"
 #include "order/order_dialog.h"
@@ -10,6 +10,7 @@
 #include "trade/host_services.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -139,23 +140,14 @@ void CEmendoOrder::ShowForm() {
 
 void CEmendoOrder::SetUpCombos() {
     for (const ComboSettings& settings : OrderComboSettings()) {
-        CxComboBox& combo = Combo(settings.id);
-        combo.SetShowFullText(settings.showFullText);
-        if (settings.wholeItemIsCode) {
-            combo.SetSeparator(0);
-        }
-        combo.SetNoContextMenu(settings.noContextMenu);
-        combo.SetListOnly(settings.listOnly);
-        if (settings.minVisibleItems > 0) {
-            combo.SetMinVisibleItems(settings.minVisibleItems);
-        }
+        SetUpCombo(Combo(settings.id), settings);
     }
 }
 
 void CEmendoOrder::FillWordLists() {
     for (const ComboSettings& settings : OrderComboSettings()) {
         if (const auto words = WordItems(settings.id); !words.empty()) {
-            Combo(settings.id).SetPlainItems(words);
+            Combo(settings.id).SetLines(words);
         }
     }
 }
@@ -167,8 +159,7 @@ void CEmendoOrder::FillAccounts() {
     const std::string former = TextOf(combo.m_hWnd);
     const ComboList list = ListAccounts(m_form, trade);
     combo.EnableWindow(MayChangeAccount(m_form, trade));
-    combo.SetPlainItems(list.items);
-    combo.SetDroppedWidth(combo.WidestItem(combo.GetFont()) + 4 + GetSystemMetrics(SM_CXVSCROLL));
+    SetPlainItems(combo, list.items);
     if (former.empty()) {
         return;
     }
@@ -185,7 +176,7 @@ void CEmendoOrder::FillForwardContracts() {
     if (!list) {
         return;
     }
-    combo.SetPlainItems(list->items);
+    combo.SetLines(list->items);
     const bool scrolls = combo.GetCount() > combo.GetMinVisibleItems();
     combo.SetDroppedWidth(combo.WidestItem(combo.GetFont()) + 2 * GetSystemMetrics(SM_CXBORDER) +
                           (scrolls ? GetSystemMetrics(SM_CXVSCROLL) : 0) + 2);
@@ -209,26 +200,9 @@ void CEmendoOrder::ShowNumbers() {
     SetDlgItemText(IDC_FILL_NO, m_form.exchangeFillNo);
 }
 
-void CEmendoOrder::Apply(const ControlState& state) {
-    const HWND control = GetDlgItem(state.id);
-    if (!control) {
-        return;
-    }
-    const bool shown = (GetWindowLongA(control, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (state.shown != Wanted::Keep && shown != (state.shown == Wanted::Yes)) {
-        ::ShowWindow(control, state.shown == Wanted::Yes ? SW_SHOWNA : SW_HIDE);
-    }
-    if (state.enabled != Wanted::Keep) {
-        const bool enable = state.enabled == Wanted::Yes;
-        if ((::IsWindowEnabled(control) != FALSE) != enable) {
-            ::EnableWindow(control, enable);
-        }
-    }
-}
-
 void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
     for (const ControlChange& change : changes) {
-        Apply(change.state);
+        ApplyControlStates(m_hWnd, {&change.state, 1});
         const HWND control = GetDlgItem(change.state.id);
         const auto report = [&](WORD notification) {
             SendMessage(WM_COMMAND, MAKEWPARAM(change.state.id, notification), reinterpret_cast<LPARAM>(control));

@@ -1,11 +1,14 @@
 // What the order dialog does when the operator changes a control, and when the host reports a position.
 
+#include "controls/dialog_setup.h"
 #include "framework/guard.h"
 #include "framework/window_helpers.h"
 #include "order/carry_positions.h"
 #include "order/order_dialog.h"
 #include "trade/code_tables.h"
 #include "trade/host_services.h"
+
+#include <cstring>
 
 namespace {
 
@@ -55,9 +58,7 @@ void CEmendoOrder::OnDirectionSelected() {
 
 void CEmendoOrder::OnValidTypeSelected() {
     const std::string validType = Combo(IDC_VALID_TYPE).GetText();
-    for (const ControlState& state : ValidDateStates(ValidTypeFromText(validType))) {
-        Apply(state);
-    }
+    ApplyControlStates(m_hWnd, ValidDateStates(ValidTypeFromText(validType)));
 }
 
 void CEmendoOrder::OnSourceSelected() {
