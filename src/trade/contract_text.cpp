@@ -1,40 +1,83 @@
 #include "trade/contract_text.h"
 
-#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace {
 
 constexpr char kNoOption = 'N';
 constexpr std::size_t kMaxParts = 5;
 
-// A contract text at its blanks. An empty part, also one of two blanks in a row, makes the count 0, and so do
-// too many parts; one blank at the end does not.
+// The parts of a contract text, between its blanks.
 struct Parts {
     std::array<std::string_view, kMaxParts> part;
     std::size_t count = 0;
+
+    bool Add(const char* start, const char* stop) {
+        if (start == stop || count == kMaxParts) {
+            return false;
+        }
+        part[count++] = {start, static_cast<std::size_t>(stop - start)};
+        return true;
+    }
 };
 
-Parts SplitAtBlanks(std::string_view text) {
-    Parts parts;
+// False for an empty part, also one between two blanks in a row, and for too many. One blank at the end makes
+// no further part; a zero ends the text.
+bool SplitAtBlanks(std::string_view text, Parts& parts) {
     const char* start = text.data();
-    const char* const end = start + std::min(text.size(), text.find('\0'));
-    while (start != end) {
-        const char* stop = start;
-        while (stop != end && *stop != ' ') {
-            ++stop;
+    const char* const end = start + text.size();
+    const char* stop = start;
+    for (; stop != end && *stop; ++stop) {
+        if (*stop == ' ') {
+            if (!parts.Add(start, stop)) {
+                return false;
+            }
+            start = stop + 1;
         }
-        if (stop == start || parts.count == kMaxParts) {
-            return {};
-        }
-        parts.part[parts.count++] = {start, static_cast<std::size_t>(stop - start)};
-        start = stop == end ? end : stop + 1;
     }
-    return parts;
+    return start == stop || parts.Add(start, stop);
+}
+
+// The codes of a key share one width. What is copied here holds no zero and is short, so the fields are set
+// with a few moves in place of the calls that an arbitrary text needs.
+using Field = FixedText<11>;
+
+std::string_view Cut(std::string_view text) {
+    return text.substr(0, Field::kWidth - 1);
+}
+
+void Set(Field& field, std::string_view text) {
+    const char* from = text.data();
+    const std::size_t length = Cut(text).size();
+    const auto copyEnds = [&](auto chunk) {
+        std::memcpy(field.chars, from, sizeof(chunk));
+        std::memcpy(field.chars + length - sizeof(chunk), from + length - sizeof(chunk), sizeof(chunk));
+    };
+    std::memset(field.chars, 0, sizeof(field.chars));
+    if (length >= sizeof(std::uint64_t)) {
+        copyEnds(std::uint64_t{});
+    } else if (length >= sizeof(std::uint32_t)) {
+        copyEnds(std::uint32_t{});
+    } else {
+        for (std::size_t i = 0; i < length; ++i) {
+            field.chars[i] = from[i];
+        }
+    }
+}
+
+std::size_t Find(std::string_view text, char wanted) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == wanted) {
+            return i;
+        }
+    }
+    return std::string_view::npos;
 }
 
 bool Contains(std::string_view text, char wanted) {
-    return text.find(wanted) != std::string_view::npos;
+    return Find(text, wanted) != std::string_view::npos;
 }
 
 char OptionLetter(std::string_view optionText) {
@@ -43,88 +86,108 @@ char OptionLetter(std::string_view optionText) {
 }
 
 void ReadContractPart(std::string_view commodity, std::string_view text, ContractKey& key) {
-    const std::size_t slash = text.find('/');
+    const std::size_t slash = Find(text, '/');
     if (Contains(commodity, '&')) {
         key.commodityType = CommodityType::kSpreadCommodity;
-        key.contractNo.Set(text);
-        key.contractNo2.Set(text);
+        Set(key.contractNo, text);
+        Set(key.contractNo2, text);
     } else if (slash == std::string_view::npos) {
         key.commodityType = CommodityType::kFutures;
-        key.contractNo.Set(text);
+        Set(key.contractNo, text);
     } else {
         key.commodityType = CommodityType::kSpreadMonth;
-        key.contractNo.Set(text.substr(0, slash));
-        key.contractNo2.Set(text.substr(slash + 1));
+        Set(key.contractNo, text.substr(0, slash));
+        Set(key.contractNo2, text.substr(slash + 1));
     }
 }
+
+struct OptionLeg {
+    std::string_view contractNo;
+    char type;
+    std::string_view strike;
+};
 
 // The type of an option pair, 0 when the legs make none. Strikes compare as text.
-char OptionPairType(const ContractKey& key) {
-    const int strikes = key.strikePrice.View().compare(key.strikePrice2.View());
-    const bool sameContract = key.contractNo.View() == key.contractNo2.View();
-    const char first = key.optionType;
-    const char second = key.optionType2;
-    if (sameContract && first == second) {
-        return first == 'P' && strikes > 0   ? CommodityType::kBearVertical
-               : first == 'C' && strikes < 0 ? CommodityType::kBullVertical
-                                             : '\0';
+char OptionPairType(const OptionLeg& first, const OptionLeg& second) {
+    const int strikes = Cut(first.strike).compare(Cut(second.strike));
+    const bool sameContract = Cut(first.contractNo) == Cut(second.contractNo);
+    const bool calls = first.type == 'C' && second.type == 'C';
+    const bool puts = first.type == 'P' && second.type == 'P';
+    if (!sameContract) {
+        return strikes != 0 ? 0
+               : calls      ? CommodityType::kCalendarCall
+               : puts       ? CommodityType::kCalendarPut
+                            : 0;
     }
-    if (sameContract) {
-        return first != 'C' || second != 'P' || strikes < 0 ? '\0'
-               : strikes == 0                               ? CommodityType::kStraddle
-                                                            : CommodityType::kStrangle;
+    if (calls || puts) {
+        return calls && strikes < 0  ? CommodityType::kBullVertical
+               : puts && strikes > 0 ? CommodityType::kBearVertical
+                                     : 0;
     }
-    if (strikes != 0 || first != second) {
+    if (first.type != 'C' || second.type != 'P' || strikes < 0) {
         return 0;
     }
-    return first == 'P' ? CommodityType::kCalendarPut : first == 'C' ? CommodityType::kCalendarCall : '\0';
+    return strikes == 0 ? CommodityType::kStraddle : CommodityType::kStrangle;
 }
 
-// "C3000/1509" and "P3000".
-bool ReadOptionPair(std::string_view firstLeg, std::string_view secondLeg, ContractKey& key) {
-    key.optionType = OptionLetter(firstLeg);
-    const std::string_view rest = firstLeg.substr(1);
-    if (const std::size_t slash = rest.find('/'); slash != std::string_view::npos) {
-        key.strikePrice.Set(rest.substr(0, slash));
-        key.contractNo2.Set(rest.substr(slash + 1));
+// "1509", "C3000/1509", "P3000".
+bool ReadOptionPair(std::string_view contractNo, std::string_view middle, std::string_view last,
+                    ContractKey& key) {
+    OptionLeg first{contractNo, OptionLetter(middle), key.strikePrice.View()};
+    OptionLeg second{key.contractNo2.View(), OptionLetter(last), last.substr(1)};
+    const std::string_view rest = middle.substr(1);
+    if (const std::size_t slash = Find(rest, '/'); slash != std::string_view::npos) {
+        first.strike = rest.substr(0, slash);
+        second.contractNo = rest.substr(slash + 1);
+        Set(key.strikePrice, first.strike);
+        Set(key.contractNo2, second.contractNo);
     }
-    key.optionType2 = OptionLetter(secondLeg);
-    key.strikePrice2.Set(secondLeg.substr(1));
-    const char type = OptionPairType(key);
-    key.commodityType = type;
-    return type != 0;
+    Set(key.contractNo, contractNo);
+    Set(key.strikePrice2, second.strike);
+    key.optionType = first.type;
+    key.optionType2 = second.type;
+    key.commodityType = OptionPairType(first, second);
+    return key.commodityType != 0;
 }
 
-void AppendChar(std::string& text, char c) {
-    if (c) {
-        text += c;
+// A text of a key while it is written: fields are bounded, so it needs no memory of its own to grow in.
+class KeyText {
+public:
+    template <std::size_t Width>
+    KeyText& operator<<(const FixedText<Width>& field) {
+        for (std::size_t i = 0; i < Width && field.chars[i]; ++i) {
+            m_chars[m_size++] = field.chars[i];
+        }
+        return *this;
     }
-}
+    KeyText& operator<<(char c) {
+        if (c) {  // a missing option letter
+            m_chars[m_size++] = c;
+        }
+        return *this;
+    }
+    std::string_view View() const { return {m_chars, m_size}; }
 
-template <typename Contract, typename Strike>
-void AppendOptionLeg(std::string& text, const Contract& contractNo, char optionType, const Strike& strike) {
-    text += contractNo.View();
-    text += ' ';
-    AppendChar(text, optionType);
-    text += strike.View();
-}
+private:
+    char m_chars[256];
+    std::size_t m_size = 0;
+    static_assert(sizeof(m_chars) > sizeof(ContractKey) + sizeof(ContractRecord::contractName) + 10);
+};
 
-// Appends the contract part; false for a type that has no text.
-bool AppendContractPart(std::string& text, const ContractKey& key) {
+// Writes the contract part; false for a type that has no text.
+bool WriteContractPart(KeyText& text, const ContractKey& key) {
     switch (key.commodityType) {
         case CommodityType::kGoods:
         case CommodityType::kGoodsDeferred:
         case CommodityType::kFutures:
         case CommodityType::kSpreadCommodity:
-            text += key.contractNo.View();
+            text << key.contractNo;
             return true;
         case CommodityType::kSpreadMonth:
-            text += key.contractNo.View();
-            text += '/';
-            text += key.contractNo2.View();
+            text << key.contractNo << '/' << key.contractNo2;
             return true;
         case CommodityType::kOption:
-            AppendOptionLeg(text, key.contractNo, key.optionType, key.strikePrice);
+            text << key.contractNo << ' ' << key.optionType << key.strikePrice;
             return true;
         case CommodityType::kBullVertical:
         case CommodityType::kBearVertical:
@@ -132,9 +195,8 @@ bool AppendContractPart(std::string& text, const ContractKey& key) {
         case CommodityType::kStrangle:
         case CommodityType::kCalendarCall:
         case CommodityType::kCalendarPut:
-            AppendOptionLeg(text, key.contractNo, key.optionType, key.strikePrice);
-            text += '/';
-            AppendOptionLeg(text, key.contractNo2, key.optionType2, key.strikePrice2);
+            text << key.contractNo << ' ' << key.optionType << key.strikePrice << '/' << key.contractNo2
+                 << ' ' << key.optionType2 << key.strikePrice2;
             return true;
         default:
             return false;
@@ -168,13 +230,13 @@ bool QuotesSecondLegFirst(const CommodityRecord& commodity) {
 }  // namespace
 
 bool ParseContractText(std::string_view text, ContractKey& key) {
-    const Parts parts = SplitAtBlanks(text);
-    const auto& part = parts.part;
-    if (parts.count < 2) {
+    Parts parts;
+    if (!SplitAtBlanks(text, parts) || parts.count < 2) {
         return false;
     }
-    key.exchangeNo.Set(part[0]);
-    key.commodityNo.Set(part[1]);
+    const auto& part = parts.part;
+    Set(key.exchangeNo, part[0]);
+    Set(key.commodityNo, part[1]);
     key.optionType = key.optionType2 = kNoOption;
     switch (parts.count) {
         case 2:
@@ -186,55 +248,46 @@ bool ParseContractText(std::string_view text, ContractKey& key) {
             return true;
         case 4:
             key.commodityType = CommodityType::kOption;
-            key.contractNo.Set(part[2]);
+            Set(key.contractNo, part[2]);
             key.optionType = OptionLetter(part[3]);
-            key.strikePrice.Set(part[3].substr(1));
+            Set(key.strikePrice, part[3].substr(1));
             return true;
         default:
-            key.contractNo.Set(part[2]);
-            return ReadOptionPair(part[3], part[4], key);
+            return ReadOptionPair(part[2], part[3], part[4], key);
     }
 }
 
 bool FormatContractText(const ContractKey& key, std::string& text, bool shortForm, bool withName,
                         const TradeData& trade) {
-    std::string written;
+    KeyText written;
     if (!shortForm) {
-        written += key.exchangeNo.View();
-        written += ' ';
-        written += key.commodityNo.View();
-        written += ' ';
+        written << key.exchangeNo << ' ' << key.commodityNo << ' ';
     }
-    if (!AppendContractPart(written, key)) {
+    if (!WriteContractPart(written, key)) {
         return true;
     }
     if (const ContractRecord* contract = shortForm && withName ? trade.Contract(key) : nullptr) {
-        written += NameSeparator;
-        written += contract->contractName.View();
+        written << NameSeparator << contract->contractName;
     }
-    text = std::move(written);
+    text = written.View();
     return true;
 }
 
 bool FormatContractWithSign(std::string& text, const SingleContractKey& key) {
-    const char type = key.commodityType;
-    if (type != CommodityType::kFutures && type != CommodityType::kGoods &&
-        type != CommodityType::kGoodsDeferred && type != CommodityType::kOption) {
-        return true;
+    KeyText written;
+    written << key.sign << ' ' << key.exchangeNo << ' ' << key.commodityNo << ' ' << key.contractNo;
+    switch (key.commodityType) {
+        case CommodityType::kOption:
+            written << ' ' << key.optionType << key.strikePrice;
+            break;
+        case CommodityType::kFutures:
+        case CommodityType::kGoods:
+        case CommodityType::kGoodsDeferred:
+            break;
+        default:
+            return true;
     }
-    std::string written;
-    written += key.sign.View();
-    written += ' ';
-    written += key.exchangeNo.View();
-    written += ' ';
-    written += key.commodityNo.View();
-    written += ' ';
-    if (type == CommodityType::kOption) {
-        AppendOptionLeg(written, key.contractNo, key.optionType, key.strikePrice);
-    } else {
-        written += key.contractNo.View();
-    }
-    text = std::move(written);
+    text = written.View();
     return true;
 }
 

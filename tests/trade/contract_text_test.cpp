@@ -4,6 +4,28 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <new>
+
+namespace {
+int g_allocations = 0;
+}
+
+// Counted in this program; the arrays' forms come here too.
+void* operator new(std::size_t size) {
+    ++g_allocations;
+    if (void* memory = std::malloc(size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
 namespace {
 
 std::string Fields(const ContractKey& key) {
@@ -74,6 +96,14 @@ TEST(ContractText, ParsesByShape) {
     }
     EXPECT_EQ(Parsed(std::string_view("EXA CM 1509 x\0 y", 16)), ",EXA,O,CM,1509,N,,N") << "ends at a zero";
     EXPECT_EQ(Parsed(std::string_view("EXA CM 1509").substr(0, 9)), ",EXA,F,CM,15,N,,N");
+}
+
+TEST(ContractText, ParsingAllocatesNothing) {
+    ContractKey key{};
+    const int before = g_allocations;
+    EXPECT_TRUE(ParseContractText("EXCHANGE10 COMMODIT10 CONTRACT10 C3000/CONTRACT20 C3000", key));
+    EXPECT_FALSE(ParseContractText("EXA CM 1509 C3000/1509 C3000", key));
+    EXPECT_EQ(g_allocations, before);
 }
 
 TEST(ContractText, KeepsTheSignAndFillsFieldsToTheirEnd) {
