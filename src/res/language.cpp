@@ -48,3 +48,12 @@ std::uint16_t SelectUiLanguage(const LanguageCandidates& candidates, const Langu
     const unsigned sub = SubLanguage(chosen);
     return sub == kSubPeoplesRepublic || sub == kSubSingapore ? kSimplifiedChinese : kTraditionalChinese;
 }
+
+void ChooseResourceLanguage(std::uint16_t hostLanguage, const LanguageSettings& settings) {
+    g_wSystemLanguage = SelectUiLanguage(BuildLanguageCandidates(settings), settings);
+    g_wResLanguage = hostLanguage;
+    if (hostLanguage == 0)
+        g_wResLanguage = g_wSystemLanguage;
+    else if (hostLanguage != g_wSystemLanguage)
+        settings.useForThread(hostLanguage);
+}

@@ -15,15 +15,10 @@ LanguageSettings ReadLanguageSettings() {
         char name[4];
         return GetLocaleInfoA(locale, LOCALE_SABBREVLANGNAME, name, sizeof name) != 0;
     };
+    settings.useForThread = [](std::uint16_t language) { SetThreadUILanguage(language); };
     return settings;
 }
 
 void ChooseResourceLanguage(std::uint16_t hostLanguage) {
-    const LanguageSettings settings = ReadLanguageSettings();
-    g_wSystemLanguage = SelectUiLanguage(BuildLanguageCandidates(settings), settings);
-    g_wResLanguage = hostLanguage;
-    if (hostLanguage == 0)
-        g_wResLanguage = g_wSystemLanguage;
-    else if (hostLanguage != g_wSystemLanguage)
-        SetThreadUILanguage(hostLanguage);
+    ChooseResourceLanguage(hostLanguage, ReadLanguageSettings());
 }
