@@ -1,0 +1,98 @@
+#pragma once
+
+#include "support/fake_requests.h"
+#include "trade/fake_trade.h"
+
+#include <windows.h>
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+// The compiler knows this convention for member functions only and says so each time.
+#pragma GCC diagnostic ignored "-Wattributes"
+
+// Calls an operation by its number in the object's table, as a host built by another compiler does.
+template <typename Result, typename... Arguments>
+Result CallSlot(void* object, int slot, Arguments... arguments) {
+    using Operation = Result(__attribute__((thiscall))*)(void*, Arguments...);
+    return (*static_cast<Operation**>(object))[slot](object, arguments...);
+}
+
+// A host's plug-in manager and its services. The manager and the quote service are bare tables of functions:
+// a call of any operation but the one that they serve runs into nothing and fails.
+class RawHost {
+public:
+    RawHost() {
+        m_managerTable[1] = reinterpret_cast<void*>(&RawHost::GetPlugin);
+        m_quoteTable[38] = reinterpret_cast<void*>(&RawHost::Slot38);
+        service.api = &api;
+        for (const char* name : {"Abnormal", "AuxiInsertOrder", "BatchOrder", "GlobalMonitor"}) {
+            services[name] = this;
+        }
+        services["TradeApi"] = &service;
+        services["QuoteDataCenter"] = &m_quote;
+        services["TradeList"] = this;
+    }
+
+    void* Manager() { return &m_manager; }
+
+    FakeTradeApi api;
+    FakeTradeService service;
+    std::map<std::string, void*> services;  // no configuration service unless a test adds one
+    std::vector<std::string> requested;     // "name version", in order
+    int quoteCalls = 0;
+
+private:
+    struct RawObject {
+        void** table;
+        RawHost* host;
+    };
+    __attribute__((thiscall)) static void* GetPlugin(RawObject* manager, const char* name,
+                                                     const char* version) {
+        RawHost& host = *manager->host;
+        host.requested.push_back(std::string(name) + " " + version);
+        const auto found = host.services.find(name);
+        return found == host.services.end() ? nullptr : found->second;
+    }
+    __attribute__((thiscall)) static void* Slot38(RawObject* quote) {
+        ++quote->host->quoteCalls;
+        return nullptr;
+    }
+
+    std::array<void*, 2> m_managerTable{};
+    std::array<void*, 39> m_quoteTable{};
+    RawObject m_manager{m_managerTable.data(), this};
+    RawObject m_quote{m_quoteTable.data(), this};
+};
+
+// The module, loaded for as long as the object lives.
+class LoadedModule {
+public:
+    LoadedModule() : m_module(LoadLibraryA("EmendoOrd.dll")) {
+        Get(load, "OnPluginLoad");
+        Get(init, "OnPluginInit");
+        Get(createApi, "CreatePluginApi");
+        Get(freeApi, "FreePluginApi");
+        Get(end, "OnPluginFree");
+    }
+    ~LoadedModule() { FreeLibrary(m_module); }
+    LoadedModule(const LoadedModule&) = delete;
+    LoadedModule& operator=(const LoadedModule&) = delete;
+
+    HMODULE Handle() const { return m_module; }
+
+    void(__cdecl* load)(WORD language) = nullptr;
+    void(__cdecl* init)(void* manager) = nullptr;
+    void*(__cdecl* createApi)(const char* version) = nullptr;
+    void(__cdecl* freeApi)(void* api) = nullptr;
+    void(__cdecl* end)() = nullptr;
+
+private:
+    template <typename Function>
+    void Get(Function& function, const char* name) {
+        function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
+    }
+    HMODULE m_module;
+};
