@@ -1,5 +1,7 @@
 #include "controls/dialog_prompt.h"
 
+#include "controls/message_box.h"
+
 namespace {
 
 UINT BoxStyle(PromptButtons buttons) {
@@ -21,11 +23,7 @@ bool QuitIsPending() {
 
 }  // namespace
 
-PromptAnswer DialogPrompt::Ask(const std::string& text, const std::string& caption, PromptButtons buttons) {
-    if (!DialogExists()) {
-        return PromptAnswer::None;
-    }
-    const int pressed = MessageBoxA(m_owner, text.c_str(), caption.c_str(), BoxStyle(buttons));
+PromptAnswer DialogPrompt::Answered(int pressed) const {
     if (!DialogExists() || QuitIsPending()) {
         return PromptAnswer::None;
     }
@@ -43,6 +41,19 @@ PromptAnswer DialogPrompt::Ask(const std::string& text, const std::string& capti
     }
 }
 
+PromptAnswer DialogPrompt::Ask(const std::string& text, const std::string& caption, PromptButtons buttons) {
+    if (!DialogExists()) {
+        return PromptAnswer::None;
+    }
+    return Answered(MessageBoxA(m_owner, text.c_str(), caption.c_str(), BoxStyle(buttons)));
+}
+
 PromptAnswer DialogPrompt::AskColoured(const std::string& text, const std::string& caption) {
-    return Ask(text, caption, PromptButtons::OkCancel);
+    if (!DialogExists()) {
+        return PromptAnswer::None;
+    }
+    constexpr COLORREF black = RGB(0, 0, 0);
+    constexpr COLORREF lightRed = RGB(255, 199, 206);
+    return Answered(
+        XMessageBox(m_owner, text, caption, MB_OKCANCEL | kXmbBuiltInCaptions, {black, lightRed}));
 }

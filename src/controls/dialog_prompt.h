@@ -13,6 +13,8 @@ public:
     bool DialogExists() const override { return m_watch.WindowAlive(); }
 
 private:
+    PromptAnswer Answered(int pressed) const;
+
     HWND m_owner;
     WindowWatch m_watch;
 };

@@ -125,10 +125,10 @@ protected:                                     \
 #define ON_WM_ERASEBKGND() \
     EMENDO_MESSAGE_ROW(WM_ERASEBKGND, result = self.OnEraseBkgnd(reinterpret_cast<HDC>(message.wParam));)
 // The three colour messages that dialogs use: HBRUSH OnCtlColor(HDC, HWND control, UINT message).
-#define EMENDO_COLOUR_ROW(id)                                                         \
-    EMENDO_MESSAGE_ROW(id, result = reinterpret_cast<LRESULT>(                        \
-                               self.OnCtlColor(reinterpret_cast<HDC>(message.wParam), \
-                                               reinterpret_cast<HWND>(message.lParam), message.id));)
+#define EMENDO_COLOUR_ROW(colourMessage)                                                  \
+    EMENDO_MESSAGE_ROW(colourMessage, result = reinterpret_cast<LRESULT>(self.OnCtlColor( \
+                                          reinterpret_cast<HDC>(message.wParam),          \
+                                          reinterpret_cast<HWND>(message.lParam), message.id));)
 #define ON_WM_CTLCOLOR() \
     EMENDO_COLOUR_ROW(WM_CTLCOLORSTATIC) EMENDO_COLOUR_ROW(WM_CTLCOLOREDIT) EMENDO_COLOUR_ROW(WM_CTLCOLORDLG)
 #define EMENDO_MOUSE_ROW(id, Handler) \
