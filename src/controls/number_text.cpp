@@ -74,7 +74,7 @@ std::int32_t TruncToTick(std::int32_t value, std::int32_t tick) {
 }
 
 bool IsWholeTicks(double price, double tick, double tolerance) {
-    if (tick == 0.0) {
+    if (!(std::fabs(tick) > 0)) {
         return true;
     }
     double whole = 0;

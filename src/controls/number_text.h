@@ -25,5 +25,6 @@ double RoundToTick(double value, double tick);
 std::int32_t TruncToTick(std::int32_t value, std::int32_t tick);
 
 inline constexpr double kTickTolerance = 1e-5;
-// True when |price / tick| is a whole number within the tolerance; a tick of 0 suits every price.
+// True when |price / tick| is a whole number within the tolerance; a tick of 0, or of no value (0 by 0),
+// suits every price.
 bool IsWholeTicks(double price, double tick, double tolerance);

@@ -92,9 +92,18 @@ TEST(NumberText, WholeTicksAreSeenThroughBinaryNoise) {
         double price, tick;
         bool whole;
     } const rows[] = {
-        {0.30000000001, 0.1, true}, {0.29999999999, 0.1, true}, {0.35, 0.1, false},     {-0.3, 0.1, true},
-        {-0.35, 0.1, false},        {97.375, 1.0 / 8, true},    {97.4, 1.0 / 8, false}, {0, 0.25, true},
-        {100000.01, 0.01, true},    {0.1000015, 0.1, false},    {5, 0, true},
+        {0.30000000001, 0.1, true},
+        {0.29999999999, 0.1, true},
+        {0.35, 0.1, false},
+        {-0.3, 0.1, true},
+        {-0.35, 0.1, false},
+        {97.375, 1.0 / 8, true},
+        {97.4, 1.0 / 8, false},
+        {0, 0.25, true},
+        {100000.01, 0.01, true},
+        {0.1000015, 0.1, false},
+        {5, 0, true},
+        {5, std::nan(""), true},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(IsWholeTicks(row.price, row.tick, kTickTolerance), row.whole)
