@@ -1,8 +1,16 @@
 #pragma once
 
+#include "controls/numeric_entry.h"
+#include "controls/x_combo_box.h"
+#include "fill/fill_form.h"
+#include "fill/fill_layout.h"
+#include "fill/fill_submission.h"
 #include "framework/dialog.h"
-#include "trade/fill_record.h"
 #include "trade/plugin_interface.h"
+
+#include <functional>
+#include <string>
+#include <vector>
 
 // The fill dialog: inputs a fill for an order, or removes one. It deletes itself when its window is
 // destroyed.
@@ -17,9 +25,9 @@ public:
     // null.
     bool Create();
 
-    int Mode() const { return m_mode; }
-    FillRecord* Fill() const { return m_fill; }
-    OrderRecord* Order() const { return m_order; }
+    int Mode() const { return m_form.mode; }
+    const FillRecord* Fill() const { return m_form.fill; }
+    const OrderRecord* Order() const { return m_form.order; }
 
     // For the host: a message of its loop on the way to the dialog's windows.
     BOOL PreTranslateMessage(const MSG* message) override;
@@ -29,18 +37,80 @@ public:
     BOOL PreTranslateMessage(MSG* message) override;
 
 protected:
+    BOOL OnInitDialog() override;
+    void DoDataExchange(CDataExchange* exchange) override;
     void PostNcDestroy() override;
 
     void OnClose();
+    void OnDestroy();
+    void OnConfirm();
     void OnCancelClicked();
+    void OnFillSourceChanged();
+    void OnExchangeChanged();
+    void OnExchangeLeft();
+    void OnCommodityChanged();
+    void OnDirectionChanged();
+    void OnAccountFocus();
+    void OnNumberUpdate(UINT controlId);
+    void OnSpin(NMHDR* notification, LRESULT* result);
 
     DECLARE_MESSAGE_MAP()
 
 private:
-    int m_mode;
-    FillRecord* m_fill = nullptr;
-    OrderRecord* m_order = nullptr;
+    // The contract as it stands in the controls, for the numeric edits.
+    class ChosenContract final : public INumericContext {
+    public:
+        explicit ChosenContract(const CEmendoMatch& dialog) : m_dialog(dialog) {}
+        CommodityKey Commodity() const override;
+        TradeData Trade() const override;
+        std::string FormatPrice(double price) const override;
+
+    private:
+        const CEmendoMatch& m_dialog;
+    };
+
+    // The steps of the start-up.
+    void SetUpControls();
+    void SetUpMode();
+    void ShowLoadedRecord();
+    void ShowDefaults();
+
+    void FillCurrencies();
+    void FillAccounts();
+    void FillCommodities();
+    // The items, or none while the account of the loaded record may not be traded.
+    using ItemsOfSign =
+        std::function<std::vector<std::string>(const std::string& sign, const TradeData& trade)>;
+    std::vector<std::string> ListOfSign(const ItemsOfSign& items) const;
+
+    // The form with exchange, commodity and contract as the controls show them now.
+    FillForm ChosenForm() const;
+    char ChosenSource() const;
+    void SelectDefaultExchange();
+    // Shows, enables and moves the controls for the chosen source, exchange and commodity. Nothing happens
+    // while exchange or commodity are not chosen.
+    void Relayout();
+    void ChangeLayout(FillLayout target);
+    void MoveDown(int controlId, int pixels);
+    void Finish(FillOutcome outcome);
+
+    FillForm m_form;
     HWND m_parent;
+    FillLayout m_layout = FillLayout::Full;
+    std::string m_listedExchange;  // whose commodities the list holds
+    bool m_reacting = false;  // the controls are set up: their notifications mean the operator or a selection
+    bool m_submitting = false;  // a confirmed entry is on its way
+
+    CxComboBox m_upper;
+    CxComboBox m_account;
+    CxComboBox m_fillSource;
+    CxComboBox m_exchange;
+    CxComboBox m_commodity;
+    CxComboBox m_direction;
+    CxComboBox m_currency;
+    CComboBox m_openDirection;
+    ChosenContract m_chosen{*this};
+    NumericEntry m_numbers;
 };
 
 // The one open fill dialog; null when there is none.

@@ -13,8 +13,8 @@ constexpr int kOpenInModify[] = {IDC_CONFIRM, IDC_CANCEL, IDC_FILL_PRICE_LABEL, 
                                  IDC_FILL_PRICE_SPIN};
 // An order fixes what it says itself.
 constexpr int kShutForOrder[] = {
-    IDC_SYSTEM_NO,     IDC_UPPER,         IDC_ACCOUNT,         IDC_EXCHANGE,        IDC_COMMODITY,
-    IDC_DIRECTION,     IDC_FILL_NO_LABEL, IDC_SYSTEM_NO_LABEL, IDC_CONTRACT_LABEL,  IDC_UPPER_LABEL,
+    IDC_SYSTEM_NO,     IDC_UPPER,          IDC_ACCOUNT,         IDC_EXCHANGE,        IDC_COMMODITY,
+    IDC_DIRECTION,     IDC_FILL_NO_LABEL,  IDC_SYSTEM_NO_LABEL, IDC_CONTRACT_LABEL,  IDC_UPPER_LABEL,
     IDC_ACCOUNT_LABEL, IDC_EXCHANGE_LABEL, IDC_COMMODITY_LABEL, IDC_DIRECTION_LABEL,
 };
 
@@ -30,8 +30,8 @@ constexpr int kSecondPriceControls[] = {
     IDC_FILL_PRICE2_LABEL,     IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_SPIN,        IDC_FILL_PRICE2_PLUS,
     IDC_FILL_PRICE2_NUMERATOR, IDC_FILL_PRICE2_SLASH, IDC_FILL_PRICE2_DENOMINATOR,
 };
-constexpr int kBottomControls[] = {IDC_CURRENCY_LABEL, IDC_CURRENCY, IDC_FILL_FEE_GIVEN,
-                                   IDC_FEE,            IDC_CONFIRM,  IDC_CANCEL};
+constexpr int kBottomControls[] = {IDC_CURRENCY_LABEL, IDC_CURRENCY, IDC_FILL_FEE_GIVEN, IDC_FEE,
+                                   IDC_CONFIRM,        IDC_CANCEL};
 
 template <std::size_t Count>
 bool Holds(const int (&ids)[Count], int id) {

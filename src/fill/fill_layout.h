@@ -45,8 +45,8 @@ struct FillMove {
 };
 FillMove MoveBetween(FillLayout from, FillLayout to);
 
-// A window's top and bottom edge after a change of its height, split evenly between the two; an odd pixel goes
-// to the bottom.
+// A window's top and bottom edge after a change of its height, split evenly between the two; an odd pixel
+// goes to the bottom.
 struct VerticalEdges {
     int top;
     int bottom;

@@ -40,8 +40,8 @@ ContractKey ContractKeyOf(const FillForm& form) {
 
 SingleContractKey CloseContractKeyOf(const FillForm& form) {
     const CommodityKey commodity = CommodityKeyOf(form);
-    SingleContractKey key{commodity.sign, commodity.exchangeNo, commodity.commodityType, commodity.commodityNo,
-                          {}, {}, 0};
+    SingleContractKey key{
+        commodity.sign, commodity.exchangeNo, commodity.commodityType, commodity.commodityNo, {}, {}, 0};
     key.contractNo.Set(form.contract);
     return key;
 }

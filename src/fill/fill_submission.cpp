@@ -20,7 +20,8 @@ FillOutcome Tell(const FillDesk& desk, const std::string& text, int captionId = 
 }
 
 bool Agrees(const FillDesk& desk, int questionId) {
-    return desk.prompt.Ask(ResString(questionId), ResString(IDS_TIPS), PromptButtons::YesNo) == PromptAnswer::Yes &&
+    return desk.prompt.Ask(ResString(questionId), ResString(IDS_TIPS), PromptButtons::YesNo) ==
+               PromptAnswer::Yes &&
            desk.prompt.DialogExists();
 }
 
@@ -120,7 +121,8 @@ FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillDesk& desk)
         fill.fillNo = form.fill->fillNo;
     }
     fill.key = FirstLegOf(ContractKeyOf(form));
-    return desk.requests.RemoveFill(fill) ? FillOutcome::Close : Tell(desk, ResString(IDS_SEND_REMOVE_FAILED));
+    return desk.requests.RemoveFill(fill) ? FillOutcome::Close
+                                          : Tell(desk, ResString(IDS_SEND_REMOVE_FAILED));
 }
 
 }  // namespace

@@ -21,9 +21,9 @@ struct FillBook : FakeTradeApi {
         AddPair('u', "OP", "OP", "OP");
         AddPair('c', "CM&DN", "CM", "DN");
         AddCommodity("EXF", 'F', "CA", 0.25, 1).rollingCode = 'U';
-        for (const char* text : {"EXA CM 1509", "EXA DN 1509", "EXA TR 1509", "EXA CM 1509/1512",
-                                 "EXA OP 1509 C3000/1509 C3100", "EXA CM&DN 1509", "EXF CA 150320",
-                                 "EXF CA 150618", "EXF CA 3M"}) {
+        for (const char* text :
+             {"EXA CM 1509", "EXA DN 1509", "EXA TR 1509", "EXA CM 1509/1512", "EXA OP 1509 C3000/1509 C3100",
+              "EXA CM&DN 1509", "EXF CA 150320", "EXF CA 150618", "EXF CA 3M"}) {
             AddContract(text);
         }
     }

@@ -12,7 +12,9 @@ namespace {
 // Shown and enabled of one control as two letters: y, n, - for untouched; "" when the view does not name it.
 std::string StateOf(const FillView& view, int id) {
     std::string text;
-    const auto letter = [](Wanted wanted) { return wanted == Wanted::Keep ? '-' : wanted == Wanted::Yes ? 'y' : 'n'; };
+    const auto letter = [](Wanted wanted) {
+        return wanted == Wanted::Keep ? '-' : wanted == Wanted::Yes ? 'y' : 'n';
+    };
     for (const ControlState& state : FillControlStates(view)) {
         if (state.id == id) {
             text += {letter(state.shown), letter(state.enabled)};
@@ -68,10 +70,10 @@ TEST(FillLayout, EveryTransition) {
         FillLayout from, to;
         int secondPrice, bottom;
     };
-    for (const Row& row : {Row{Full, Full, 0, 0}, Row{Full, Combination, -1, -1}, Row{Full, Single, 0, -2},
-                           Row{Combination, Full, 1, 1}, Row{Combination, Combination, 0, 0},
-                           Row{Combination, Single, 1, -1}, Row{Single, Full, 0, 2},
-                           Row{Single, Combination, -1, 1}, Row{Single, Single, 0, 0}}) {
+    for (const Row& row :
+         {Row{Full, Full, 0, 0}, Row{Full, Combination, -1, -1}, Row{Full, Single, 0, -2},
+          Row{Combination, Full, 1, 1}, Row{Combination, Combination, 0, 0}, Row{Combination, Single, 1, -1},
+          Row{Single, Full, 0, 2}, Row{Single, Combination, -1, 1}, Row{Single, Single, 0, 0}}) {
         const FillMove move = MoveBetween(row.from, row.to);
         EXPECT_EQ(move.secondPriceRows, row.secondPrice);
         EXPECT_EQ(move.bottomRows, row.bottom);

@@ -146,9 +146,8 @@ TEST_F(FillPopulation, NumbersCarryTheClockAndAnOrderKeepsItsOwn) {
 
 TEST_F(FillPopulation, OffersItsListsInOrder) {
     EXPECT_THAT(DirectionItems(), testing::ElementsAre("Buy", "Sell"));
-    EXPECT_THAT(FillSourceItems(),
-                testing::ElementsAre("E-TRADE", "J-TRADE", "Proxy", "Manual Order", "Program",
-                                     "Delivery Exercise", "RTS"));
+    EXPECT_THAT(FillSourceItems(), testing::ElementsAre("E-TRADE", "J-TRADE", "Proxy", "Manual Order",
+                                                        "Program", "Delivery Exercise", "RTS"));
     EXPECT_EQ(DefaultExchange(FillForm(), TradeData(&book)), "EXF");
     book.exchanges = {nullptr, book.exchanges[0]};
     EXPECT_EQ(DefaultExchange(FillForm(), TradeData(&book)), "");

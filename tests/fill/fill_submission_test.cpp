@@ -147,12 +147,12 @@ TEST_F(FillSubmission, TextsLongerThanTheirFieldsAreCut) {
     form.systemNo = std::string(60, 's');
     form.upper = std::string(20, 'u');
     Submit(form);
-    EXPECT_THAT(Sent(), ElementsAre(EnteredRecord(Leg("EXA", "F", "CM", "1509"),
-                                                  {{88, std::string(20, 'a')},
-                                                   {139, std::string(50, 'm')},
-                                                   {256, "N"},
-                                                   {303, std::string(10, 'u')},
-                                                   {332, std::string(50, 's')}})));
+    EXPECT_THAT(Sent(),
+                ElementsAre(EnteredRecord(Leg("EXA", "F", "CM", "1509"), {{88, std::string(20, 'a')},
+                                                                          {139, std::string(50, 'm')},
+                                                                          {256, "N"},
+                                                                          {303, std::string(10, 'u')},
+                                                                          {332, std::string(50, 's')}})));
 }
 
 TEST_F(FillSubmission, CombinationGoesOutAsTwoLegs) {
@@ -178,11 +178,11 @@ TEST_F(FillSubmission, CombinationGoesOutAsTwoLegs) {
         service.fills.clear();
         book.Commodity(row.type, row.commodity).legOrder = row.legOrder;
         EXPECT_EQ(Submit(EnteredForm("EXA", row.type, row.commodity, row.contract)), FillOutcome::Close);
-        EXPECT_THAT(Sent(), ElementsAre(EnteredRecord(row.first, {{139, "M_0317142530123_1"}, {256, "N"}}),
-                                        EnteredRecord(row.second, {{110, "S"},
-                                                                   {139, "M_0317142530123_2"},
-                                                                   {232, Raw(98.0)},
-                                                                   {256, "N"}})));
+        EXPECT_THAT(Sent(),
+                    ElementsAre(EnteredRecord(row.first, {{139, "M_0317142530123_1"}, {256, "N"}}),
+                                EnteredRecord(
+                                    row.second,
+                                    {{110, "S"}, {139, "M_0317142530123_2"}, {232, Raw(98.0)}, {256, "N"}})));
     }
 }
 
@@ -248,49 +248,96 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
     using enum PromptAnswer;
     book.threeMonthContractNo = "150618";
     const std::string failed = "operation failed|";
-    const std::string zero = "Operational quaification|Fill Price is zero;\n"
-                             "\n\t\tAre you sure to down to this order?";
-    const std::string notTicks = "Operational quaification|Fill Price can't be divided exactly by tick;\n"
-                                 "\n\t\tAre you sure to down to this order?";
-    const std::string above = "Tips|FillQty cann't be greater than OrderQty,do you want to modify this order?";
+    const std::string zero =
+        "Operational quaification|Fill Price is zero;\n"
+        "\n\t\tAre you sure to down to this order?";
+    const std::string notTicks =
+        "Operational quaification|Fill Price can't be divided exactly by tick;\n"
+        "\n\t\tAre you sure to down to this order?";
+    const std::string above =
+        "Tips|FillQty cann't be greater than OrderQty,do you want to modify this order?";
     const FillForm tooMuch = With(PlainForm(), [](FillForm& form) { form.fillQty = 5; });
     const FillForm zeroPrice = With(PlainForm(), [](FillForm& form) { form.price.whole = ""; });
     const FillForm spread = EnteredForm("EXA", 'm', "CM", "1509/1512");
     const PressRow rows[] = {
         {"all mistakes in one box",
-         With(PlainForm(), [](FillForm& form) { form.commodity = "XX", form.fillQty = 0; }), {Ok},
-         FillOutcome::Stay, 0, {failed + "Commodity does not exist!\nFillQty must be greater than zero\n"}},
-        {"malformed contract", With(PlainForm(), [](FillForm& form) { form.contract = " 1509"; }), {Ok},
-         FillOutcome::Stay, 0, {failed + "Contract can't be empty!\n"}},
-        {"date of 3M", EnteredForm("EXF", 'F', "CA", "150618"), {Ok}, FillOutcome::Stay, 0,
+         With(PlainForm(), [](FillForm& form) { form.commodity = "XX", form.fillQty = 0; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {failed + "Commodity does not exist!\nFillQty must be greater than zero\n"}},
+        {"malformed contract",
+         With(PlainForm(), [](FillForm& form) { form.contract = " 1509"; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {failed + "Contract can't be empty!\n"}},
+        {"date of 3M",
+         EnteredForm("EXF", 'F', "CA", "150618"),
+         {Ok},
+         FillOutcome::Stay,
+         0,
          {failed + "Can't input 3M Expiry date!\n"}},
         {"3M itself", EnteredForm("EXF", 'F', "CA", "3M"), {}, FillOutcome::Close, 1, {}},
         {"zero is on the tick", zeroPrice, {Cancel}, FillOutcome::StayWithPrice, 0, {zero}},
-        {"off the tick", With(PlainForm(), [](FillForm& form) { form.price.whole = "97.5"; }), {Ok},
-         FillOutcome::Close, 1, {notTicks}},
+        {"off the tick",
+         With(PlainForm(), [](FillForm& form) { form.price.whole = "97.5"; }),
+         {Ok},
+         FillOutcome::Close,
+         1,
+         {notTicks}},
         {"doubts come before the quantity question",
-         With(zeroPrice, [](FillForm& form) { form.fillQty = 5; }), {Ok, Yes}, FillOutcome::Close, 1,
+         With(zeroPrice, [](FillForm& form) { form.fillQty = 5; }),
+         {Ok, Yes},
+         FillOutcome::Close,
+         1,
          {zero, above}},
         {"more than is left", tooMuch, {No}, FillOutcome::Stay, 0, {above}},
         {"no answer is no consent", tooMuch, {None}, FillOutcome::Stay, 0, {above}},
         {"OK is no answer to a yes-no question", tooMuch, {Ok}, FillOutcome::Stay, 0, {above}},
         {"no answer removes no doubt", zeroPrice, {None}, FillOutcome::Stay, 0, {zero}},
-        {"modify sends nothing", With(PlainForm(), [](FillForm& form) { form.mode = 2; }), {Ok},
-         FillOutcome::Stay, 0, {"Tips|Correct order to return failed!"}},
+        {"modify sends nothing",
+         With(PlainForm(), [](FillForm& form) { form.mode = 2; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {"Tips|Correct order to return failed!"}},
         {"removal is checked too",
-         With(PlainForm(), [](FillForm& form) { form.mode = 3, form.commodityType = 'O'; }), {Ok},
-         FillOutcome::Stay, 0, {failed + "Commodity does not exist!\n"}},
+         With(PlainForm(), [](FillForm& form) { form.mode = 3, form.commodityType = 'O'; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {failed + "Commodity does not exist!\n"}},
         {"a dialog without a record knows no commodity type",
-         With(PlainForm(), [](FillForm& form) { form.commodityType = 'U'; }), {}, FillOutcome::Close, 1, {}},
-        {"carry of a spread", With(spread, [](FillForm& form) { form.fillSource = "Carry"; }), {Ok},
-         FillOutcome::Stay, 0, {"Input failed!|Unsupported carry of spread contract!"}},
-        {"same date", With(CarryForm(), [](FillForm& form) { form.openContract = "150320"; }), {Ok},
-         FillOutcome::Stay, 0, {"Tips|Close contract and open contract cannot be the same value!"}},
-        {"open before close", With(CarryForm(), [](FillForm& form) { form.openContract = "150318"; }), {Ok},
-         FillOutcome::Stay, 0, {"Tips|Close contractand open contract input order is wrong!"}},
+         With(PlainForm(), [](FillForm& form) { form.commodityType = 'U'; }),
+         {},
+         FillOutcome::Close,
+         1,
+         {}},
+        {"carry of a spread",
+         With(spread, [](FillForm& form) { form.fillSource = "Carry"; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {"Input failed!|Unsupported carry of spread contract!"}},
+        {"same date",
+         With(CarryForm(), [](FillForm& form) { form.openContract = "150320"; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {"Tips|Close contract and open contract cannot be the same value!"}},
+        {"open before close",
+         With(CarryForm(), [](FillForm& form) { form.openContract = "150318"; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {"Tips|Close contractand open contract input order is wrong!"}},
         {"the other input modes have no open contract",
-         With(CarryForm(), [](FillForm& form) { form.mode = 1, form.openContract = ""; }), {Ok},
-         FillOutcome::Stay, 0, {"Tips|Close contractand open contract input order is wrong!"}},
+         With(CarryForm(), [](FillForm& form) { form.mode = 1, form.openContract = ""; }),
+         {Ok},
+         FillOutcome::Stay,
+         0,
+         {"Tips|Close contractand open contract input order is wrong!"}},
     };
     for (const PressRow& row : rows) {
         SCOPED_TRACE(row.fault);
@@ -315,8 +362,10 @@ TEST_F(FillSubmission, CarryNeedsAPositionOnTheOtherSide) {
         const char* text;
     };
     const Row rows[] = {
-        {kEnglish, IDS_DIRECTION_BUY, 9, 0, "Sell position of close contract SG EXF CA 150320 does not exist!"},
-        {kEnglish, IDS_DIRECTION_SELL, 0, 9, "Buy position of close contract SG EXF CA 150320 does not exist!"},
+        {kEnglish, IDS_DIRECTION_BUY, 9, 0,
+         "Sell position of close contract SG EXF CA 150320 does not exist!"},
+        {kEnglish, IDS_DIRECTION_SELL, 0, 9,
+         "Buy position of close contract SG EXF CA 150320 does not exist!"},
         {kSimplifiedChinese, IDS_DIRECTION_BUY, 9, 0, "平仓合约SG EXF CA 150320的卖出持仓不存在！"},
         {kTraditionalChinese, IDS_DIRECTION_SELL, 0, 9, "平倉合約SG EXF CA 150320的買入持倉不存在！"},
     };
