@@ -28,6 +28,28 @@ struct FillBook : FakeTradeApi {
         }
     }
 
+    // A key without a sign means all signs, which here is SG.
+    template <typename Key>
+    static Key WithSign(const void* key) {
+        Key known = *static_cast<const Key*>(key);
+        if (known.sign.Empty()) {
+            known.sign.Set("SG");
+        }
+        return known;
+    }
+    void GetCommodities(const void* key, IDataContainer* list) override {
+        const auto known = WithSign<ExchangeKey>(key);
+        FakeTradeApi::GetCommodities(&known, list);
+    }
+    CommodityRecord* GetCommodity(const void* key) override {
+        const auto known = WithSign<CommodityKey>(key);
+        return FakeTradeApi::GetCommodity(&known);
+    }
+    ContractRecord* GetContract(const ContractKey* key) override {
+        const auto known = WithSign<ContractKey>(key);
+        return FakeTradeApi::GetContract(&known);
+    }
+
     std::deque<ExchangeRecord> exchangeStore;
     std::deque<CommodityRecord> commodityStore;
     std::deque<ContractRecord> contractStore;

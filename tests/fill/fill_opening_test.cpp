@@ -1,0 +1,179 @@
+#include "fill/fill_window.h"
+
+namespace {
+
+struct NamedControl {
+    int id;
+    const char* name;
+};
+// Every control that an operator can use, in the order of the rows.
+constexpr NamedControl kUsable[] = {
+    {IDC_FILL_NO, "fillNo"},
+    {IDC_SYSTEM_NO, "systemNo"},
+    {IDC_UPPER, "upper"},
+    {IDC_ACCOUNT, "account"},
+    {IDC_FILL_SOURCE, "source"},
+    {IDC_FILL_QTY, "qty"},
+    {IDC_FILL_QTY_SPIN, "qtySpin"},
+    {IDC_EXCHANGE, "exchange"},
+    {IDC_COMMODITY, "commodity"},
+    {IDC_FILL_CONTRACT, "contract"},
+    {IDC_DIRECTION, "direction"},
+    {IDC_FILL_PRICE_WHOLE, "price"},
+    {IDC_FILL_PRICE_SPIN, "priceSpin"},
+    {IDC_FILL_PRICE_NUMERATOR, "numerator"},
+    {IDC_OPEN_CONTRACT, "openContract"},
+    {IDC_OPEN_DIRECTION, "openDirection"},
+    {IDC_FILL_PRICE2_WHOLE, "price2"},
+    {IDC_FILL_PRICE2_SPIN, "price2Spin"},
+    {IDC_FILL_PRICE2_NUMERATOR, "numerator2"},
+    {IDC_CURRENCY, "currency"},
+    {IDC_FILL_FEE_GIVEN, "feeGiven"},
+    {IDC_FEE, "fee"},
+    {IDC_CONFIRM, "confirm"},
+    {IDC_CANCEL, "cancel"},
+};
+
+class FillOpening : public FillWindow {
+protected:
+    std::string UsableNow() const {
+        std::string names;
+        for (const NamedControl& control : kUsable) {
+            if (Usable(control.id)) {
+                names += (names.empty() ? "" : " ") + std::string(control.name);
+            }
+        }
+        return names;
+    }
+    std::string Values() const {
+        std::string values;
+        for (int id :
+             {IDC_SYSTEM_NO, IDC_UPPER, IDC_ACCOUNT, IDC_FILL_SOURCE, IDC_FILL_QTY, IDC_EXCHANGE,
+              IDC_COMMODITY, IDC_FILL_CONTRACT, IDC_DIRECTION, IDC_FILL_PRICE_WHOLE, IDC_FILL_PRICE_NUMERATOR,
+              IDC_FILL_PRICE_DENOMINATOR, IDC_OPEN_DIRECTION, IDC_FILL_PRICE2_WHOLE, IDC_CURRENCY, IDC_FEE}) {
+            values += Text(id) + "|";
+        }
+        return values;
+    }
+};
+
+TEST_F(FillOpening, ModesAndRecords) {
+    const std::string rest = " currency feeGiven fee confirm cancel";
+    FillRecord fill = FillOf("EXA CM 1509");
+    FillRecord fraction = FillOf("EXA TR 1509");
+    OrderRecord spread = OrderOf("EXA CM 1509/1512");
+    const std::string fillValues = "SYS7|UP2|10001|E-TRADE|4|EXA|CM|1509|Sell|97|0|1|Buy||USD|0|";
+    struct Row {
+        const char* what;
+        int mode;
+        void* record;
+        int kind;
+        std::string title, confirm, usable;
+        int focus;
+        std::string values;  // "": not looked at
+    };
+    const Row rows[] = {
+        {"input for an order", 0, &order, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
+         "source qty qtySpin contract price priceSpin" + rest, IDC_FILL_SOURCE,
+         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0|"},
+        {"input for a spread", 0, &spread, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
+         "source qty qtySpin contract price priceSpin price2 price2Spin" + rest, IDC_FILL_SOURCE,
+         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509/1512|Buy|97|0|1|Sell|97|USD|0|"},
+        {"another input mode", 1, &spread, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
+         "source qty qtySpin exchange contract price priceSpin" + rest, IDC_FILL_SOURCE, ""},
+        {"input on a fill", 0, &fill, kRecordKindFill, "Input Fill", "Input",
+         "upper account source qty qtySpin commodity contract direction price priceSpin" + rest, IDC_UPPER,
+         fillValues},
+        {"input on nothing", 0, nullptr, -1, "Input Fill", "Input",
+         "upper account source qty qtySpin commodity contract direction price priceSpin" + rest, IDC_UPPER,
+         ""},
+        {"record of no kind", 1, &fill, 7, "Input Fill", "Input",
+         "upper account source qty qtySpin exchange commodity contract direction price priceSpin" + rest,
+         IDC_UPPER, ""},
+        {"modify", 2, &fill, kRecordKindFill, "Modify Filled", "Modify",
+         "exchange price priceSpin confirm cancel", IDC_EXCHANGE, fillValues},
+        {"modify in fractions", 2, &fraction, kRecordKindFill, "Modify Filled", "Modify",
+         "exchange price priceSpin numerator confirm cancel", IDC_EXCHANGE,
+         "SYS7|UP2|10001|E-TRADE|4|EXA|TR|1509|Sell|97|0|8|Buy||USD|0|"},
+        {"modify nothing", 2, nullptr, -1, "Modify Filled", "Modify",
+         "exchange price priceSpin confirm cancel", IDC_EXCHANGE, ""},
+        {"remove", 3, &fill, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove", "confirm cancel",
+         IDC_CONFIRM, fillValues},
+        {"remove in fractions", 3, &fraction, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove",
+         "confirm cancel", IDC_CONFIRM, ""},
+        {"remove for an order", 3, &order, kRecordKindOrder, "Remove Filled - [OrderNo:%d]", "Remove",
+         "confirm cancel", IDC_CONFIRM, ""},
+        {"remove nothing", 3, nullptr, -1, "Remove Filled - [OrderNo:%d]", "Remove", "confirm cancel",
+         IDC_CONFIRM, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Open(row.mode, row.record, row.kind);
+        EXPECT_EQ(TextOf(window), row.title);
+        EXPECT_EQ(Text(IDC_CONFIRM), row.confirm);
+        EXPECT_EQ(UsableNow(), row.usable);
+        EXPECT_EQ(FocusId(), row.focus);
+        if (!row.values.empty()) {
+            EXPECT_EQ(Values(), row.values);
+        }
+        Close();
+    }
+}
+
+TEST_F(FillOpening, WithoutARecordTheForwardMarketIsOffered) {
+    Open(0);
+    EXPECT_EQ(Text(IDC_EXCHANGE) + " " + Text(IDC_COMMODITY), "EXF CA");
+    EXPECT_EQ(Text(IDC_SYSTEM_NO).substr(1), Text(IDC_FILL_NO).substr(1));
+    EXPECT_THAT(Text(IDC_SYSTEM_NO), testing::MatchesRegex("S_\\d+"));
+    EXPECT_EQ(Text(IDC_SYSTEM_NO).size(), 15u);
+    EXPECT_EQ(SendMessageA(Item(IDC_FILL_SOURCE), CB_GETCOUNT, 0, 0), 7);
+    EXPECT_EQ(SendMessageA(Item(IDC_UPPER), CB_GETCURSEL, 0, 0), CB_ERR);
+}
+
+TEST_F(FillOpening, NothingIsListedForAnAccountThatMayNotTrade) {
+    group.tradable = 'N';
+    OpenOn(0, order);
+    EXPECT_EQ(SendMessageA(Item(IDC_COMMODITY), CB_GETCOUNT, 0, 0), 0);
+    EXPECT_EQ(SendMessageA(Item(IDC_UPPER), CB_GETCOUNT, 0, 0), 2);
+    EXPECT_EQ(Text(IDC_COMMODITY), "CM");
+    EXPECT_TRUE(IsWindowEnabled(Item(IDC_FILL_SOURCE)));
+}
+
+TEST_F(FillOpening, WhateverServicesAreMissing) {
+    FillRecord fill = FillOf("EXA CM 1509");
+    g_pTradeApi = nullptr;
+    g_pTradeService = nullptr;
+    for (int mode : {0, 1, 2, 3}) {
+        for (int record : {0, 1, 2}) {
+            record == 0 ? Open(mode) : record == 1 ? OpenOn(mode, order) : OpenOn(mode, fill);
+            EXPECT_EQ(SendMessageA(Item(IDC_ACCOUNT), CB_GETCOUNT, 0, 0), 0);
+            MessageBoxScript boxes(Box(record == 0
+                                           ? "Commodity does not exist!\nFillQty must be greater than zero\n"
+                                           : "Commodity does not exist!\n",
+                                       "operation failed"));
+            Press(IDC_CONFIRM);
+            Close();
+        }
+    }
+}
+
+TEST_F(FillOpening, HostRecordsWithoutTerminatorsAndWithNullPointers) {
+    for (const int filler : {0xFF, 0x5A}) {
+        OrderRecord broken;
+        std::memset(&broken, filler, sizeof broken);
+        broken.contract = nullptr;
+        OpenOn(0, broken);
+        EXPECT_LE(Text(IDC_SYSTEM_NO).size(), 51u);
+        Close();
+    }
+    FillRecord fill = FillOf("EXA CM 1509");
+    fill.order = nullptr;
+    book.users.insert(book.users.begin(), nullptr);
+    book.exchanges.push_back(nullptr);
+    userStore[1].group = nullptr;
+    OpenOn(3, fill);
+    EXPECT_EQ(Text(IDC_SYSTEM_NO), "");
+    EXPECT_EQ(SendMessageA(Item(IDC_COMMODITY), CB_GETCOUNT, 0, 0), 0);
+}
+
+}  // namespace
