@@ -2,6 +2,8 @@
 
 #include "controls/message_box.h"
 
+#include "controls/message_box.h"
+
 namespace {
 
 UINT BoxStyle(PromptButtons buttons) {
@@ -20,6 +22,8 @@ bool QuitIsPending() {
     MSG message;
     return PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != FALSE;
 }
+
+constexpr COLORREF kWarningBackground = RGB(255, 199, 206);
 
 }  // namespace
 
@@ -41,19 +45,35 @@ PromptAnswer DialogPrompt::Answered(int pressed) const {
     }
 }
 
+PromptAnswer DialogPrompt::AnswerOf(int pressed) const {
+    if (!DialogExists() || QuitIsPending()) {
+        return PromptAnswer::None;
+    }
+    switch (pressed) {
+        case IDOK:
+            return PromptAnswer::Ok;
+        case IDCANCEL:
+            return PromptAnswer::Cancel;
+        case IDYES:
+            return PromptAnswer::Yes;
+        case IDNO:
+            return PromptAnswer::No;
+        default:
+            return PromptAnswer::None;
+    }
+}
+
 PromptAnswer DialogPrompt::Ask(const std::string& text, const std::string& caption, PromptButtons buttons) {
     if (!DialogExists()) {
         return PromptAnswer::None;
     }
-    return Answered(MessageBoxA(m_owner, text.c_str(), caption.c_str(), BoxStyle(buttons)));
+    return AnswerOf(MessageBoxA(m_owner, text.c_str(), caption.c_str(), BoxStyle(buttons)));
 }
 
 PromptAnswer DialogPrompt::AskColoured(const std::string& text, const std::string& caption) {
     if (!DialogExists()) {
         return PromptAnswer::None;
     }
-    constexpr COLORREF black = RGB(0, 0, 0);
-    constexpr COLORREF lightRed = RGB(255, 199, 206);
-    return Answered(
-        XMessageBox(m_owner, text, caption, MB_OKCANCEL | kXmbBuiltInCaptions, {black, lightRed}));
+    return AnswerOf(XMessageBox(m_owner, text, caption, MB_OKCANCEL | kXmbBuiltInCaptions,
+                                {CLR_INVALID, kWarningBackground}));
 }

@@ -13,6 +13,9 @@ public:
     bool DialogExists() const override { return m_watch.WindowAlive(); }
 
 private:
+    // None when the dialog or the thread ended meanwhile, whatever button the box names.
+    PromptAnswer AnswerOf(int pressed) const;
+
     PromptAnswer Answered(int pressed) const;
 
     HWND m_owner;
