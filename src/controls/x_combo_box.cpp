@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 const UINT g_uLButtonClick = RegisterWindowMessageA("WM_LBUTTONCLK");
 
@@ -198,10 +199,11 @@ void CxComboBox::AlignColumns(bool fitWidth) {
     data.reserve(lines.capacity());
     bool anyData = false;
     for (int i = 0; i < count; ++i) {
-        const LRESULT length = ListMessage(CB_GETLBTEXTLEN, i);
-        std::string line(static_cast<std::size_t>(std::max<LRESULT>(length, 0)), '\0');
-        const LRESULT copied = ListMessage(CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(line.data()));
-        line.resize(static_cast<std::size_t>(std::clamp<LRESULT>(copied, 0, std::max<LRESULT>(length, 0))));
+        // Twice the length: it may count characters, of which each can take two bytes.
+        const LRESULT length = std::max<LRESULT>(ListMessage(CB_GETLBTEXTLEN, i), 0);
+        std::string line(static_cast<std::size_t>(2 * length), '\0');
+        ListMessage(CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(line.data()));
+        line.resize(strnlen(line.data(), line.size()));
         lines.push_back(std::move(line));
         data.push_back(ListMessage(CB_GETITEMDATA, i));
         anyData = anyData || data.back() != 0;

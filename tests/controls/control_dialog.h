@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/activation_context.h"
 #include "framework/dialog.h"
 #include "framework/window_helpers.h"
 #include "support/window_kit.h"
@@ -31,8 +32,9 @@ public:
     }
     ~ControlDialog() override { DestroyWindow(); }
 
-    // A child control of a system class.
+    // A child control of a system class, of the version that the module's dialogs get.
     HWND Add(const char* className, DWORD style, int id, const RECT& at = {10, 10, 150, 200}) {
+        const ScopedActivationContext commonControls6;
         return ::CreateWindowExA(0, className, "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | style, at.left,
                                  at.top, at.right - at.left, at.bottom - at.top, m_hWnd,
                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
