@@ -1,11 +1,9 @@
 #include "controls/x_combo_box.h"
 
-#include "framework/guard.h"
 #include "framework/owned_handle.h"
 #include "framework/window_helpers.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 
 const UINT g_uLButtonClick = RegisterWindowMessageA("WM_LBUTTONCLK");
@@ -13,9 +11,6 @@ const UINT g_uLButtonClick = RegisterWindowMessageA("WM_LBUTTONCLK");
 namespace {
 
 constexpr UINT_PTR kClickTimer = 1;
-constexpr UINT_PTR kEditSubclass = 1;
-// Longer than any code and name of a record; what is typed beyond it is of no use.
-constexpr int kMaxText = 255;
 
 // The list part of a combo box paints and measures itself on every change unless it is told not to. The
 // combo box itself is left alone: switching its redrawing on again would show a hidden one.
@@ -37,15 +32,6 @@ private:
     HWND m_list = nullptr;
 };
 
-bool IsSystemLeadByte(unsigned char byte) {
-    return IsDBCSLeadByteEx(CP_ACP, byte) != FALSE;
-}
-
-bool SystemHasLeadBytes() {
-    CPINFO info{};
-    return GetCPInfo(CP_ACP, &info) && info.MaxCharSize > 1;
-}
-
 HWND NearestDialog(HWND control) {
     for (HWND window = GetParent(control); window; window = GetParent(window)) {
         if (HasClass(window, "#32770")) {
@@ -53,27 +39,6 @@ HWND NearestDialog(HWND control) {
         }
     }
     return nullptr;
-}
-
-std::string ToAnsi(const std::string& text) {
-    return text;
-}
-
-std::string ToAnsi(const std::wstring& text) {
-    const int length = WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0,
-                                           nullptr, nullptr);
-    std::string ansi(static_cast<std::size_t>(std::max(length, 0)), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), ansi.data(), length, nullptr,
-                        nullptr);
-    return ansi;
-}
-
-int ReadText(HWND window, char* buffer, int size) {
-    return ::GetWindowTextA(window, buffer, size);
-}
-
-int ReadText(HWND window, wchar_t* buffer, int size) {
-    return ::GetWindowTextW(window, buffer, size);
 }
 
 }  // namespace
@@ -99,22 +64,6 @@ BOOL CxComboBox::PreCreateWindow(CREATESTRUCT& create) {
 void CxComboBox::PreSubclassWindow() {
     AttachEdit();
     CComboBox::PreSubclassWindow();
-}
-
-void CxComboBox::AttachEdit() {
-    m_format.isLeadByte = SystemHasLeadBytes() ? &IsSystemLeadByte : nullptr;
-    m_edit = EditWindow();
-    if (m_edit) {
-        LimitText(kMaxText);
-        SetWindowSubclass(m_edit, &CxComboBox::EditProc, kEditSubclass, reinterpret_cast<DWORD_PTR>(this));
-    }
-}
-
-void CxComboBox::DetachEdit() {
-    if (m_edit) {
-        RemoveWindowSubclass(m_edit, &CxComboBox::EditProc, kEditSubclass);
-        m_edit = nullptr;
-    }
 }
 
 // --- options ---
@@ -292,148 +241,6 @@ void CxComboBox::NotifyDialog(UINT notification) const {
         ::SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), notification),
                        reinterpret_cast<LPARAM>(m_hWnd));
     }
-}
-
-// --- the edit part ---
-
-LRESULT CALLBACK CxComboBox::EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                      DWORD_PTR object) {
-    auto* comboBox = reinterpret_cast<CxComboBox*>(object);
-    if (message == WM_NCDESTROY) {
-        comboBox->DetachEdit();
-        return DefSubclassProc(edit, message, wParam, lParam);
-    }
-    return Guarded([&] { return comboBox->OnEditMessage(message, wParam, lParam); }, LRESULT{0});
-}
-
-LRESULT CxComboBox::OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    const HWND edit = m_edit;
-    switch (message) {
-        case WM_SETTEXT:
-            if (!lParam || !m_split || m_showFullText || m_ownText) {
-                break;
-            }
-            return IsWindowUnicode(edit) ? OnSetEditText(wParam, reinterpret_cast<const wchar_t*>(lParam))
-                                         : OnSetEditText(wParam, reinterpret_cast<const char*>(lParam));
-        case WM_GETTEXT:
-            if (!lParam || !m_showFullText || m_ownText) {
-                break;
-            }
-            return IsWindowUnicode(edit) ? OnGetEditText(wParam, reinterpret_cast<wchar_t*>(lParam))
-                                         : OnGetEditText(wParam, reinterpret_cast<char*>(lParam));
-        case EM_SETSEL:
-            // Nothing is highlighted where nothing can be typed over.
-            if (m_listOnly || GetFocus() != edit) {
-                wParam = static_cast<WPARAM>(lParam);
-            }
-            break;
-        case WM_LBUTTONDOWN:
-            if (m_listOnly) {
-                return OpenFromEdit(wParam, lParam);
-            }
-            break;
-        default:
-            if (SwallowsEditMessage(message, wParam)) {
-                return DefSubclassProc(edit, WM_NULL, wParam, lParam);
-            }
-            break;
-    }
-    return DefSubclassProc(edit, message, wParam, lParam);
-}
-
-bool CxComboBox::SwallowsEditMessage(UINT message, WPARAM wParam) const {
-    switch (message) {
-        case WM_CONTEXTMENU:
-            return m_noContextMenu;
-        case WM_KEYDOWN:
-            return m_noDelete && wParam == VK_DELETE;
-        case WM_CHAR:
-            return m_listOnly || (m_noDelete && wParam == VK_BACK);
-        case WM_CUT:
-        case WM_PASTE:
-            return m_listOnly || m_noDelete;
-        case WM_UNDO:
-        case EM_UNDO:
-            return m_noUndo;
-        default:
-            return false;
-    }
-}
-
-template <typename Char>
-LRESULT CxComboBox::OnSetEditText(WPARAM wParam, const Char* text) {
-    const std::basic_string_view<Char> line(text);
-    const std::size_t codeLength = CodeLength(line, m_format);
-    if (codeLength == line.size()) {
-        return DefSubclassProc(m_edit, WM_SETTEXT, wParam, reinterpret_cast<LPARAM>(text));
-    }
-    const std::basic_string<Char> code(line.substr(0, codeLength));
-    const LRESULT result =
-        DefSubclassProc(m_edit, WM_SETTEXT, wParam, reinterpret_cast<LPARAM>(code.c_str()));
-    MoveCaretToEnd(m_edit);
-    NotifyDialog(CBN_EDITCHANGE);
-    return result;
-}
-
-template <typename Char>
-LRESULT CxComboBox::OnGetEditText(WPARAM size, Char* buffer) {
-    const LRESULT length = DefSubclassProc(m_edit, WM_GETTEXT, size, reinterpret_cast<LPARAM>(buffer));
-    if (length <= 0) {
-        return length;
-    }
-    const std::basic_string_view<Char> line(buffer, static_cast<std::size_t>(length));
-    const std::size_t codeLength = CodeLength(line, m_format);
-    if (codeLength < line.size()) {
-        buffer[codeLength] = 0;
-    }
-    return static_cast<LRESULT>(codeLength);
-}
-
-LRESULT CxComboBox::OpenFromEdit(WPARAM wParam, LPARAM lParam) {
-    const HWND edit = m_edit;
-    WindowWatch watch(this);
-    SendMessage(WM_SETFOCUS);
-    if (!watch.WindowAlive()) {
-        return 0;
-    }
-    ShowDropDown(true);
-    return ::IsWindow(edit) ? DefSubclassProc(edit, WM_NULL, wParam, lParam) : 0;
-}
-
-// --- type-ahead ---
-
-bool CxComboBox::OnEditUpdate() {
-    if (m_edit && !m_ownText) {
-        IsWindowUnicode(m_edit) ? Complete<wchar_t>() : Complete<char>();
-    }
-    return false;  // the dialog may want to know as well
-}
-
-// In the edit's own character type, whose units its selection counts.
-template <typename Char>
-void CxComboBox::Complete() {
-    std::array<Char, kMaxText + 1> buffer{};
-    const int length = ReadText(m_edit, buffer.data(), static_cast<int>(buffer.size()));
-    if (length == 0) {
-        SetCurSel(-1);
-        return;
-    }
-    if (!m_split || !m_typing) {
-        return;
-    }
-    EditSelection typed;
-    ::SendMessageA(m_edit, EM_GETSEL, reinterpret_cast<WPARAM>(&typed.start),
-                   reinterpret_cast<LPARAM>(&typed.end));
-    const std::string text = ToAnsi(std::basic_string<Char>(buffer.data(), static_cast<std::size_t>(length)));
-    const int found = FindString(-1, text);
-    if (found >= 0) {
-        // Already set texts are set again all the same: they may differ in case.
-        m_ownText = true;
-        ::SetWindowTextA(m_edit, GetItemCode(found).c_str());
-        m_ownText = false;
-    }
-    const EditSelection marked = SelectionAfterCompletion(typed, length);
-    ::SendMessageA(m_edit, EM_SETSEL, marked.start, marked.end);
 }
 
 // --- keys and clicks ---

@@ -41,7 +41,8 @@ public:
     // Replaces all items by these lines, aligned; the same as adding them and calling AlignColumns, in one
     // pass. Nothing is selected and the edit part is empty afterwards.
     void SetItems(std::vector<std::string> lines, bool fitWidth);
-    // Replaces all items by these lines as they are. Nothing is selected and the edit part is empty afterwards.
+    // Replaces all items by these lines as they are. Nothing is selected and the edit part is empty
+    // afterwards.
     void SetLines(const std::vector<std::string>& lines);
     // Brings the names into one column. Item data, selection and the text shown are kept, and nothing is
     // reported. `fitWidth`: the open list becomes as wide as its text.
@@ -74,8 +75,7 @@ protected:
 private:
     void AttachEdit();
     void DetachEdit();
-    static LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                     DWORD_PTR object);
+    static LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam);
     bool SwallowsEditMessage(UINT message, WPARAM wParam) const;
     template <typename Char>
@@ -94,6 +94,7 @@ private:
     void FillList(const AlignedLines& aligned, bool fitWidth);
 
     HWND m_edit = nullptr;
+    bool m_editFocused = false;
     CodedTextFormat m_format;
     bool m_listOnly = false;
     bool m_noContextMenu = false;

@@ -1,0 +1,294 @@
+// What the controls cost beside the bare system calls that their work needs, in one run. A ratio near 1 means
+// that nothing is wasted; the figures of one line grow with the number of items.
+
+#include "controls/sele_code_wnd.h"
+#include "controls/x_combo_box.h"
+#include "framework/activation_context.h"
+#include "framework/dialog.h"
+#include "trade/data_container.h"
+#include "trade/fake_trade.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <map>
+
+namespace {
+
+constexpr int kRuns = 7;
+
+double Once(const std::function<void()>& work) {
+    LARGE_INTEGER frequency, start, end;
+    ::QueryPerformanceFrequency(&frequency);
+    ::QueryPerformanceCounter(&start);
+    work();
+    ::QueryPerformanceCounter(&end);
+    return 1000.0 * static_cast<double>(end.QuadPart - start.QuadPart) /
+           static_cast<double>(frequency.QuadPart);
+}
+
+// Medians of alternating runs, so that a busy machine slows both alike.
+void Compare(const char* name, int items, const std::function<void()>& bare,
+             const std::function<void()>& ours) {
+    std::vector<double> bareTimes;
+    std::vector<double> ourTimes;
+    for (int i = 0; i < kRuns; ++i) {
+        bareTimes.push_back(Once(bare));
+        ourTimes.push_back(Once(ours));
+    }
+    std::sort(bareTimes.begin(), bareTimes.end());
+    std::sort(ourTimes.begin(), ourTimes.end());
+    const double bareTime = bareTimes[kRuns / 2];
+    const double ourTime = ourTimes[kRuns / 2];
+    std::printf("%-34s %7d items  bare %9.3f ms  ours %9.3f ms  ratio %.2f\n", name, items, bareTime, ourTime,
+                ourTime / bareTime);
+}
+
+class BenchDialog : public CDialog {
+public:
+    BenchDialog() {
+        struct {
+            DLGTEMPLATE head;
+            WORD menu, windowClass, title;
+        } empty{};
+        empty.head.style = WS_POPUP | WS_CAPTION;
+        empty.head.cx = 300;
+        empty.head.cy = 200;
+        if (!CreateIndirect(&empty.head, nullptr)) {
+            std::puts("no windows here");
+            std::exit(1);
+        }
+        ShowWindow(SW_SHOW);
+    }
+    HWND Add(int id) {
+        const ScopedActivationContext commonControls6;
+        return ::CreateWindowExA(0, "COMBOBOX", "",
+                                 WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL, 10,
+                                 10 + 40 * id, 150, 300, m_hWnd,
+                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    }
+};
+
+std::vector<std::string> Lines(int count) {
+    std::vector<std::string> lines;
+    for (int i = 0; i < count; ++i) {
+        lines.push_back("CODE" + std::to_string(100000 + i) + " Name of the item " + std::to_string(i));
+    }
+    return lines;
+}
+
+LPARAM Text(const std::string& text) {
+    return reinterpret_cast<LPARAM>(text.c_str());
+}
+
+void BareAdd(HWND comboBox, HWND list, const std::vector<std::string>& lines) {
+    ::SendMessageA(list, WM_SETREDRAW, FALSE, 0);
+    ::SendMessageA(comboBox, CB_RESETCONTENT, 0, 0);
+    for (const std::string& line : lines) {
+        ::SendMessageA(comboBox, CB_ADDSTRING, 0, Text(line));
+    }
+    ::SendMessageA(list, WM_SETREDRAW, TRUE, 0);
+}
+
+void BareRead(HWND comboBox, int count) {
+    char text[256];
+    for (int i = 0; i < count; ++i) {
+        ::SendMessageA(comboBox, CB_GETLBTEXTLEN, static_cast<WPARAM>(i), 0);
+        ::SendMessageA(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(text));
+        ::SendMessageA(comboBox, CB_GETITEMDATA, static_cast<WPARAM>(i), 0);
+    }
+}
+
+void BenchComboBox(int count) {
+    BenchDialog dialog;
+    const HWND plain = dialog.Add(0);
+    dialog.Add(1);
+    CxComboBox combo;
+    combo.SubclassDlgItem(1, dialog.m_hWnd);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    ::GetComboBoxInfo(plain, &info);
+    const std::vector<std::string> lines = Lines(count);
+
+    Compare(
+        "fill at once, aligned", count, [&] { BareAdd(plain, info.hwndList, lines); },
+        [&] { combo.SetItems(lines, true); });
+    Compare(
+        "align what is there", count,
+        [&] {
+            BareRead(plain, count);
+            BareAdd(plain, info.hwndList, lines);
+        },
+        [&] { combo.AlignColumns(true); });
+
+    // The last item matches, so that the whole list is searched. The key itself is part of both.
+    const std::string typed = lines.back().substr(0, 9);
+    const auto type = [&](HWND edit) {
+        ::SendMessageA(edit, WM_SETTEXT, 0, Text(typed));
+        ::SendMessageA(edit, EM_SETSEL, 9, 9);
+        ::SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(lines.back()[9]), 1);
+    };
+    constexpr int kKeys = 20;
+    Compare(
+        "keystroke with completion (20)", count,
+        [&] {
+            ::SetFocus(info.hwndItem);
+            for (int i = 0; i < kKeys; ++i) {
+                type(info.hwndItem);
+                ::SendMessageA(plain, CB_FINDSTRING, static_cast<WPARAM>(-1), Text(typed + lines.back()[9]));
+                ::SendMessageA(info.hwndItem, WM_SETTEXT, 0, Text(typed + lines.back()[9]));
+            }
+        },
+        [&] {
+            ::SetFocus(combo.EditWindow());
+            for (int i = 0; i < kKeys; ++i) {
+                type(combo.EditWindow());
+            }
+        });
+    dialog.DestroyWindow();
+}
+
+// A host that answers its lists from an index, as quickly as a host can.
+class IndexedApi : public FakeTradeApi {
+public:
+    IndexedApi(int exchangeCount, int commoditiesEach, int contractsEach) {
+        for (int e = 0; e < exchangeCount; ++e) {
+            ExchangeRecord& exchange = m_exchanges.emplace_back();
+            exchange.exchangeNo.Set("EX" + std::to_string(e));
+            exchange.exchangeName.Set("Exchange " + std::to_string(e));
+            exchanges.push_back(&exchange);
+            for (int c = 0; c < commoditiesEach; ++c) {
+                AddCommodity(exchange, c, contractsEach);
+            }
+        }
+        signEntries.push_back(this);
+    }
+    void GetCommodities(const void* key, IDataContainer* list) override {
+        for (CommodityRecord* commodity :
+             m_byExchange[static_cast<const ExchangeKey*>(key)->exchangeNo.Str()]) {
+            list->Add(commodity);
+        }
+    }
+    void GetContracts(const void* key, IDataContainer* list) override {
+        for (ContractRecord* contract : m_byCommodity[NameOf(*static_cast<const CommodityKey*>(key))]) {
+            list->Add(contract);
+        }
+    }
+    CommodityKey KeyOf(int exchange, int commodity) const {
+        return CommodityOf(
+            *m_byExchange.at("EX" + std::to_string(exchange))[static_cast<std::size_t>(commodity)]);
+    }
+
+private:
+    template <typename Key>
+    static std::string NameOf(const Key& key) {
+        return key.exchangeNo.Str() + "/" + key.commodityType + key.commodityNo.Str();
+    }
+    void AddCommodity(const ExchangeRecord& exchange, int index, int contractCount) {
+        CommodityRecord& commodity = m_commodities.emplace_back();
+        commodity.exchangeNo = exchange.exchangeNo;
+        const bool option = index % 4 == 3;
+        commodity.commodityType = option ? 'O' : 'F';
+        commodity.commodityNo.Set("C" + std::to_string(index * 7919 % 1000));
+        commodity.commodityName.Set("Commodity " + std::to_string(index));
+        commodity.relatedCommodityNo = commodity.commodityNo;
+        m_byExchange[exchange.exchangeNo.Str()].push_back(&commodity);
+        for (int i = 0; i < contractCount; ++i) {
+            ContractRecord& contract = m_contracts.emplace_back();
+            contract.key = {commodity.sign,
+                            commodity.exchangeNo,
+                            commodity.commodityType,
+                            commodity.commodityNo,
+                            {},
+                            {},
+                            option ? 'C' : 'N',
+                            {},
+                            {},
+                            'N'};
+            contract.key.contractNo.Set(std::to_string(1501 + (option ? i / 10 : i)));
+            contract.key.strikePrice.Set(option ? std::to_string(1000 + i % 10 * 50) : "");
+            m_byCommodity[NameOf(commodity)].push_back(&contract);
+        }
+    }
+
+    std::deque<ExchangeRecord> m_exchanges;
+    std::deque<CommodityRecord> m_commodities;
+    std::deque<ContractRecord> m_contracts;
+    std::map<std::string, std::vector<CommodityRecord*>> m_byExchange;
+    std::map<std::string, std::vector<ContractRecord*>> m_byCommodity;
+};
+
+IndexedApi* g_api = nullptr;
+
+TradeData BenchTrade() {
+    return TradeData(g_api);
+}
+
+void BareInsert(HWND tree, const std::vector<CatalogNode>& nodes, HTREEITEM parent) {
+    for (const CatalogNode& node : nodes) {
+        TVINSERTSTRUCTA insert{};
+        insert.hParent = parent;
+        insert.hInsertAfter = TVI_LAST;
+        insert.item.mask = TVIF_TEXT | TVIF_PARAM;
+        insert.item.pszText = const_cast<char*>(node.text.c_str());
+        BareInsert(tree, node.children,
+                   reinterpret_cast<HTREEITEM>(
+                       ::SendMessageA(tree, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert))));
+    }
+}
+
+// Every list that the tree is made of, asked for and thrown away.
+void BareHostCalls(IndexedApi& api) {
+    CDataContainer exchanges;
+    api.GetExchanges(&exchanges, "");
+    for (std::uint32_t e = 0; e < exchanges.Count(); ++e) {
+        CDataContainer commodities;
+        api.GetCommodities(exchanges.At(e), &commodities);
+        for (std::uint32_t c = 0; c < commodities.Count(); ++c) {
+            CDataContainer contracts;
+            api.GetContracts(commodities.At(c), &contracts);
+        }
+    }
+}
+
+void BenchPopup(int exchanges, int commoditiesEach, int contractsEach) {
+    IndexedApi api(exchanges, commoditiesEach, contractsEach);
+    g_api = &api;
+    BenchDialog dialog;
+    CSeleCodeWnd popup(&BenchTrade);
+    popup.CreatePopup(dialog.m_hWnd);
+    CWnd hidden;  // like the popup, whose tree is filled before it is shown
+    hidden.Create(nullptr, "", WS_POPUP, {0, 0, 438, 400}, dialog.m_hWnd, 0);
+    CTreeCtrl tree;
+    tree.Create(WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES, {0, 0, 280, 390}, hidden.m_hWnd, 9);
+    const std::vector<CatalogNode> nodes = BuildCatalog(BenchTrade(), "", false);
+    Compare(
+        "popup refresh", exchanges * commoditiesEach * contractsEach,
+        [&] {
+            BareHostCalls(api);
+            tree.SendMessage(WM_SETREDRAW, FALSE);
+            tree.DeleteAllItems();
+            BareInsert(tree.m_hWnd, nodes, TVI_ROOT);
+            tree.SendMessage(WM_SETREDRAW, TRUE);
+            tree.UpdateWindow();
+        },
+        [&] { popup.Refresh(""); });
+    hidden.DestroyWindow();
+    popup.DestroyWindow();
+    dialog.DestroyWindow();
+    g_api = nullptr;
+}
+
+}  // namespace
+
+int main() {
+    for (const int count : {100, 1000, 10000}) {
+        BenchComboBox(count);
+    }
+    BenchPopup(5, 8, 25);
+    BenchPopup(25, 20, 20);
+    BenchPopup(50, 40, 50);
+    return 0;
+}
