@@ -1,6 +1,7 @@
 // What the controls cost beside the bare system calls that their work needs, in one run. A ratio near 1 means
 // that nothing is wasted; the figures of one line grow with the number of items.
 
+#include "bench/stopwatch.h"
 #include "controls/sele_code_wnd.h"
 #include "controls/x_combo_box.h"
 #include "framework/activation_context.h"
@@ -12,38 +13,28 @@
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
-#include <functional>
 #include <map>
 
 namespace {
 
-constexpr int kRuns = 7;
+constexpr double kFillLimit = 1.3;
+constexpr double kKeyLimit = 1.2;
+constexpr double kPopupLimit = 1.3;
 
-double Once(const std::function<void()>& work) {
-    LARGE_INTEGER frequency, start, end;
-    ::QueryPerformanceFrequency(&frequency);
-    ::QueryPerformanceCounter(&start);
-    work();
-    ::QueryPerformanceCounter(&end);
-    return 1000.0 * static_cast<double>(end.QuadPart - start.QuadPart) /
-           static_cast<double>(frequency.QuadPart);
-}
+Report g_report;
 
-// Medians of alternating runs, so that a busy machine slows both alike.
-void Compare(const char* name, int items, const std::function<void()>& bare,
-             const std::function<void()>& ours) {
-    std::vector<double> bareTimes;
-    std::vector<double> ourTimes;
+// The best of alternating runs, so that a busy machine disturbs both alike.
+template <typename Bare, typename Ours>
+void Compare(const char* name, int items, double limit, Bare bare, Ours ours) {
+    constexpr int kRuns = 9;
+    double bareTime = 1e18;
+    double ourTime = 1e18;
     for (int i = 0; i < kRuns; ++i) {
-        bareTimes.push_back(Once(bare));
-        ourTimes.push_back(Once(ours));
+        bareTime = std::min(bareTime, NanosecondsOf(bare, 1, 1));
+        ourTime = std::min(ourTime, NanosecondsOf(ours, 1, 1));
     }
-    std::sort(bareTimes.begin(), bareTimes.end());
-    std::sort(ourTimes.begin(), ourTimes.end());
-    const double bareTime = bareTimes[kRuns / 2];
-    const double ourTime = ourTimes[kRuns / 2];
-    std::printf("%-34s %7d items  bare %9.3f ms  ours %9.3f ms  ratio %.2f\n", name, items, bareTime, ourTime,
-                ourTime / bareTime);
+    g_report.Ratio((std::string(name) + ", " + std::to_string(items) + " items").c_str(), ourTime, bareTime,
+                   limit);
 }
 
 class BenchDialog : public CDialog {
@@ -113,10 +104,10 @@ void BenchComboBox(int count) {
     const std::vector<std::string> lines = Lines(count);
 
     Compare(
-        "fill at once, aligned", count, [&] { BareAdd(plain, info.hwndList, lines); },
+        "fill at once, aligned", count, kFillLimit, [&] { BareAdd(plain, info.hwndList, lines); },
         [&] { combo.SetItems(lines, true); });
     Compare(
-        "align what is there", count,
+        "align what is there", count, kFillLimit,
         [&] {
             BareRead(plain, count);
             BareAdd(plain, info.hwndList, lines);
@@ -132,7 +123,7 @@ void BenchComboBox(int count) {
     };
     constexpr int kKeys = 20;
     Compare(
-        "keystroke with completion (20)", count,
+        "20 keys with completion", count, kKeyLimit,
         [&] {
             ::SetFocus(info.hwndItem);
             for (int i = 0; i < kKeys; ++i) {
@@ -265,7 +256,7 @@ void BenchPopup(int exchanges, int commoditiesEach, int contractsEach) {
     tree.Create(WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES, {0, 0, 280, 390}, hidden.m_hWnd, 9);
     const std::vector<CatalogNode> nodes = BuildCatalog(BenchTrade(), "", false);
     Compare(
-        "popup refresh", exchanges * commoditiesEach * contractsEach,
+        "popup refresh", exchanges * commoditiesEach * contractsEach, kPopupLimit,
         [&] {
             BareHostCalls(api);
             tree.SendMessage(WM_SETREDRAW, FALSE);
@@ -290,5 +281,5 @@ int main() {
     BenchPopup(5, 8, 25);
     BenchPopup(25, 20, 20);
     BenchPopup(50, 40, 50);
-    return 0;
+    return g_report.Missed();
 }
