@@ -16,19 +16,6 @@ constexpr int kBottomRowControls[] = {IDC_CARRY_FEE_TEXT, IDC_CONFIRM, IDC_CANCE
                                       IDC_EX_SYSTEM_NO};
 constexpr int kBottomMargin = 10;
 
-constexpr NumericRow NumericRowOf(PriceRowKind kind) {
-    const PriceRowControls& row = kPriceRows[kind];
-    const bool orderPrice = kind == kOrderPriceRow;
-    return {row.whole, row.spin, row.numerator, kind != kFillPrice2Row, !orderPrice, orderPrice};
-}
-
-constexpr NumericRow kNumericRows[] = {
-    NumericRowOf(kOrderPriceRow),        NumericRowOf(kTriggerPriceRow),
-    NumericRowOf(kFillPriceRow),         NumericRowOf(kFillPrice2Row),
-    NumericRowOf(kNearPositionPriceRow), NumericRowOf(kForwardPositionPriceRow),
-    {IDC_ORDER_QTY, IDC_ORDER_QTY_SPIN}, {IDC_FILL_QTY, IDC_FILL_QTY_SPIN},
-};
-
 // Collects changes in order.
 class Changes {
 public:
@@ -165,11 +152,6 @@ void SetUpModify(const OrderForm& form, const TradeData& trade, const LocalMomen
 }
 
 }  // namespace
-
-const NumericTable& OrderNumericTable() {
-    static const NumericTable table{kNumericRows, IDC_FEE, TextRuleScope::ChangedEdit};
-    return table;
-}
 
 LayoutInput LayoutInputOf(OrderForm& form, const CommodityRecord* commodity) {
     LayoutInput input;

@@ -2,7 +2,6 @@
 
 #include "controls/control_state.h"
 #include "controls/date_text.h"
-#include "controls/numeric_rules.h"
 #include "order/order_form.h"
 #include "res/resource_ids.h"
 #include "trade/trade_data.h"
@@ -53,9 +52,6 @@ inline constexpr std::array<PriceRowControls, 6> kPriceRows{{
      IDC_FORWARD_POSITION_PRICE_PLUS, IDC_FORWARD_POSITION_PRICE_NUMERATOR, IDC_FORWARD_POSITION_PRICE_SLASH,
      IDC_FORWARD_POSITION_PRICE_DENOMINATOR, &OrderForm::forwardPositionPrice},
 }};
-
-// The edits that take numbers and step. The wheel leaves the second fill price alone.
-const NumericTable& OrderNumericTable();
 
 // One change of a control. The list of a refresh is applied from the first to the last, since a change can
 // set off a reaction that reads what the changes before it have made.

@@ -7,7 +7,6 @@
 namespace {
 
 using Ids = std::vector<unsigned>;
-using Change = void (*)(OrderForm&);
 
 std::string Joined(const Ids& ids) {
     std::string text;
@@ -19,71 +18,46 @@ std::string Joined(const Ids& ids) {
 
 class OrderChecks : public OrderTest {};
 
+constexpr const char* kPart = "Partially Filled";
+constexpr const char* kPartCanceled = "Partial Canceled";
+
+#define WITH(...) [](OrderForm& f) { __VA_ARGS__; }
+
 TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
+    using M = OrderMode;
     struct {
         const char* fault;
         OrderMode mode;
-        Change change;
+        void (*change)(OrderForm&);
         Ids errors;
     } const rows[] = {
-        {"nothing wrong", OrderMode::Input, [](OrderForm&) {}, {}},
-        {"blanks count as empty", OrderMode::Input, [](OrderForm& f) { f.account = "  "; }, {10012}},
-        {"the whole head",
-         OrderMode::Input,
-         [](OrderForm& f) { f.account = f.upper = f.contractText = f.direction = f.commodityNo = ""; },
+        // clang-format off
+        {"nothing wrong", M::Input, WITH(f.fillQty = 0), {}},
+        {"blanks count as empty", M::Input, WITH(f.account = "  "), {10012}},
+        {"the whole head", M::Input,
+         WITH(f.account = f.upper = f.contractText = f.direction = f.commodityNo = ""),
          {10012, 10013, 10014, 10018, 10019}},
-        {"an emptied contract edit",
-         OrderMode::Input,
-         [](OrderForm& f) { f.contractText = " "; },
-         {10014, 10022}},
-        {"an unknown direction is none", OrderMode::Input, [](OrderForm& f) { f.direction = "X"; }, {10018}},
-        {"an unlisted contract",
-         OrderMode::Input,
-         [](OrderForm& f) { f.contractText = "EXA CM 1512"; },
-         {10022}},
-        {"prices between ticks",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderPrice.whole = "97.3", f.triggerPrice.whole = ".1"; },
+        {"an emptied contract edit", M::Input, WITH(f.contractText = " "), {10014, 10022}},
+        {"an unknown direction is none", M::Input, WITH(f.direction = "X"), {10018}},
+        {"an unlisted contract", M::Input, WITH(f.contractText = "EXA CM 1512"), {10022}},
+        {"prices between ticks", M::Input, WITH(f.orderPrice.whole = "97.3", f.triggerPrice.whole = ".1"),
          {10020, 10021}},
-        {"codes without a word",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderType = f.orderState = f.source = f.validType = ""; },
+        {"codes without a word", M::Input, WITH(f.orderType = f.orderState = f.source = f.validType = ""),
          {10028, 10029, 10030, 10031}},
-        {"no limit price, no quantity",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderPrice.whole = "0", f.orderQty = 0; },
-         {10032, 10033}},
-        {"a market order has no price",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderPrice.whole = "0", f.orderType = OrderTypeToText('1'); },
-         {}},
-        {"a limit stop wants both prices",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderPrice.whole = "", f.orderType = OrderTypeToText('4'); },
+        {"no price, no quantity", M::Input, WITH(f.orderPrice.whole = "0", f.orderQty = 0), {10032, 10033}},
+        {"a market order has no price", M::Input, WITH(f.orderPrice.whole = "0", f.orderType = "Market"), {}},
+        {"a limit stop wants both", M::Input, WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"),
          {10032, 10034}},
-        {"corrections want an order", OrderMode::Modify, [](OrderForm&) {}, {10035}},
-        {"also a move", OrderMode::Move, [](OrderForm&) {}, {10035}},
-        {"a filled order without fill",
-         OrderMode::Modify,
-         [](OrderForm& f) { f.orderState = OrderStateToText('5'), f.exchangeFillNo = " "; },
+        {"corrections want an order", M::Modify, WITH(f.fillQty = 0), {10035}},
+        {"also a move", M::Move, WITH(f.fillQty = 0), {10035}},
+        {"a filled order without fill", M::Modify, WITH(f.orderState = kPart, f.exchangeFillNo = " "),
          {10035, 10036, 10037, 10039}},
-        {"more filled than ordered",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderState = OrderStateToText('A'), f.fillQty = 6; },
-         {10038}},
-        {"all of it is not a part",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderState = OrderStateToText('5'), f.fillQty = 5; },
-         {10039}},
-        {"a part is not all of it",
-         OrderMode::Modify,
-         [](OrderForm& f) { f.orderState = OrderStateToText('6'), f.fillQty = 4; },
-         {10035, 10039}},
-        {"a part without a fill state", OrderMode::Input, [](OrderForm& f) { f.fillQty = 4; }, {10039}},
-        {"a part",
-         OrderMode::Input,
-         [](OrderForm& f) { f.orderState = OrderStateToText('A'), f.fillQty = 4, f.fillPrice.whole = "1"; },
-         {}},
+        {"more filled than ordered", M::Input, WITH(f.orderState = kPartCanceled, f.fillQty = 6), {10038}},
+        {"all of it is not a part", M::Input, WITH(f.orderState = kPart, f.fillQty = 5), {10039}},
+        {"a part is not all of it", M::Modify, WITH(f.orderState = "Filled", f.fillQty = 4), {10035, 10039}},
+        {"a part without a fill state", M::Input, WITH(f.fillQty = 4), {10039}},
+        {"a part", M::Input, WITH(f.orderState = kPartCanceled, f.fillQty = 4), {}},
+        // clang-format on
     };
     for (const auto& row : rows) {
         OrderForm form = Entry(row.mode);
@@ -96,9 +70,7 @@ TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {
     struct {
         const char* fault;
         OrderMode mode;
-        const char* contract;
-        const char* second;
-        const char* threeMonthDate;
+        const char *contract, *second, *threeMonthDate;
         Ids errors;
     } const rows[] = {
         {"carry", OrderMode::Carry, "240315", "240329", nullptr, {}},
@@ -146,25 +118,28 @@ TEST_F(OrderChecks, CarryAndExerciseSkipWhatTheyDoNotEnter) {
     EXPECT_EQ(FindOrderProblems(exercise, trade).errors, (Ids{10033}));
 }
 
-TEST_F(OrderChecks, SpreadsMayCostNothing) {
+TEST_F(OrderChecks, PricesCountByCommodity) {
     AddSpread('m', "EXA SP 1509/1512");
     AddSpread('d', "EXA ST 1509 C3000/1509 P3000");
-    OrderForm spread = Entry(OrderMode::Input, "EXA SP 1509/1512");
-    spread.orderType = OrderTypeToText('4');
-    spread.orderPrice.whole = "0";
-    EXPECT_EQ(FindOrderProblems(spread, trade).errors, Ids{});
-    OrderForm straddle = Entry(OrderMode::Input, "EXA ST 1509 C3000/1509 P3000");
-    straddle.orderPrice.whole = "0";
-    EXPECT_EQ(FindOrderProblems(straddle, trade).errors, (Ids{10032}));
-}
-
-TEST_F(OrderChecks, FractionsCountByTheirDenominator) {
-    OrderForm form = Entry(OrderMode::Input, "EXA FR 1509");
-    form.orderPrice = {"97", 3};
-    form.denominator = 8;
-    EXPECT_EQ(FindOrderProblems(form, trade).errors, Ids{});
-    form.denominator = 7;
-    EXPECT_EQ(FindOrderProblems(form, trade).errors, (Ids{10020}));
+    struct {
+        const char* contract;
+        PriceRow price;
+        int denominator;
+        Ids errors;
+    } const rows[] = {
+        {"EXA SP 1509/1512", {"0", 0}, 1, {}},  // a spread may cost nothing
+        {"EXA ST 1509 C3000/1509 P3000", {"0", 0}, 1, {10032, 10034}},
+        {"EXA FR 1509", {"97", 3}, 8, {10034}},
+        {"EXA FR 1509", {"97", 3}, 7, {10020, 10034}},
+    };
+    for (const auto& row : rows) {
+        OrderForm form = Entry(OrderMode::Input, row.contract);
+        form.orderType = "Limit stop";
+        form.orderPrice = row.price;
+        form.denominator = row.denominator;
+        EXPECT_EQ(FindOrderProblems(form, trade).errors, row.errors) << row.contract;
+    }
+    EXPECT_EQ(FindOrderProblems(Entry(), TradeData(nullptr)).errors, (Ids{10019}));
 }
 
 TEST_F(OrderChecks, RemovedAndMovedOrdersIgnoreErrorsButNotAMissingContract) {
@@ -186,9 +161,7 @@ TEST_F(OrderChecks, WarnOfFillPrices) {
     AddSpread('m', "EXA SP 1509/1512");
     struct {
         OrderMode mode;
-        const char* contract;
-        const char* price;
-        const char* price2;
+        const char *contract, *price, *price2;
         Ids warnings;
     } const rows[] = {
         {OrderMode::Input, "EXA CM 1509", "97.3", "0.1", {10041}},
@@ -207,33 +180,28 @@ TEST_F(OrderChecks, WarnOfFillPrices) {
     }
 }
 
-TEST_F(OrderChecks, TellErrorsInOneBox) {
+TEST_F(OrderChecks, TellWhatIsWrongInOneBox) {
     OrderForm form = Entry();
     form.account = "";
     form.orderQty = 0;
     EXPECT_FALSE(CheckOrder(form, trade, prompt).passed);
-    ASSERT_EQ(prompt.asked.size(), 1u);
     EXPECT_EQ(prompt.asked[0].text, "Account can't be empty!\nOrderQty can't be zero!\n");
     EXPECT_EQ(prompt.asked[0].caption, "operation failed");
     EXPECT_EQ(prompt.asked[0].buttons, PromptButtons::Ok);
-}
 
-TEST_F(OrderChecks, UnknownThreeMonthDateStopsAnExercise) {
-    OrderForm form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
-    form.forwardContract = "3M";
+    form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    form.forwardContract = "3M";  // of an unknown date
     form.orderQty = 0;
     EXPECT_FALSE(CheckOrder(form, trade, prompt).passed);
-    ASSERT_EQ(prompt.asked.size(), 1u);
-    EXPECT_EQ(prompt.asked[0].text, ResString(10025));
-    EXPECT_EQ(prompt.asked[0].caption, ResString(10114));
+    ASSERT_EQ(prompt.asked.size(), 2u);
+    EXPECT_EQ(prompt.asked[1].text, ResString(10025));
+    EXPECT_EQ(prompt.asked[1].caption, ResString(10114));
 }
 
 TEST_F(OrderChecks, WarningsPassWithOkAlone) {
     struct {
         PromptAnswer answer;
-        bool stays;
-        bool passed;
-        bool focus;
+        bool stays, passed, focus;
     } const rows[] = {
         {PromptAnswer::Ok, true, true, false},     {PromptAnswer::Cancel, true, false, true},
         {PromptAnswer::None, true, false, true},   {PromptAnswer::Ok, false, false, false},
@@ -241,12 +209,14 @@ TEST_F(OrderChecks, WarningsPassWithOkAlone) {
     };
     for (const auto& row : rows) {
         OrderForm form = FilledEntry();
+        form.fillQty = 0;  // a whole fill takes the order's
         form.fillPrice.whole = "97.3";
         prompt.answers = {row.answer};
         prompt.dialogExists = true;
         prompt.whileAsking = [&] { prompt.dialogExists = row.stays; };
         const OrderCheck check = CheckOrder(form, trade, prompt);
         EXPECT_EQ(check.passed, row.passed);
+        EXPECT_EQ(form.fillQty, 5);
         EXPECT_EQ(check.focusFillPrice, row.focus);
         EXPECT_EQ(prompt.asked.back().text, Joined({10041, 10045}));
         EXPECT_EQ(prompt.asked.back().caption, ResString(10046));
@@ -254,20 +224,12 @@ TEST_F(OrderChecks, WarningsPassWithOkAlone) {
     }
 }
 
-TEST_F(OrderChecks, WholeFillOfANewOrderTakesItsQuantity) {
-    OrderForm form = FilledEntry();
-    form.fillQty = 0;
-    EXPECT_TRUE(CheckOrder(form, trade, prompt).passed);
-    EXPECT_EQ(form.fillQty, 5);
-}
-
 TEST_F(OrderChecks, ElectronicOrdersAreCorrectedWithConsent) {
     struct {
         OrderMode mode;
         char backOffice;
         PromptAnswer answer;
-        bool asks;
-        bool goesOn;
+        bool asks, goesOn;
     } const rows[] = {
         {OrderMode::Modify, 'Y', PromptAnswer::None, false, true},
         {OrderMode::Modify, 'N', PromptAnswer::Ok, true, true},
@@ -288,11 +250,6 @@ TEST_F(OrderChecks, ElectronicOrdersAreCorrectedWithConsent) {
             EXPECT_EQ(prompt.asked[0].caption, ResString(10046));
         }
     }
-}
-
-TEST_F(OrderChecks, WithoutAHostNothingIsFound) {
-    const TradeData none(nullptr);
-    EXPECT_EQ(FindOrderProblems(Entry(), none).errors, (Ids{10019}));
 }
 
 }  // namespace

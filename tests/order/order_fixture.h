@@ -12,9 +12,9 @@
 
 #include <cstring>
 #include <deque>
-#include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct FixedClock : IClock {
     LocalMoment now;
@@ -177,7 +177,7 @@ struct BytesAt {
     std::string_view bytes;
 };
 template <typename Record>
-void ExpectBytes(const Record& record, std::initializer_list<BytesAt> parts) {
+void ExpectBytes(const Record& record, const std::vector<BytesAt>& parts) {
     std::string expected(sizeof(record), '\0');
     for (const BytesAt& part : parts) {
         expected.replace(part.offset, part.bytes.size(), part.bytes);

@@ -16,6 +16,21 @@ constexpr auto k2_25 = "\0\0\0\0\0\0\x02\x40"sv;
 constexpr auto k12_5 = "\0\0\0\0\0\0\x29\x40"sv;
 constexpr auto kNow = "2026-03-04 05:06:07"sv;
 
+using Bytes = std::vector<BytesAt>;
+
+// What the requests of the sample entries have in common; later parts overwrite earlier ones.
+const Bytes kOrder = {{0, "SIG"},   {21, "EXA"},  {32, "F"},     {66, "N"},   {89, "N"},
+                      {90, "100"},  {111, "2E0"}, {135, "NBNN"}, {157, "\5"}, {321, "S_1"},
+                      {372, "X_2"}, {434, "U7"},  {498, "OP9"},  {519, kNow}, {540, "4"}};
+const Bytes kEntered = {{456, "OP9"}, {477, kNow}};
+const Bytes kFill = {{0, "SIG"},  {21, "EXA"}, {32, "F"},    {66, "N"},  {88, "100"}, {109, "EBN"},
+                     {190, kNow}, {240, "\5"}, {245, "USD"}, {256, "N"}, {303, "U7"}, {332, "S_1"}};
+
+Bytes operator+(Bytes parts, const Bytes& more) {
+    parts.insert(parts.end(), more.begin(), more.end());
+    return parts;
+}
+
 class OrderRequests : public OrderTest {
 protected:
     // Sends the form; the operator agrees to everything.
@@ -23,34 +38,29 @@ protected:
         prompt.answers.assign(4, PromptAnswer::Yes);
         EXPECT_NE(SubmitOrder(form, services).outcome, SubmitOutcome::Stay);
     }
-    // The pointer in the last record, checked and then cleared, so that the other bytes are the same in
-    // every run.
-    OrderRecord TakeOrder(std::vector<OrderRecord>& orders, const ContractRecord* contract) {
-        EXPECT_EQ(orders.size(), 1u);
-        OrderRecord order = orders.front();
-        orders.erase(orders.begin());
+    // The pointer is checked apart, since it differs in every run.
+    void ExpectOrder(OrderRecord order, const ContractRecord* contract, const Bytes& parts) {
         EXPECT_TRUE(order.contract == contract);
         order.contract = nullptr;
-        return order;
+        ExpectBytes(order, parts);
     }
 };
 
+// clang-format off
 TEST_F(OrderRequests, Input) {
     OrderForm form = Entry();
-    form.orderType = OrderTypeToText('4');
+    form.orderType = "Limit stop";
     form.triggerPrice.whole = "97.25";
-    form.validType = ValidTypeToText('2');
+    form.validType = "GTD";
     form.validUntil = clock.now.fields;
     form.validUntil.tm_year = 127;
-    form.source = OrderSourceToText('M');
+    form.source = "Manual Order";
     form.forcedClose = true;
     Confirm(form);
-    ExpectBytes(TakeOrder(service.orders, api.contracts[0]),
-                {{0, "SIG"},    {21, "EXA"},  {32, "F"},     {33, "CM"},    {44, "1509"},
-                 {66, "N"},     {89, "N"},    {90, "100"},   {111, "4M2"},  {114, "2027-03-04 05:06:07"},
-                 {135, "YBNN"}, {139, k97_5}, {147, k97_25}, {157, "\x05"}, {321, "S_1"},
-                 {372, "X_2"},  {434, "U7"},  {456, "OP9"},  {477, kNow},   {498, "OP9"},
-                 {519, kNow},   {540, "4"}});
+    ASSERT_EQ(service.orders.size(), 1u);
+    ExpectOrder(service.orders[0], api.contracts[0], kOrder + kEntered +
+        Bytes{{33, "CM"}, {44, "1509"}, {111, "4M2"}, {114, "2027-03-04 05:06:07"}, {135, "YBNN"}, {139, k97_5},
+              {147, k97_25}});
     EXPECT_TRUE(service.fills.empty());
 }
 
@@ -62,162 +72,55 @@ TEST_F(OrderRequests, InputWithFill) {
     form.feeGiven = true;
     form.fee = "12.5";
     Confirm(form);
-    ExpectBytes(TakeOrder(service.orders, api.contracts[1]),
-                {{0, "SIG"},   {21, "EXA"},  {32, "F"},      {33, "FR"},    {44, "1509"}, {66, "N"},
-                 {89, "N"},    {90, "100"},  {111, "2E0"},   {135, "NBNN"}, {139, k97_5}, {157, "\x05"},
-                 {321, "S_1"}, {372, "X_2"}, {434, "U7"},    {456, "OP9"},  {477, kNow},  {498, "OP9"},
-                 {519, kNow},  {540, "6"},   {541, k97_375}, {549, "\x05"}});
+    ASSERT_EQ(service.orders.size(), 1u);
+    ExpectOrder(service.orders[0], api.contracts[1], kOrder + kEntered +
+        Bytes{{33, "FR"}, {44, "1509"}, {139, k97_5}, {540, "6"}, {541, k97_375}, {549, "\5"}});
     ASSERT_EQ(service.fills.size(), 1u);
-    ExpectBytes(service.fills[0], {{0, "SIG"},
-                                   {21, "EXA"},
-                                   {32, "F"},
-                                   {33, "FR"},
-                                   {44, "1509"},
-                                   {66, "N"},
-                                   {88, "100"},
-                                   {109, "EBN"},
-                                   {139, "M_3"},
-                                   {190, kNow},
-                                   {232, k97_375},
-                                   {240, "\x05"},
-                                   {245, "USD"},
-                                   {256, "Y"},
-                                   {268, k12_5},
-                                   {303, "U7"},
-                                   {332, "S_1"}});
+    ExpectBytes(service.fills[0], kFill +
+        Bytes{{33, "FR"}, {44, "1509"}, {139, "M_3"}, {232, k97_375}, {256, "Y"}, {268, k12_5}});
 }
 
 TEST_F(OrderRequests, InputOfASpreadWithFills) {
     AddSpread('l', "EXA CS 1509 C3000/1512 C3000");
     OrderForm form = FilledEntry(OrderMode::Input, "EXA CS 1509 C3000/1512 C3000");
-    form.direction = DirectionToText('S');
+    form.direction = "Sell";
     Confirm(form);
-    ExpectBytes(
-        TakeOrder(service.orders, api.contracts.back()),
-        {{0, "SIG"},    {21, "EXA"},  {32, "l"},     {33, "CS"},   {44, "1509"}, {55, "3000"},  {66, "C"},
-         {67, "1512"},  {78, "3000"}, {89, "C"},     {90, "100"},  {111, "2E0"}, {135, "NSNN"}, {139, k97_5},
-         {157, "\x05"}, {321, "S_1"}, {372, "X_2"},  {434, "U7"},  {456, "OP9"}, {477, kNow},   {498, "OP9"},
-         {519, kNow},   {540, "6"},   {541, k97_25}, {549, "\x05"}});
+    ASSERT_EQ(service.orders.size(), 1u);
+    ExpectOrder(service.orders[0], api.contracts.back(), kOrder + kEntered +
+        Bytes{{32, "l"}, {33, "CS"}, {44, "1509"}, {55, "3000"}, {66, "C"}, {67, "1512"}, {78, "3000"},
+              {89, "C"}, {135, "NSNN"}, {139, k97_5}, {540, "6"}, {541, k97_25}, {549, "\5"}});
     ASSERT_EQ(service.fills.size(), 2u);
-    ExpectBytes(service.fills[0], {{0, "SIG"},
-                                   {21, "EXA"},
-                                   {32, "F"},
-                                   {33, "LEG1"},
-                                   {44, "1509"},
-                                   {55, "3000"},
-                                   {66, "C"},
-                                   {88, "100"},
-                                   {109, "ESN"},
-                                   {139, "M_3_1"},
-                                   {190, kNow},
-                                   {232, k97_25},
-                                   {240, "\x05"},
-                                   {245, "USD"},
-                                   {256, "N"},
-                                   {303, "U7"},
-                                   {332, "S_1"}});
-    ExpectBytes(service.fills[1], {{0, "SIG"},
-                                   {21, "EXB"},
-                                   {32, "F"},
-                                   {33, "LEG2"},
-                                   {44, "1512"},
-                                   {55, "3000"},
-                                   {66, "C"},
-                                   {88, "100"},
-                                   {109, "EBN"},
-                                   {139, "M_3_2"},
-                                   {190, kNow},
-                                   {232, k96_5},
-                                   {240, "\x05"},
-                                   {245, "USD"},
-                                   {256, "N"},
-                                   {303, "U7"},
-                                   {332, "S_1"}});
+    const Bytes leg = kFill + Bytes{{55, "3000"}, {66, "C"}};
+    ExpectBytes(service.fills[0], leg +
+        Bytes{{33, "LEG1"}, {44, "1509"}, {109, "ESN"}, {139, "M_3_1"}, {232, k97_25}});
+    ExpectBytes(service.fills[1], leg +
+        Bytes{{21, "EXB"}, {33, "LEG2"}, {44, "1512"}, {109, "EBN"}, {139, "M_3_2"}, {232, k96_5}});
 }
 
-TEST_F(OrderRequests, Modify) {
-    Confirm(Correction(OrderMode::Modify));
-    ExpectBytes(TakeOrder(service.orders, api.contracts[0]), {{0, "SIG"},
-                                                              {21, "EXA"},
-                                                              {32, "F"},
-                                                              {33, "CM"},
-                                                              {44, "1509"},
-                                                              {66, "N"},
-                                                              {89, "N"},
-                                                              {90, "100"},
-                                                              {111, "2E0"},
-                                                              {135, "NBNN"},
-                                                              {139, k97_5},
-                                                              {157, "\x05"},
-                                                              {270, "\x4d"},
-                                                              {279, "kept text"},
-                                                              {321, "S_1"},
-                                                              {372, "X_2"},
-                                                              {434, "U7"},
-                                                              {456, "OP1"},
-                                                              {477, "2026-01-02 03:04:05"},
-                                                              {498, "OP9"},
-                                                              {519, kNow},
-                                                              {540, "4"},
-                                                              {614, "Q"}});
-}
-
-TEST_F(OrderRequests, Move) {
+TEST_F(OrderRequests, ModifyAndMoveKeepWhoEnteredTheOrder) {
     UserRecord target = user;
     target.accountNo.Set("200");
     api.users.push_back(&target);
-    OrderForm form = Correction(OrderMode::Move);
-    form.account = "200";
-    Confirm(form);
-    ExpectBytes(TakeOrder(service.orders, api.contracts[0]), {{0, "SIG"},
-                                                              {21, "EXA"},
-                                                              {32, "F"},
-                                                              {33, "CM"},
-                                                              {44, "1509"},
-                                                              {66, "N"},
-                                                              {89, "N"},
-                                                              {90, "200"},
-                                                              {111, "2E0"},
-                                                              {135, "NBNN"},
-                                                              {139, k97_5},
-                                                              {157, "\x05"},
-                                                              {270, "\x4d"},
-                                                              {279, "kept text"},
-                                                              {321, "S_1"},
-                                                              {372, "X_2"},
-                                                              {434, "U7"},
-                                                              {456, "OP1"},
-                                                              {477, "2026-01-02 03:04:05"},
-                                                              {498, "OP9"},
-                                                              {519, kNow},
-                                                              {540, "4"},
-                                                              {614, "Q"}});
+    const Bytes kept = {{33, "CM"}, {44, "1509"}, {139, k97_5}, {270, "\x4d"}, {279, "kept text"},
+                        {456, "OP1"}, {477, "2026-01-02 03:04:05"}, {614, "Q"}};
+    Confirm(Correction(OrderMode::Modify));
+    OrderForm move = Correction(OrderMode::Move);
+    move.account = "200";
+    Confirm(move);
+    ASSERT_EQ(service.orders.size(), 2u);
+    ExpectOrder(service.orders[0], api.contracts[0], kOrder + kept);
+    ExpectOrder(service.orders[1], api.contracts[0], kOrder + kept + Bytes{{90, "200"}});
 }
 
 TEST_F(OrderRequests, Exercise) {
     OrderForm form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
     form.forwardContract = "240329";
-    form.orderType = OrderTypeToText('5');
+    form.orderType = "Exercise";
     form.orderPrice = {};
     Confirm(form);
-    ExpectBytes(TakeOrder(service.exercises, api.contracts[4]), {{0, "SIG"},
-                                                                 {21, "EXA"},
-                                                                 {32, "O"},
-                                                                 {33, "CA"},
-                                                                 {44, "240315"},
-                                                                 {55, "3000"},
-                                                                 {66, "C"},
-                                                                 {89, "N"},
-                                                                 {90, "100"},
-                                                                 {111, "5E0"},
-                                                                 {135, "NBNN"},
-                                                                 {157, "\x05"},
-                                                                 {321, "S_1"},
-                                                                 {372, "X_2"},
-                                                                 {434, "U7"},
-                                                                 {498, "OP9"},
-                                                                 {519, kNow},
-                                                                 {540, "4"}});
+    ASSERT_EQ(service.exercises.size(), 1u);
+    ExpectOrder(service.exercises[0], api.contracts[4], kOrder +
+        Bytes{{32, "O"}, {33, "CA"}, {44, "240315"}, {55, "3000"}, {66, "C"}, {111, "5E0"}});
 }
 
 TEST_F(OrderRequests, CarryLegs) {
@@ -226,60 +129,20 @@ TEST_F(OrderRequests, CarryLegs) {
     form.forwardPositionPrice.whole = "12.5";
     Confirm(form);
     ASSERT_EQ(service.orders.size(), 2u);
-    const OrderRecord nearOrder = service.orders[0];
-    service.orders.erase(service.orders.begin());
-    const ContractRecord* forward = api.contracts[4];
-    EXPECT_TRUE(nearOrder.contract == forward) << "both legs carry the contract that was found last";
-    OrderRecord near = nearOrder;
-    near.contract = nullptr;
-    ExpectBytes(near,
-                {{0, "SIG"},     {21, "EXA"},  {32, "F"},     {33, "CA"},    {44, "240315"}, {66, "N"},
-                 {89, "N"},      {90, "100"},  {111, "2C0"},  {135, "NBNN"}, {139, k97_25},  {157, "\x05"},
-                 {321, "S_1_1"}, {372, "X_2"}, {434, "U7"},   {456, "OP9"},  {477, kNow},    {498, "OP9"},
-                 {519, kNow},    {540, "6"},   {541, k97_25}, {549, "\x05"}});
-    ExpectBytes(TakeOrder(service.orders, forward),
-                {{0, "SIG"},     {21, "EXA"},  {32, "F"},    {33, "CA"},    {44, "240329"}, {66, "N"},
-                 {89, "N"},      {90, "100"},  {111, "2C0"}, {135, "NSNN"}, {139, k96_5},   {157, "\x05"},
-                 {321, "S_1_2"}, {372, "X_2"}, {434, "U7"},  {456, "OP9"},  {477, kNow},    {498, "OP9"},
-                 {519, kNow},    {540, "6"},   {541, k96_5}, {549, "\x05"}});
+    const Bytes order = kOrder + kEntered + Bytes{{33, "CA"}, {111, "2C0"}, {540, "6"}, {549, "\5"}};
+    const ContractRecord* forward = api.contracts[4];  // found last, so both legs carry it
+    ExpectOrder(service.orders[0], forward, order +
+        Bytes{{44, "240315"}, {139, k97_25}, {321, "S_1_1"}, {541, k97_25}});
+    ExpectOrder(service.orders[1], forward, order +
+        Bytes{{44, "240329"}, {135, "NSNN"}, {139, k96_5}, {321, "S_1_2"}, {541, k96_5}});
     ASSERT_EQ(service.fills.size(), 2u);
-    ExpectBytes(service.fills[0], {{0, "SIG"},
-                                   {21, "EXA"},
-                                   {32, "F"},
-                                   {33, "CA"},
-                                   {44, "240315"},
-                                   {66, "N"},
-                                   {88, "100"},
-                                   {109, "CBN"},
-                                   {139, "M_3_1"},
-                                   {190, kNow},
-                                   {232, k97_25},
-                                   {240, "\x05"},
-                                   {245, "USD"},
-                                   {256, "Y"},
-                                   {303, "U7"},
-                                   {315, k2_25},
-                                   {331, "\x01"},
-                                   {332, "S_1_1"}});
-    ExpectBytes(service.fills[1], {{0, "SIG"},
-                                   {21, "EXA"},
-                                   {32, "F"},
-                                   {33, "CA"},
-                                   {44, "240329"},
-                                   {66, "N"},
-                                   {88, "100"},
-                                   {109, "CSN"},
-                                   {139, "M_3_2"},
-                                   {190, kNow},
-                                   {232, k96_5},
-                                   {240, "\x05"},
-                                   {245, "USD"},
-                                   {256, "Y"},
-                                   {303, "U7"},
-                                   {315, k12_5},
-                                   {331, "\x01"},
-                                   {332, "S_1_2"}});
+    const Bytes fill = kFill + Bytes{{33, "CA"}, {256, "Y"}, {331, "\1"}};
+    ExpectBytes(service.fills[0], fill +
+        Bytes{{44, "240315"}, {109, "CBN"}, {139, "M_3_1"}, {232, k97_25}, {315, k2_25}, {332, "S_1_1"}});
+    ExpectBytes(service.fills[1], fill +
+        Bytes{{44, "240329"}, {109, "CSN"}, {139, "M_3_2"}, {232, k96_5}, {315, k12_5}, {332, "S_1_2"}});
 }
+// clang-format on
 
 TEST_F(OrderRequests, LongTextsAreCutAndAStrangerHasNoOperator) {
     OrderForm form = Entry();
