@@ -20,6 +20,13 @@ Result CallSlot(void* object, int slot, Arguments... arguments) {
     return (*static_cast<Operation**>(object))[slot](object, arguments...);
 }
 
+// Makes no list windows.
+class EmptyTradeList final : public ITradeList {
+public:
+    ITradeListWindow* CreateListWindow(int, int, HWND, int) override { return nullptr; }
+    void ReleaseListWindow(ITradeListWindow*) override {}
+};
+
 // A host's plug-in manager and its services. The manager and the quote service are bare tables of functions:
 // a call of any operation but the one that they serve runs into nothing and fails.
 class RawHost {
@@ -33,13 +40,14 @@ public:
         }
         services["TradeApi"] = &service;
         services["QuoteDataCenter"] = &m_quote;
-        services["TradeList"] = this;
+        services["TradeList"] = &list;
     }
 
     void* Manager() { return &m_manager; }
 
     FakeTradeApi api;
     FakeTradeService service;
+    EmptyTradeList list;
     std::map<std::string, void*> services;  // no configuration service unless a test adds one
     std::vector<std::string> requested;     // "name version", in order
     int quoteCalls = 0;

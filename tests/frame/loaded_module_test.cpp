@@ -82,7 +82,7 @@ TEST_F(Module, FetchesEveryServiceOnceInOrder) {
                             "GlobalMonitor 9.0.3.1", "TradeList 1.0.0.1"));
     EXPECT_EQ(host.quoteCalls, 1);
     host.requested.clear();
-    host.services["TradeList"] = &host;
+    host.services["TradeList"] = &host.list;
     loaded->init(host.Manager());
     loaded->init(host.Manager());
     EXPECT_THAT(host.requested, ElementsAre("TradeList 1.0.0.1"));
@@ -93,7 +93,7 @@ TEST_F(Module, OpensDialogsOnceThePositionListIsThere) {
     Start();
     EXPECT_EQ(OpenOrder(0), nullptr);
     EXPECT_EQ(OpenFill(0), nullptr);
-    host.services["TradeList"] = &host;
+    host.services["TradeList"] = &host.list;
     loaded->init(host.Manager());
     EXPECT_NE(OpenOrder(0), nullptr);
 }
