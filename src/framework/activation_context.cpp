@@ -40,3 +40,22 @@ ScopedActivationContext::~ScopedActivationContext() {
         DeactivateActCtx(0, m_cookie);
     }
 }
+
+FormerActivationContext::FormerActivationContext() {
+    GetCurrentActCtx(&m_context);
+}
+
+FormerActivationContext::~FormerActivationContext() {
+    if (m_context) {
+        ReleaseActCtx(m_context);
+    }
+}
+
+FormerActivationContext::Activated::Activated(HANDLE context)
+    : active(ActivateActCtx(context, &cookie) != FALSE) {}
+
+FormerActivationContext::Activated::~Activated() {
+    if (active) {
+        DeactivateActCtx(0, cookie);
+    }
+}

@@ -19,3 +19,28 @@ private:
     ULONG_PTR m_cookie = 0;
     bool m_active = false;
 };
+
+// The context that was active when the object was made: the host's. A handler that runs while a window is
+// being created works under it, since it may call the host, whose windows are its own affair.
+class FormerActivationContext {
+public:
+    FormerActivationContext();
+    ~FormerActivationContext();
+    FormerActivationContext(const FormerActivationContext&) = delete;
+    FormerActivationContext& operator=(const FormerActivationContext&) = delete;
+
+    template <typename Body>
+    auto Run(Body&& body) const {
+        const Activated activated(m_context);
+        return body();
+    }
+
+private:
+    struct Activated {
+        explicit Activated(HANDLE context);
+        ~Activated();
+        ULONG_PTR cookie = 0;
+        bool active = false;
+    };
+    HANDLE m_context = nullptr;
+};

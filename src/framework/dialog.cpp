@@ -92,6 +92,8 @@ bool CDialog::CreateIndirect(const DLGTEMPLATE* dialogTemplate, HWND parent, con
     const WindowWatch watch(this);
     HWND window = nullptr;
     {
+        const FormerActivationContext hostContext;
+        m_hostContext = &hostContext;
         const ScopedActivationContext commonControls6;
         RegisterCommonControls();
         const CreationBinding binding(*this, nullptr);
@@ -102,6 +104,7 @@ bool CDialog::CreateIndirect(const DLGTEMPLATE* dialogTemplate, HWND parent, con
         return false;
     }
     m_initData = nullptr;
+    m_hostContext = nullptr;
     if (!window) {
         Unbind();
     }
@@ -115,7 +118,10 @@ INT_PTR CALLBACK CDialog::StaticDialogProc(HWND window, UINT message, WPARAM, LP
     return Guarded(
         [&]() -> INT_PTR {
             auto* dialog = static_cast<CDialog*>(FromHandlePermanent(window));
-            return dialog ? dialog->OnInitDialog() : FALSE;
+            if (!dialog || !dialog->m_hostContext) {
+                return FALSE;
+            }
+            return dialog->m_hostContext->Run([=] { return dialog->OnInitDialog(); });
         },
         INT_PTR{FALSE});
 }

@@ -21,8 +21,9 @@ public:
     BOOL IsDialogMessage(MSG* message) const { return ::IsDialogMessageA(m_hWnd, message); }
 
 protected:
-    // The controls exist, the window is not shown. TRUE: the system may set the focus to the first control.
-    // The base runs the initialisation resource and exchanges the data into the controls.
+    // The controls exist, the window is not shown, and the host's activation context is back in place. TRUE:
+    // the system may set the focus to the first control. The base runs the initialisation resource and
+    // exchanges the data into the controls.
     virtual BOOL OnInitDialog();
     // The commands IDOK and IDCANCEL (Enter, Escape and the close box through the dialog's keyboard
     // handling). Nothing happens unless overridden: a modeless dialog closes itself.
@@ -40,4 +41,5 @@ private:
     const std::byte* m_initData = nullptr;
     std::size_t m_initSize = 0;
     UINT m_initCodePage = CP_ACP;
+    const class FormerActivationContext* m_hostContext = nullptr;  // while the window is being created
 };

@@ -1,6 +1,7 @@
 // What the file of the module shows to the system: its exports, its imports, its resources.
 
 #include "frame/loaded_module.h"
+#include "frame/module_image.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,19 +12,6 @@
 namespace {
 
 using testing::UnorderedElementsAre;
-
-template <typename Part>
-const Part* At(HMODULE module, DWORD offset) {
-    return reinterpret_cast<const Part*>(reinterpret_cast<const char*>(module) + offset);
-}
-
-const IMAGE_NT_HEADERS32& Headers(HMODULE module) {
-    return *At<IMAGE_NT_HEADERS32>(module, static_cast<DWORD>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
-}
-
-DWORD Directory(HMODULE module, int index) {
-    return Headers(module).OptionalHeader.DataDirectory[index].VirtualAddress;
-}
 
 TEST(ModuleFile, ExportsFiveUndecoratedNamesAndNothingElse) {
     const LoadedModule module;

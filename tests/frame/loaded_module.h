@@ -78,7 +78,7 @@ private:
 // The module, loaded for as long as the object lives.
 class LoadedModule {
 public:
-    LoadedModule() : m_module(LoadLibraryA("EmendoOrd.dll")) {
+    explicit LoadedModule(const std::string& file = "EmendoOrd.dll") : m_module(LoadLibraryA(file.c_str())) {
         Get(load, "OnPluginLoad");
         Get(init, "OnPluginInit");
         Get(createApi, "CreatePluginApi");

@@ -1,10 +1,12 @@
 #include "frame/loaded_module.h"
+#include "frame/module_image.h"
 #include "support/leak_count.h"
 #include "support/window_kit.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <memory>
 
 namespace {
@@ -127,6 +129,49 @@ TEST_F(Module, EveryModeShowsItsTemplate) {
         EXPECT_EQ(GetWindow(Window(dialog), GW_OWNER), desk.Get());
         Close(dialog);
     }
+}
+
+TEST_F(Module, LanguageThatItDoesNotCarryStillShowsDialogs) {
+    loaded->load(MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH));
+    loaded->init(host.Manager());
+    api = loaded->createApi("1.0.0.1");
+    void* dialog = OpenOrder(1);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_NE(Title(dialog), "");
+    Close(dialog);
+}
+
+// Copies the module's file, with the template of the order dialog under another id.
+void CopyWithoutOrderTemplate(HMODULE module, const std::string& copy) {
+    char original[MAX_PATH];
+    GetModuleFileNameA(module, original, sizeof(original));
+    ASSERT_TRUE(CopyFileA(original, copy.c_str(), FALSE));
+    const DWORD dialogs = ResourceEntry(module, 0, 5 /* dialogs */);
+    ASSERT_NE(dialogs, 0U);
+    const DWORD order =
+        ResourceEntry(module, At<IMAGE_RESOURCE_DIRECTORY_ENTRY>(module, dialogs)->OffsetToDirectory, 278);
+    ASSERT_NE(order, 0U);
+    std::fstream file(copy, std::ios::binary | std::ios::in | std::ios::out);
+    file.seekp(static_cast<std::streamoff>(FileOffset(module, order)));
+    file.put(277 & 0xFF);
+    ASSERT_TRUE(file.good());
+}
+
+TEST_F(Module, MissingTemplateOpensNothing) {
+    char folder[MAX_PATH];
+    GetTempPathA(sizeof(folder), folder);
+    const std::string copy = std::string(folder) + "EmendoOrdWithoutOrder.dll";
+    CopyWithoutOrderTemplate(loaded->Handle(), copy);
+    loaded = std::make_unique<LoadedModule>(copy);
+    loaded->load(kEnglish);
+    loaded->init(host.Manager());
+    api = loaded->createApi("1.0.0.1");
+    EXPECT_EQ(OpenOrder(0), nullptr);
+    EXPECT_TRUE(host.api.listeners.empty()) << "the dialog that could not open is still there";
+    EXPECT_NE(OpenOrder(1), nullptr) << "the next dialog opens with its own arguments";
+    HostLoop().PumpUntilIdle();
+    loaded.reset();
+    DeleteFileA(copy.c_str());
 }
 
 TEST_F(Module, KeepsOneDialogOfEachKind) {
