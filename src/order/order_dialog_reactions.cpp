@@ -45,7 +45,9 @@ void CEmendoOrder::OnAccountFocus() {
 
 void CEmendoOrder::OnDirectionSelected() {
     const char direction = DirectionFromText(TextOf(GetDlgItem(IDC_DIRECTION)));
-    SetDlgItemText(IDC_CONFIRM, ConfirmTextForDirection(m_form.mode, direction));
+    if (m_started) {
+        SetDlgItemText(IDC_CONFIRM, ConfirmTextForDirection(m_form.mode, direction));
+    }
     m_form.forwardDirection = OppositeDirectionText(direction);
     CxComboBox& forward = Combo(IDC_FORWARD_DIRECTION);
     if (m_form.forwardDirection.empty()) {

@@ -280,10 +280,9 @@ bool TakeTypedAccount(OrderForm& form, std::string_view accountNo) {
 }
 
 std::optional<std::int32_t> FillQtyOfOrderQty(OrderMode mode, char orderState, std::int32_t orderQty) {
-    if (orderState == OrderState::kFilled && mode != OrderMode::Modify) {
-        return orderQty;
-    }
-    return std::nullopt;
+    // A carry has no order quantity of its own.
+    const bool apart = mode == OrderMode::Modify || mode == OrderMode::Carry;
+    return orderState == OrderState::kFilled && !apart ? std::optional(orderQty) : std::nullopt;
 }
 
 bool ForwardQtyFollows(OrderMode mode, char orderState) {

@@ -2,39 +2,11 @@
 
 #include "order/order_fixture.h"
 #include "order/order_layout.h"
+#include "trade/fake_config.h"
 
 namespace {
 
 using Items = std::vector<std::string>;
-
-// One trade server under the name "Main", which holds the accounts of the fake host.
-class FakeConfig : public ISysConfig, public IConfigTable {
-public:
-    ServerConfigRecord config{};
-    FakeConfig() {
-        config.name.Set("Main");
-        config.address.Set("10.0.0.1");
-        config.port = 80;
-    }
-    IConfigTable* GetConfigTable() override { return this; }
-    int Query(ConfigQuery* block) override {
-        block->count = 1;
-        block->records = &config;
-        return 0;
-    }
-    void Release(ConfigQuery*) override {}
-    // clang-format off
-    void Reserved0() override {}  void Reserved1() override {}  void Reserved2() override {}
-    void Reserved3() override {}  void Reserved4() override {}  void Reserved5() override {}
-    void Reserved6() override {}  void Reserved7() override {}  void Reserved8() override {}
-    void Reserved9() override {}  void Reserved10() override {} void Reserved11() override {}
-    void Reserved12() override {} void Reserved13() override {} void Reserved14() override {}
-    void Reserved15() override {} void Reserved16() override {} void Reserved17() override {}
-    void Reserved18() override {} void Reserved19() override {} void Reserved20() override {}
-    void Reserved21() override {} void Reserved22() override {} void Reserved23() override {}
-    void Reserved24() override {} void Reserved25() override {}
-    // clang-format on
-};
 
 class OrderPopulation : public OrderTest {
 protected:
@@ -45,6 +17,13 @@ protected:
         record.accountName.Set("Name of " + std::string(accountNo));
         record.group = owner;
         return record;
+    }
+    OrderPopulation() {
+        ServerConfigRecord& server = config.configs.emplace_back();
+        server.name.Set("Main");
+        server.address.Set("10.0.0.1");
+        server.port = 80;
+        config.count = 1;
     }
     FakeConfig config;
     TradeData configured{&api, &config};

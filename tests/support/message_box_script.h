@@ -12,7 +12,7 @@ struct ExpectedBox {
     std::string caption;
     int button = IDOK;
     // Runs inside the box's message loop instead of pressing the button, when set.
-    std::function<void(HWND box)> act;
+    std::function<void(HWND box)> act = nullptr;
 };
 
 // Answers the message boxes of this thread in the given order while it lives. A box that is not expected, has
