@@ -71,7 +71,7 @@ void RefreshFill(const LayoutInput& input, Changes& changes) {
 
     const PriceRowControls& price = kPriceRows[kFillPriceRow];
     changes.EnableRow(price, filled, input.fraction);
-    if (filled) {
+    if (filled && !carry) {  // a carry has no order price of its own
         changes.Text(price.whole, input.orderPriceWhole);
     }
     changes.ZeroDisabled(price, filled, input.fraction);
