@@ -124,7 +124,7 @@ TEST(OrderLayout, TextsOfEveryControl) {
     } const rows[] = {
         // clang-format off
         //     working market+6 stop+5 loss+A modify5 remove6 carry8 carry1
-        {1145, {"0",   "97",    "97",  "97",  "97",   "97",   "",    ""}},   // the order price goes over
+        {1145, {"0",   "97",    "97",  "97",  "97",   "97",   "-",   "-"}},  // the order price goes over
         {1148, {"0",   "0",     "-",   "-",   "-",    "0",    "-",   "0"}},
         {1160, {"-",   "-",     "-",   "-",   "-",    "-",    "-",   "-"}},
         {1129, {"0",   "0",     "-",   "-",   "-",    "0",    "-",   "-"}},

@@ -2,6 +2,7 @@
 
 #include "order/order_fixture.h"
 #include "order/order_layout.h"
+#include "res/string_table.h"
 #include "trade/fake_config.h"
 
 namespace {
