@@ -84,42 +84,20 @@ public:
         log = std::to_string(zero) + notation;
         std::memcpy(buffer, priceText.data(), std::min<std::size_t>(priceText.size(), bufferSize));
     }
-    void Reserved4() override {}
-    void Reserved5() override {}
-    void Reserved7() override {}
-    void Reserved8() override {}
-    void Reserved9() override {}
-    void Reserved10() override {}
-    void Reserved11() override {}
-    void Reserved12() override {}
-    void Reserved13() override {}
-    void Reserved14() override {}
-    void Reserved17() override {}
-    void Reserved18() override {}
-    void Reserved19() override {}
-    void Reserved20() override {}
-    void Reserved21() override {}
-    void Reserved22() override {}
-    void Reserved23() override {}
-    void Reserved24() override {}
-    void Reserved28() override {}
-    void Reserved29() override {}
-    void Reserved30() override {}
-    void Reserved31() override {}
-    void Reserved32() override {}
-    void Reserved33() override {}
-    void Reserved34() override {}
-    void Reserved35() override {}
-    void Reserved36() override {}
-    void Reserved42() override {}
-    void Reserved45() override {}
-    void Reserved46() override {}
-    void Reserved47() override {}
-    void Reserved49() override {}
-    void Reserved51() override {}
-    void Reserved52() override {}
-    void Reserved53() override {}
-    void Reserved54() override {}
+    // clang-format off
+    void Reserved4() override {} void Reserved5() override {} void Reserved7() override {}
+    void Reserved8() override {} void Reserved9() override {} void Reserved10() override {}
+    void Reserved11() override {} void Reserved12() override {} void Reserved13() override {}
+    void Reserved14() override {} void Reserved17() override {} void Reserved18() override {}
+    void Reserved19() override {} void Reserved20() override {} void Reserved21() override {}
+    void Reserved22() override {} void Reserved23() override {} void Reserved24() override {}
+    void Reserved28() override {} void Reserved29() override {} void Reserved30() override {}
+    void Reserved31() override {} void Reserved32() override {} void Reserved33() override {}
+    void Reserved34() override {} void Reserved35() override {} void Reserved36() override {}
+    void Reserved42() override {} void Reserved45() override {} void Reserved46() override {}
+    void Reserved47() override {} void Reserved49() override {} void Reserved51() override {}
+    void Reserved52() override {} void Reserved53() override {} void Reserved54() override {}
+    // clang-format on
 
 private:
     template <typename Record>
