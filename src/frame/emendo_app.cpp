@@ -28,9 +28,8 @@ void CEmendoOrdApp::ExitInstance() {
     CWinApp::ExitInstance();
 }
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID processEnds) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
-        DisableThreadLibraryCalls(module);
         return Guarded([] { return theApp.InitInstance(); }, FALSE);
     }
     if (reason == DLL_PROCESS_DETACH && !processEnds) {
