@@ -107,25 +107,27 @@ struct OptionLeg {
     std::string_view strike;
 };
 
-// The type of an option pair, 0 when the legs make none. Strikes compare as text.
+constexpr char kNoPair = 0;
+
+// The type of an option pair. Strikes compare as text.
 char OptionPairType(const OptionLeg& first, const OptionLeg& second) {
     const int strikes = Cut(first.strike).compare(Cut(second.strike));
     const bool sameContract = Cut(first.contractNo) == Cut(second.contractNo);
     const bool calls = first.type == 'C' && second.type == 'C';
     const bool puts = first.type == 'P' && second.type == 'P';
     if (!sameContract) {
-        return strikes != 0 ? 0
+        return strikes != 0 ? kNoPair
                : calls      ? CommodityType::kCalendarCall
                : puts       ? CommodityType::kCalendarPut
-                            : 0;
+                            : kNoPair;
     }
     if (calls || puts) {
         return calls && strikes < 0  ? CommodityType::kBullVertical
                : puts && strikes > 0 ? CommodityType::kBearVertical
-                                     : 0;
+                                     : kNoPair;
     }
     if (first.type != 'C' || second.type != 'P' || strikes < 0) {
-        return 0;
+        return kNoPair;
     }
     return strikes == 0 ? CommodityType::kStraddle : CommodityType::kStrangle;
 }
@@ -147,7 +149,7 @@ bool ReadOptionPair(std::string_view contractNo, std::string_view middle, std::s
     key.optionType = first.type;
     key.optionType2 = second.type;
     key.commodityType = OptionPairType(first, second);
-    return key.commodityType != 0;
+    return key.commodityType != kNoPair;
 }
 
 // A text of a key while it is written: fields are bounded, so it needs no memory of its own to grow in.
