@@ -75,7 +75,7 @@ private:
     void ShowLoadedRecord();
     void ShowDefaults();
 
-    void FillCurrencies();
+    void FillLists();
     void FillAccounts();
     void FillCommodities();
     // The items, or none while the account of the loaded record may not be traded.
