@@ -101,6 +101,13 @@ void CSeleCodeWnd::OnPaint() {
     const RECT window = GetWindowRect();
     PAINTSTRUCT paint;
     HDC dc = ::BeginPaint(m_hWnd, &paint);
+    // The class has no brush, so the strips around the children would show what was there before.
+    for (const CWnd* child : {static_cast<CWnd*>(&m_tree), static_cast<CWnd*>(&m_list)}) {
+        RECT covered = child->GetWindowRect();
+        ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&covered), 2);
+        ::ExcludeClipRect(dc, covered.left, covered.top, covered.right, covered.bottom);
+    }
+    ::FillRect(dc, &paint.rcPaint, ::GetSysColorBrush(COLOR_WINDOW));
     {
         PenHandle pen(::CreatePen(PS_SOLID, 1, kLineColour));
         SelectedObject selected(dc, pen.Get());

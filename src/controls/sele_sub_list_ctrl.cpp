@@ -80,5 +80,7 @@ void CSeleSubListCtrl::PaintCell(HDC dc, int row, int column) const {
     }
     cell.left += kTextIndent;
     cell.right += kTextIndent;
+    const int former = ::SetBkMode(dc, TRANSPARENT);
     ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &cell, 0);
+    ::SetBkMode(dc, former);
 }
