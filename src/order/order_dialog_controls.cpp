@@ -36,6 +36,27 @@ std::tm ToFields(const SYSTEMTIME& time) {
     return fields;
 }
 
+// Into the control only the item of this very code is selected: a code without one stands there as a text,
+// and account 20 never becomes account 200.
+void ExchangeCode(CDataExchange* exchange, int id, std::string& code) {
+    std::string shown = code;
+    if (!exchange->m_bSaveAndValidate && !code.empty()) {
+        const HWND control = exchange->PrepareCtrl(id);
+        const std::string item = code + ' ';
+        if (::SendMessageA(control, CB_FINDSTRING, static_cast<WPARAM>(-1),
+                           reinterpret_cast<LPARAM>(item.c_str())) == CB_ERR) {
+            ::SendMessageA(control, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+            SetTextIfChanged(control, code);
+            return;
+        }
+        shown = item;
+    }
+    DDX_CBString(exchange, id, shown);
+    if (exchange->m_bSaveAndValidate) {
+        code = shown;
+    }
+}
+
 void ExchangeFlag(CDataExchange* exchange, int id, bool& flag) {
     int value = flag;
     DDX_Check(exchange, id, value);
@@ -86,8 +107,8 @@ std::string CEmendoOrder::Contract::FormatPrice(double price) const {
 
 CxComboBox& CEmendoOrder::Combo(int id) {
     const auto settings = OrderComboSettings();
-    const auto found =
-        std::find_if(settings.begin(), settings.end(), [id](const ComboSettings& each) { return each.id == id; });
+    const auto found = std::find_if(settings.begin(), settings.end(),
+                                    [id](const ComboSettings& each) { return each.id == id; });
     return m_combos.at(static_cast<std::size_t>(found - settings.begin()));
 }
 
@@ -99,8 +120,8 @@ void CEmendoOrder::BindCombos(CDataExchange* exchange) {
 
 void CEmendoOrder::DoDataExchange(CDataExchange* exchange) {
     BindCombos(exchange);
-    DDX_CBString(exchange, IDC_ACCOUNT, m_accountText);
-    DDX_CBString(exchange, IDC_UPPER, m_form.upper);
+    ExchangeCode(exchange, IDC_ACCOUNT, m_accountText);
+    ExchangeCode(exchange, IDC_UPPER, m_form.upper);
     DDX_CBString(exchange, IDC_SOURCE, m_form.source);
     DDX_CBString(exchange, IDC_ORDER_TYPE, m_form.orderType);
     DDX_CBString(exchange, IDC_ORDER_STATE, m_form.orderState);
@@ -109,7 +130,7 @@ void CEmendoOrder::DoDataExchange(CDataExchange* exchange) {
     DDX_CBString(exchange, IDC_DIRECTION, m_form.direction);
     DDX_CBString(exchange, IDC_FORWARD_DIRECTION, m_form.forwardDirection);
     DDX_CBString(exchange, IDC_FORWARD_CONTRACT, m_form.forwardContract);
-    DDX_CBString(exchange, IDC_CURRENCY, m_form.currency);
+    ExchangeCode(exchange, IDC_CURRENCY, m_form.currency);
     DDX_Text(exchange, IDC_CONTRACT, m_form.contractText);
     DDX_Text(exchange, IDC_SYSTEM_NO, m_form.systemNo);
     DDX_Text(exchange, IDC_EX_SYSTEM_NO, m_form.exchangeSystemNo);
@@ -205,16 +226,22 @@ void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
         ApplyControlStates(m_hWnd, {&change.state, 1});
         const HWND control = GetDlgItem(change.state.id);
         const auto report = [&](WORD notification) {
-            SendMessage(WM_COMMAND, MAKEWPARAM(change.state.id, notification), reinterpret_cast<LPARAM>(control));
+            SendMessage(WM_COMMAND, MAKEWPARAM(change.state.id, notification),
+                        reinterpret_cast<LPARAM>(control));
         };
         switch (change.then) {
             case ControlChange::Then::SelectText:
                 ::SendMessageA(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                                reinterpret_cast<LPARAM>(change.text->c_str()));
                 continue;
-            case ControlChange::Then::TellChanged: report(EN_CHANGE); break;
-            case ControlChange::Then::TellFocusLost: report(EN_KILLFOCUS); break;
-            case ControlChange::Then::Nothing: break;
+            case ControlChange::Then::TellChanged:
+                report(EN_CHANGE);
+                break;
+            case ControlChange::Then::TellFocusLost:
+                report(EN_KILLFOCUS);
+                break;
+            case ControlChange::Then::Nothing:
+                break;
         }
         if (change.text) {
             SetTextIfChanged(control, *change.text);
@@ -251,12 +278,11 @@ void CEmendoOrder::ApplyMode() {
     if (m_form.mode == OrderMode::Carry) {
         const auto rect = [this](int id) { return RectInClient(m_hWnd, GetDlgItem(id)); };
         m_carryLists.Create(m_hWnd, this);
-        m_carryLists.Place(PositionListPlace(rect(IDC_NEAR_POSITION_PRICE_LABEL),
-                                             rect(IDC_NEAR_POSITION_PRICE_WHOLE),
-                                             rect(IDC_NEAR_POSITION_QTY), rect(IDC_NEAR_SEPARATOR)),
-                           PositionListPlace(rect(IDC_FORWARD_POSITION_PRICE_LABEL),
-                                             rect(IDC_FORWARD_POSITION_PRICE_WHOLE),
-                                             rect(IDC_FORWARD_POSITION_QTY), rect(IDC_FORWARD_SEPARATOR)));
+        m_carryLists.Place(
+            PositionListPlace(rect(IDC_NEAR_POSITION_PRICE_LABEL), rect(IDC_NEAR_POSITION_PRICE_WHOLE),
+                              rect(IDC_NEAR_POSITION_QTY), rect(IDC_NEAR_SEPARATOR)),
+            PositionListPlace(rect(IDC_FORWARD_POSITION_PRICE_LABEL), rect(IDC_FORWARD_POSITION_PRICE_WHOLE),
+                              rect(IDC_FORWARD_POSITION_QTY), rect(IDC_FORWARD_SEPARATOR)));
     }
     if (setup.focusId != 0) {
         ::SetFocus(GetDlgItem(setup.focusId));

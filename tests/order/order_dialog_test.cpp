@@ -114,7 +114,8 @@ protected:
     bool Shown(int id) const { return (GetWindowLongA(Item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
     bool Enabled(int id) const { return IsWindowEnabled(Item(id)) != FALSE; }
     void Choose(int id, const std::string& text) {
-        SendMessageA(Item(id), CB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(text.c_str()));
+        SendMessageA(Item(id), CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                     reinterpret_cast<LPARAM>(text.c_str()));
     }
     void Enter(int id, const std::string& text) {
         ::SetFocus(Item(id));
@@ -187,8 +188,9 @@ TEST_F(OrderDialog, AnOrderGoesOutAsItWasTyped) {
     EXPECT_EQ(sent.upperNo.Str(), "U7");
     EXPECT_EQ(sent.key.contractNo.Str(), "1509");
     EXPECT_EQ(sent.key.sign.Str(), "SIG");
-    EXPECT_EQ(std::string({sent.direction, sent.orderType, sent.orderState, sent.validType, sent.orderSource}),
-              "B240E");
+    EXPECT_EQ(
+        std::string({sent.direction, sent.orderType, sent.orderState, sent.validType, sent.orderSource}),
+        "B240E");
     EXPECT_EQ(sent.orderQty, 5u);
     EXPECT_EQ(sent.orderPrice, 97.5);
     EXPECT_EQ(sent.systemNo.Str().substr(0, 2), "S_");
@@ -229,7 +231,8 @@ TEST_F(OrderDialog, AnOriginalOrderIsShownAndReadBack) {
     EXPECT_EQ(Text(IDC_ORDER_PRICE_DENOMINATOR), "8");
     EXPECT_TRUE(Enabled(IDC_ORDER_PRICE_NUMERATOR));
     EXPECT_EQ(Text(IDC_SYSTEM_NO), "S_OLD");
-    for (const int id : {IDC_UPPER, IDC_ACCOUNT, IDC_CONTRACT, IDC_CONTRACT_PICK, IDC_DIRECTION, IDC_SYSTEM_NO}) {
+    for (const int id :
+         {IDC_UPPER, IDC_ACCOUNT, IDC_CONTRACT, IDC_CONTRACT_PICK, IDC_DIRECTION, IDC_SYSTEM_NO}) {
         EXPECT_FALSE(Enabled(id)) << id;
     }
     PressConfirm();
@@ -239,6 +242,16 @@ TEST_F(OrderDialog, AnOriginalOrderIsShownAndReadBack) {
     EXPECT_EQ(service.orders[0].direction, 'S');
     EXPECT_EQ(service.orders[0].systemNo.Str(), "S_OLD");
     EXPECT_FALSE(IsWindow(window));
+}
+
+TEST_F(OrderDialog, CodesThatAreNotListedStayAsTheyAre) {
+    ServerOrder().accountNo.Set("20");  // 200 is listed
+    original.upperNo.Set("U");
+    Open(OrderMode::Modify, &original);
+    PressConfirm();
+    ASSERT_EQ(service.orders.size(), 1u);
+    EXPECT_EQ(service.orders[0].accountNo.Str(), "20");
+    EXPECT_EQ(service.orders[0].upperNo.Str(), "U");
 }
 
 TEST_F(OrderDialog, RemovalAndMoveLeaveOnlyWhatTheyNeed) {
@@ -271,13 +284,12 @@ TEST_F(OrderDialog, TheColouredQuestionGuardsAnElectronicOrder) {
     ServerOrder().backOffice = 'N';
     Open(OrderMode::RemoveFilled, &original);
     {
-        MessageBoxScript boxes(
-            {{Words(IDS_CONFIRM_NOT_INPUT), Words(IDS_CONFIRM_CAPTION), IDCANCEL}});
+        MessageBoxScript boxes({{Words(IDS_CONFIRM_NOT_INPUT), Words(IDS_CONFIRM_CAPTION), IDCANCEL}});
         PressConfirm();
     }
     EXPECT_TRUE(service.deletedOrders.empty());
-    MessageBoxScript boxes({{Words(IDS_CONFIRM_NOT_INPUT), Words(IDS_CONFIRM_CAPTION), 0,
-                             [&](HWND) { host.Destroy(); }}});
+    MessageBoxScript boxes(
+        {{Words(IDS_CONFIRM_NOT_INPUT), Words(IDS_CONFIRM_CAPTION), 0, [&](HWND) { host.Destroy(); }}});
     PressConfirm();
     EXPECT_TRUE(service.deletedOrders.empty());
     EXPECT_EQ(g_pOrderDialog, nullptr);
@@ -410,7 +422,8 @@ TEST_F(OrderDialog, KeysStepAndWalk) {
 TEST_F(OrderDialog, AChosenContractIsTakenOverFromThePopup) {
     Open(OrderMode::Input);
     loop.Click(Item(IDC_CONTRACT_PICK));
-    SendMessageA(window, WM_SELECTCODE, reinterpret_cast<WPARAM>("EXA FR 1509"), reinterpret_cast<LPARAM>(""));
+    SendMessageA(window, WM_SELECTCODE, reinterpret_cast<WPARAM>("EXA FR 1509"),
+                 reinterpret_cast<LPARAM>(""));
     EXPECT_EQ(Text(IDC_CONTRACT), "EXA FR 1509");
     EXPECT_EQ(Text(IDC_ORDER_PRICE_DENOMINATOR), "8");
     EXPECT_TRUE(Enabled(IDC_ORDER_PRICE_NUMERATOR));
