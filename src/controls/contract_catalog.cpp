@@ -3,6 +3,7 @@
 #include "trade/contract_text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -46,20 +47,23 @@ std::vector<const CommodityRecord*> SortedCommodities(const TradeData& trade,
     return commodities;
 }
 
+// By whole fields; what a host left behind a terminator costs a second writing and nothing else.
+bool SameSeries(const ContractKey& left, const ContractKey& right) {
+    return std::memcmp(&left.commodityNo, &right.commodityNo,
+                       sizeof left.commodityNo + sizeof left.contractNo) == 0;
+}
+
 std::vector<CatalogNode> SeriesOf(const std::vector<const ContractRecord*>& contracts) {
-    // Many strikes share a series, so a contract with the series of its predecessor is passed over unwritten.
+    // Many strikes share a series and stand together: the text is written once for them all.
     std::vector<std::string> series;
-    const ContractRecord* previous = nullptr;
+    const ContractKey* previous = nullptr;
     for (const ContractRecord* contract : contracts) {
-        if (!ListsStrikes(contract->key.commodityType)) {
+        const ContractKey& key = contract->key;
+        if (!ListsStrikes(key.commodityType) || (previous && SameSeries(*previous, key))) {
             continue;
         }
-        if (previous && previous->key.contractNo == contract->key.contractNo.View() &&
-            previous->key.commodityNo == contract->key.commodityNo.View()) {
-            continue;
-        }
-        series.push_back(Joined(contract->key.commodityNo.View(), contract->key.contractNo.View()));
-        previous = contract;
+        series.push_back(Joined(key.commodityNo.View(), key.contractNo.View()));
+        previous = &key;
     }
     std::sort(series.begin(), series.end());
     series.erase(std::unique(series.begin(), series.end()), series.end());

@@ -134,25 +134,35 @@ void CSeleCodeWnd::PlaceUnder(HWND button) {
 // --- showing and hiding ---
 
 void CSeleCodeWnd::Toggle() {
+    // Showing and focusing a window tells the host, which may take the popup away.
+    const WindowWatch watch(this);
     if (IsWindowVisible()) {
         ShowWindow(SW_HIDE);
     } else {
         ShowWindow(SW_SHOW);
-        SetFocus();
-        m_tree.SetFocus();
+        if (watch.WindowAlive()) {
+            SetFocus();
+        }
+        if (watch.WindowAlive()) {
+            m_tree.SetFocus();
+        }
     }
-    Invalidate();
-    UpdateWindow();
+    if (watch.WindowAlive()) {
+        Invalidate();
+        UpdateWindow();
+    }
 }
 
 void CSeleCodeWnd::OnActivate(UINT state, HWND other, bool minimized) {
+    const WindowWatch watch(this);
     CWnd::OnActivate(state, other, minimized);
-    if (state == WA_INACTIVE) {
+    if (state == WA_INACTIVE && watch.WindowAlive()) {
         ShowWindow(SW_HIDE);
     }
 }
 
 BOOL CSeleCodeWnd::OnNcActivate(bool active) {
+    const WindowWatch watch(this);
     if (active) {
         // The terminal's caption stays drawn as active while the popup has the focus.
         HWND top = TopMostAncestor(m_hWnd);
@@ -160,7 +170,7 @@ BOOL CSeleCodeWnd::OnNcActivate(bool active) {
             ::SendMessageA(top, WM_NCACTIVATE, TRUE, 0);
         }
     }
-    return CWnd::OnNcActivate(active);
+    return watch.WindowAlive() ? CWnd::OnNcActivate(active) : TRUE;
 }
 
 void CSeleCodeWnd::OnDestroy() {
@@ -222,6 +232,7 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
     if ((cursorPart & TVHT_ONITEMBUTTON) == 0) {
         m_tree.Expand(item);
     }
+    const WindowWatch watch(this);
     m_tree.SelectItem(item);
     OpenSingleChildren(m_tree.GetSelectedItem());
     m_choice = ChoiceOf(m_tree.GetSelectedItem());
@@ -231,8 +242,10 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
     if (HasNoContractLevel(m_choice.commodityType)) {
         ShowWindow(SW_HIDE);
     }
-    FillList();
-    if (!SendChoice(TreeClickText(m_choice))) {
+    if (watch.WindowAlive()) {
+        FillList();
+    }
+    if (!watch.WindowAlive() || !SendChoice(TreeClickText(m_choice))) {
         // Nothing more may happen in a tree that is gone.
         *result = 1;
     }

@@ -241,7 +241,8 @@ void CxComboBox::Complete() {
         SetCurSel(-1);
         return;
     }
-    if (!m_split || !m_typing) {
+    // A longer text than can be typed is a program's, and is read in part only.
+    if (!m_split || !m_typing || length >= kMaxText) {
         return;
     }
     EditSelection typed;

@@ -1,6 +1,8 @@
 #include "controls/sele_code_wnd.h"
 
+#include "support/leak_count.h"
 #include "tests/controls/control_dialog.h"
+#include "tests/controls/indexed_book.h"
 #include "tests/controls/sample_contracts.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +12,7 @@
 namespace {
 
 SampleContracts* g_book = nullptr;
+IndexedBook* g_largeBook = nullptr;
 
 TradeData SampleTrade() {
     return TradeData(g_book ? &g_book->api : nullptr);
@@ -320,6 +323,71 @@ TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
         EXPECT_FALSE(popup);
         EXPECT_FALSE(::IsWindow(window));
     }
+}
+
+// Counts what the list asks for.
+class CountingPopup : public CSeleCodeWnd {
+public:
+    using CSeleCodeWnd::CSeleCodeWnd;
+    int cellsAsked = 0;
+
+protected:
+    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override {
+        cellsAsked += reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(LVN_GETDISPINFOA);
+        return CSeleCodeWnd::OnNotify(wParam, lParam, result);
+    }
+};
+
+TEST_F(PopupTest, ARepaintFormatsVisibleRowsOnly) {
+    auto counting = std::make_unique<CountingPopup>(&SampleTrade);
+    CountingPopup* counter = counting.get();
+    popup = std::move(counting);
+    ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
+    book.AddCommodity('F', "BIG", "Many");
+    for (int i = 0; i < 3000; ++i) {
+        book.AddContract(std::to_string(i));
+    }
+    Open();
+    ClickNode("LMX[Metal]");
+    ClickNode("BIG[Many]");
+    ASSERT_EQ(Rows(), 3000);
+    ::UpdateWindow(List());
+    counter->cellsAsked = 0;
+    ::InvalidateRect(List(), nullptr, TRUE);
+    ::UpdateWindow(List());
+    EXPECT_GT(counter->cellsAsked, 0);
+    EXPECT_LE(counter->cellsAsked, 4 * (ListView_GetCountPerPage(List()) + 2));
+}
+
+TEST_F(PopupTest, ShowsALargeBookAsTheCatalogListsIt) {
+    IndexedBook large(50, 40, 50);
+    const TradeData trade(&large);
+    g_largeBook = &large;
+    popup = std::make_unique<CSeleCodeWnd>([] { return TradeData(g_largeBook); });
+    ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
+    popup->Refresh("");
+    std::function<void(const std::vector<CatalogNode>&, HTREEITEM)> compare =
+        [&](const std::vector<CatalogNode>& nodes, HTREEITEM first) {
+            for (const CatalogNode& node : nodes) {
+                ASSERT_EQ(ItemText(first), node.text);
+                TVITEMA query{};
+                query.mask = TVIF_PARAM;
+                query.hItem = first;
+                ::SendMessageA(Tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
+                ASSERT_EQ(reinterpret_cast<const char*>(query.lParam), node.data);
+                compare(node.children, TreeView_GetChild(Tree(), first));
+                first = TreeView_GetNextSibling(Tree(), first);
+            }
+            ASSERT_EQ(first, nullptr);
+        };
+    compare(BuildCatalog(trade, "", false), TreeView_GetRoot(Tree()));
+    EXPECT_EQ(TreeView_GetCount(Tree()), 50u + 2000u + 500u * 5u);
+    popup->Refresh("");
+    const long long before = CountResources().heapBytes;
+    for (int i = 0; i < 5; ++i) {
+        popup->Refresh("");
+    }
+    EXPECT_LT(CountResources().heapBytes - before, 1000) << "every refresh frees what the last one held";
 }
 
 TEST_F(PopupTest, KeepsGoingWithoutATradeService) {
