@@ -9,7 +9,7 @@ status=0
 cmake --preset native -B build/bench -DCMAKE_BUILD_TYPE=Release -DEMENDO_SANITIZERS= -DEMENDO_BENCH=ON >/dev/null
 cmake --build build/bench --target benchmarks -j "$jobs" >/dev/null
 cmake --preset windows >/dev/null
-cmake --build build/windows --target benchmarks controls_bench -j "$jobs" >/dev/null
+cmake --build build/windows --target benchmarks -j "$jobs" >/dev/null
 
 echo "== native"
 taskset -c 0 build/bench/bench/vocabulary_bench || status=1
