@@ -209,8 +209,7 @@ void CSeleCodeWnd::Refresh(const std::string& sign) {
 
 void CSeleCodeWnd::InsertNodes(const std::vector<CatalogNode>& nodes, HTREEITEM parent) {
     for (const CatalogNode& node : nodes) {
-        HTREEITEM item = m_tree.InsertItem(node.text, reinterpret_cast<LPARAM>(node.data.c_str()), parent);
-        if (item) {
+        if (HTREEITEM item = m_tree.AppendNode(node.text, node.data, parent)) {
             InsertNodes(node.children, item);
         }
     }
