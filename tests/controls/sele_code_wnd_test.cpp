@@ -145,6 +145,22 @@ TEST_F(PopupTest, ClicksOpenTheTreeLikeAnAccordion) {
     EXPECT_NE(VisibleNodes().find("CM[Goods]"), std::string::npos);
 }
 
+TEST_F(PopupTest, TheButtonOpensANodeOnce) {
+    Open();
+    RECT rect{};
+    TreeView_GetItemRect(Tree(), Find("LMX[Metal]"), &rect, TRUE);
+    TVHITTESTINFO hit{};
+    hit.pt.y = (rect.top + rect.bottom) / 2;
+    while (hit.pt.x < rect.left && (hit.flags & TVHT_ONITEMBUTTON) == 0) {
+        ++hit.pt.x;
+        TreeView_HitTest(Tree(), &hit);
+    }
+    RealClickAt(Tree(), hit.pt);
+    EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];LMX[Metal];CA[Copper];");
+    EXPECT_EQ(ItemText(TreeView_GetSelection(Tree())), "LMX[Metal]");
+    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"LMX |"});
+}
+
 TEST_F(PopupTest, ChoosesAFuture) {
     Open();
     ClickNode("EXA[Exchange A]");
