@@ -12,7 +12,6 @@ public:
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
 
     int AddString(const std::string& text) const { return Send(CB_ADDSTRING, 0, text); }
-    int InsertString(int index, const std::string& text) const { return Send(CB_INSERTSTRING, index, text); }
     void ResetContent() const { SendMessage(CB_RESETCONTENT); }
     int GetCount() const { return static_cast<int>(SendMessage(CB_GETCOUNT)); }
     int GetCurSel() const { return static_cast<int>(SendMessage(CB_GETCURSEL)); }
@@ -70,7 +69,6 @@ public:
     HTREEITEM GetChildItem(HTREEITEM item) const { return TreeView_GetChild(m_hWnd, item); }
     HTREEITEM GetParentItem(HTREEITEM item) const { return TreeView_GetParent(m_hWnd, item); }
     HTREEITEM GetNextSiblingItem(HTREEITEM item) const { return TreeView_GetNextSibling(m_hWnd, item); }
-    HTREEITEM GetPrevSiblingItem(HTREEITEM item) const { return TreeView_GetPrevSibling(m_hWnd, item); }
     int GetCount() const { return static_cast<int>(TreeView_GetCount(m_hWnd)); }
     // The item at a point in client coordinates, null for none; `flags` receives the TVHT_ part that was hit.
     HTREEITEM HitTest(POINT point, UINT* flags = nullptr) const;

@@ -12,7 +12,6 @@ public:
     // `tenthsOfPoints`: the size, 130 for 13 points.
     bool CreatePointFont(int tenthsOfPoints, const char* faceName);
     HFONT Get() const { return m_font.Get(); }
-    void DeleteObject() { m_font.Reset(); }
 
 private:
     FontHandle m_font;

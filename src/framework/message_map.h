@@ -91,7 +91,6 @@ protected:                                     \
 // Any message, also a registered one: LRESULT OnX(WPARAM, LPARAM).
 #define ON_MESSAGE(id, handler) \
     EMENDO_MESSAGE_ROW(id, result = (self.*(handler))(message.wParam, message.lParam);)
-#define ON_REGISTERED_MESSAGE(id, handler) ON_MESSAGE(id, handler)
 
 // Window messages with their arguments taken apart; the handlers' declarations stand in CWnd.
 #define ON_WM_CREATE() \
@@ -104,9 +103,6 @@ protected:                                     \
     EMENDO_MESSAGE_ROW(                                                                                   \
         WM_SIZE, self.OnSize(static_cast<UINT>(message.wParam), static_cast<int>(LOWORD(message.lParam)), \
                              static_cast<int>(HIWORD(message.lParam)));)
-#define ON_WM_SHOWWINDOW()            \
-    EMENDO_MESSAGE_ROW(WM_SHOWWINDOW, \
-                       self.OnShowWindow(message.wParam != 0, static_cast<UINT>(message.lParam));)
 #define ON_WM_ACTIVATE()                                                                               \
     EMENDO_MESSAGE_ROW(WM_ACTIVATE,                                                                    \
                        self.OnActivate(LOWORD(message.wParam), reinterpret_cast<HWND>(message.lParam), \
@@ -114,10 +110,6 @@ protected:                                     \
 #define ON_WM_NCACTIVATE() EMENDO_MESSAGE_ROW(WM_NCACTIVATE, result = self.OnNcActivate(message.wParam != 0);)
 #define ON_WM_NCHITTEST() \
     EMENDO_MESSAGE_ROW(WM_NCHITTEST, result = self.OnNcHitTest(PackedPoint(message.lParam));)
-#define ON_WM_SETFOCUS() \
-    EMENDO_MESSAGE_ROW(WM_SETFOCUS, self.OnSetFocus(reinterpret_cast<HWND>(message.wParam));)
-#define ON_WM_KILLFOCUS() \
-    EMENDO_MESSAGE_ROW(WM_KILLFOCUS, self.OnKillFocus(reinterpret_cast<HWND>(message.wParam));)
 #define ON_WM_SETCURSOR()                                                                \
     EMENDO_MESSAGE_ROW(WM_SETCURSOR,                                                     \
                        result = self.OnSetCursor(reinterpret_cast<HWND>(message.wParam), \
@@ -131,12 +123,9 @@ protected:                                     \
                                           reinterpret_cast<HWND>(message.lParam), message.id));)
 #define ON_WM_CTLCOLOR() \
     EMENDO_COLOUR_ROW(WM_CTLCOLORSTATIC) EMENDO_COLOUR_ROW(WM_CTLCOLOREDIT) EMENDO_COLOUR_ROW(WM_CTLCOLORDLG)
-#define EMENDO_MOUSE_ROW(id, Handler) \
-    EMENDO_MESSAGE_ROW(id, self.Handler(static_cast<UINT>(message.wParam), PackedPoint(message.lParam));)
-#define ON_WM_MOUSEMOVE() EMENDO_MOUSE_ROW(WM_MOUSEMOVE, OnMouseMove)
-#define ON_WM_LBUTTONDOWN() EMENDO_MOUSE_ROW(WM_LBUTTONDOWN, OnLButtonDown)
-#define ON_WM_LBUTTONUP() EMENDO_MOUSE_ROW(WM_LBUTTONUP, OnLButtonUp)
-#define ON_WM_LBUTTONDBLCLK() EMENDO_MOUSE_ROW(WM_LBUTTONDBLCLK, OnLButtonDblClk)
+#define ON_WM_MOUSEMOVE()            \
+    EMENDO_MESSAGE_ROW(WM_MOUSEMOVE, \
+                       self.OnMouseMove(static_cast<UINT>(message.wParam), PackedPoint(message.lParam));)
 
 // Notifications of a control (WM_COMMAND): void OnX().
 #define ON_CONTROL(code, id, handler) \
@@ -150,13 +139,9 @@ protected:                                     \
 #define ON_CBN_SELCHANGE(id, handler) ON_CONTROL(CBN_SELCHANGE, id, handler)
 #define ON_CBN_SETFOCUS(id, handler) ON_CONTROL(CBN_SETFOCUS, id, handler)
 #define ON_CBN_KILLFOCUS(id, handler) ON_CONTROL(CBN_KILLFOCUS, id, handler)
-#define ON_CBN_EDITCHANGE(id, handler) ON_CONTROL(CBN_EDITCHANGE, id, handler)
 #define ON_CBN_EDITUPDATE(id, handler) ON_CONTROL(CBN_EDITUPDATE, id, handler)
-#define ON_CBN_DROPDOWN(id, handler) ON_CONTROL(CBN_DROPDOWN, id, handler)
-#define ON_CBN_CLOSEUP(id, handler) ON_CONTROL(CBN_CLOSEUP, id, handler)
 #define ON_EN_CHANGE(id, handler) ON_CONTROL(EN_CHANGE, id, handler)
 #define ON_EN_UPDATE(id, handler) ON_CONTROL(EN_UPDATE, id, handler)
-#define ON_EN_SETFOCUS(id, handler) ON_CONTROL(EN_SETFOCUS, id, handler)
 #define ON_EN_KILLFOCUS(id, handler) ON_CONTROL(EN_KILLFOCUS, id, handler)
 
 // Notifications of a common control (WM_NOTIFY): void OnX(NMHDR*, LRESULT*), or a BOOL that says whether it

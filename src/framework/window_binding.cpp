@@ -12,7 +12,7 @@ namespace {
 
 struct Binding {
     CWnd* object;
-    // The procedure that this module's one replaced; null when messages were not taken over.
+    // The procedure that this module's one replaced.
     WNDPROC formerProcedure;
 };
 
@@ -58,7 +58,7 @@ CWnd* CWnd::FromHandlePermanent(HWND window) {
     return found == Bindings().end() ? nullptr : found->second.object;
 }
 
-bool CWnd::Bind(HWND window, bool takeMessages) {
+bool CWnd::Bind(HWND window) {
     if (m_hWnd || !::IsWindow(window)) {
         return false;
     }
@@ -68,9 +68,6 @@ bool CWnd::Bind(HWND window, bool takeMessages) {
     }
     binding.object = this;
     m_hWnd = window;
-    if (!takeMessages) {
-        return true;
-    }
     PreSubclassWindow();
     // An earlier object may have left this module's procedure in place below another subclass.
     if (!FormerProcedure(window)) {
@@ -101,21 +98,13 @@ void CWnd::Unbind() {
 }
 
 bool CWnd::SubclassWindow(HWND window) {
-    return Bind(window, true);
+    return Bind(window);
 }
 
 HWND CWnd::UnsubclassWindow() {
     const HWND window = m_hWnd;
     Unbind();
     return window;
-}
-
-bool CWnd::Attach(HWND window) {
-    return Bind(window, false);
-}
-
-HWND CWnd::Detach() {
-    return UnsubclassWindow();
 }
 
 LRESULT CALLBACK CWnd::StaticWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -194,7 +183,7 @@ LRESULT CALLBACK CreationBinding::HookProc(int code, WPARAM wParam, LPARAM lPara
         const auto* details = reinterpret_cast<const CBT_CREATEWNDA*>(lParam);
         if (creation->IsExpected(window, *details->lpcs)) {
             creation->m_bound = true;
-            Guarded([&] { creation->m_object.m_createdHere = creation->m_object.Bind(window, true); });
+            Guarded([&] { creation->m_object.m_createdHere = creation->m_object.Bind(window); });
         }
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);

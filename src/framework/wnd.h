@@ -59,10 +59,6 @@ public:
     // Gives the messages back; the window lives on. Null when nothing was bound.
     HWND UnsubclassWindow();
 
-    // Look-up without taking over messages.
-    bool Attach(HWND window);
-    HWND Detach();
-
     // The object bound to a window in this module; null for every other window.
     static CWnd* FromHandlePermanent(HWND window);
 
@@ -144,19 +140,13 @@ protected:
     void OnPaint() { Default(); }
     void OnTimer(UINT_PTR) { Default(); }
     void OnSize(UINT, int, int) { Default(); }
-    void OnShowWindow(bool, UINT) { Default(); }
     void OnActivate(UINT, HWND, bool) { Default(); }
     BOOL OnNcActivate(bool) { return static_cast<BOOL>(Default()); }
     LRESULT OnNcHitTest(POINT) { return Default(); }
-    void OnSetFocus(HWND) { Default(); }
-    void OnKillFocus(HWND) { Default(); }
     BOOL OnSetCursor(HWND, UINT, UINT) { return static_cast<BOOL>(Default()); }
     BOOL OnEraseBkgnd(HDC) { return static_cast<BOOL>(Default()); }
     HBRUSH OnCtlColor(HDC, HWND, UINT) { return reinterpret_cast<HBRUSH>(Default()); }
     void OnMouseMove(UINT, POINT) { Default(); }
-    void OnLButtonDown(UINT, POINT) { Default(); }
-    void OnLButtonUp(UINT, POINT) { Default(); }
-    void OnLButtonDblClk(UINT, POINT) { Default(); }
 
     static const MessageMap& ThisMessageMap();
     virtual const MessageMap& GetMessageMap() const { return ThisMessageMap(); }
@@ -167,7 +157,7 @@ private:
     struct DispatchFrame;
 
     static LRESULT CALLBACK StaticWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    bool Bind(HWND window, bool takeMessages);
+    bool Bind(HWND window);
     void Unbind();
     LRESULT Dispatch(const WindowMessage& message);
     LRESULT DispatchGuarded(const WindowMessage& message, const WindowWatch& watch);

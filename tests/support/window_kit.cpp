@@ -82,32 +82,6 @@ void HostLoop::ClickAt(HWND window, POINT point) {
     PumpUntilIdle();
 }
 
-namespace {
-
-INPUT KeyInput(unsigned virtualKey, bool up) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = static_cast<WORD>(virtualKey);
-    input.ki.wScan = static_cast<WORD>(MapVirtualKeyA(virtualKey, 0));
-    input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-    return input;
-}
-
-}  // namespace
-
-void HostLoop::RealKey(unsigned virtualKey) {
-    std::array<INPUT, 2> inputs{KeyInput(virtualKey, false), KeyInput(virtualKey, true)};
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-    PumpUntilIdle();
-}
-
-void HostLoop::RealKeyWith(unsigned modifier, unsigned virtualKey) {
-    std::array<INPUT, 4> inputs{KeyInput(modifier, false), KeyInput(virtualKey, false),
-                                KeyInput(virtualKey, true), KeyInput(modifier, true)};
-    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-    PumpUntilIdle();
-}
-
 void HostLoop::RealClick(HWND window) {
     RECT place;
     GetWindowRect(window, &place);

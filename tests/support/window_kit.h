@@ -37,10 +37,6 @@ public:
     void PumpUntilIdle();
     // False when the time ran out first.
     bool PumpUntil(const std::function<bool()>& condition, unsigned milliseconds = 5000);
-    // Until a window is gone.
-    bool PumpUntilGone(HWND window) {
-        return PumpUntil([=] { return !IsWindow(window); });
-    }
     bool QuitSeen() const { return m_quitSeen; }
 
     // Posted input: the loop is pumped until idle after each call.
@@ -55,8 +51,6 @@ public:
 
     // Real input, for a shown window in the foreground.
 
-    void RealKey(unsigned virtualKey);
-    void RealKeyWith(unsigned modifier, unsigned virtualKey);
     void RealClick(HWND window);
 
 private:
