@@ -1,0 +1,78 @@
+#include "app/arguments.h"
+#include "app/desk_window.h"
+#include "book/book_file.h"
+#include "services/explain.h"
+
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+constexpr int kDifferent = 1;
+constexpr int kBadArguments = 2;
+constexpr int kCannotStart = 3;
+
+ExplainInput ReadInput(const std::string& path, const std::optional<std::string>& record) {
+    std::ifstream stream(path, std::ios::binary);
+    std::ostringstream content;
+    content << stream.rdbuf();
+    if (!stream) {
+        throw std::invalid_argument(path + ": cannot be read");
+    }
+    return {path, content.str(), record};
+}
+
+int RunExplain(const Arguments& arguments) {
+    const ExplainInput first = ReadInput(arguments.explain[0], arguments.record);
+    if (arguments.explain.size() == 1) {
+        std::fputs(Explain(first).c_str(), stdout);
+        return 0;
+    }
+    const std::string differences =
+        CompareRecords(first, ReadInput(arguments.explain[1], arguments.record), arguments.ignoreClock);
+    std::fputs(differences.c_str(), stdout);
+    return differences.empty() ? 0 : kDifferent;
+}
+
+int RunDesk(const Arguments& arguments) {
+    const std::string folder = ProgramFolder();
+    const std::string bookPath = arguments.book.empty() ? folder + "data\\sample_book.json" : arguments.book;
+    const std::unique_ptr<Book> book = ReadBookFile(bookPath);
+    HostApp host(*book);
+    for (const std::string& fault : arguments.faults) {
+        host.Services().faults.Set(fault);
+    }
+    if (!arguments.journal.empty() && !host.Services().journal.Open(arguments.journal)) {
+        throw std::runtime_error(arguments.journal + ": cannot be written");
+    }
+    DeskWindow desk(host);
+    host.Load(arguments.module.empty() ? folder + "EmendoOrd.dll" : arguments.module,
+              static_cast<WORD>(arguments.language));
+    ShowWindow(desk.Window(), SW_SHOW);
+    const int code = host.Run();
+    host.Unload();
+    if (!arguments.book.empty()) {  // the sample is for reading: only a book of one's own is written back
+        WriteBookFile(*book, bookPath);
+    }
+    return code;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    try {
+        const Arguments arguments = ReadArguments({words + 1, words + count});
+        if (arguments.help) {
+            std::fputs(kUsage, stdout);
+            return 0;
+        }
+        return arguments.explain.empty() ? RunDesk(arguments) : RunExplain(arguments);
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "EmendoHost: %s\n%s", error.what(), kUsage);
+        return kBadArguments;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "EmendoHost: %s\n", error.what());
+        return kCannotStart;
+    }
+}
