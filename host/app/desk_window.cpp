@@ -16,10 +16,10 @@ struct Command {
     Subject subject;
 };
 constexpr Command kCommands[] = {
-    {"Input &order", false, 0, Subject::kNone},        {"&Carry", false, 1, Subject::kNone},
-    {"&Modify order", false, 2, Subject::kOrder},      {"&Remove filled", false, 3, Subject::kFilledOrder},
-    {"Mo&ve order", false, 4, Subject::kFilledOrder},  {"Input &exercise", false, 5, Subject::kNone},
-    {"Input &fill", true, 0, Subject::kOrder},         {"Remove fi&ll", true, 3, Subject::kFill},
+    {"Input &order", false, 0, Subject::kNone},       {"&Carry", false, 1, Subject::kNone},
+    {"&Modify order", false, 2, Subject::kOrder},     {"&Remove filled", false, 3, Subject::kFilledOrder},
+    {"Mo&ve order", false, 4, Subject::kFilledOrder}, {"Input &exercise", false, 5, Subject::kNone},
+    {"Input &fill", true, 0, Subject::kOrder},        {"Remove fi&ll", true, 3, Subject::kFill},
 };
 constexpr unsigned kFirstCommand = 100;
 
@@ -53,8 +53,9 @@ DeskWindow::DeskWindow(HostApp& host) : m_host(host) {
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
     windowClass.lpszClassName = kClassName;
     RegisterClassA(&windowClass);  // fails quietly when it is already there
-    m_window = CreateWindowExA(0, kClassName, "Emendo desk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                               CW_USEDEFAULT, 1000, 700, nullptr, MakeMenu(), windowClass.hInstance, this);
+    m_window =
+        CreateWindowExA(0, kClassName, "Emendo desk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
+                        CW_USEDEFAULT, 1000, 700, nullptr, MakeMenu(), windowClass.hInstance, this);
     if (!m_window) {
         throw std::runtime_error("the desk cannot be opened (error " + std::to_string(GetLastError()) + ")");
     }

@@ -7,8 +7,8 @@
 
 #include <windows.h>
 
-// The module's library with its five exports, loaded as a terminal loads it. Freed with the object; who called
-// OnPluginLoad is to have called OnPluginFree by then.
+// The module's library with its five exports, loaded as a terminal loads it. Freed with the object; who
+// called OnPluginLoad is to have called OnPluginFree by then.
 class ModuleHandle {
 public:
     // Throws std::runtime_error with the reason: the file, or the export that is missing.

@@ -17,7 +17,10 @@ struct Book {
 class BookFileError : public std::runtime_error {
 public:
     BookFileError(const std::string& inFile, const std::string& atPlace, const std::string& why)
-        : std::runtime_error(inFile + ": " + atPlace + ": " + why), file(inFile), place(atPlace), reason(why) {}
+        : std::runtime_error(inFile + ": " + atPlace + ": " + why),
+          file(inFile),
+          place(atPlace),
+          reason(why) {}
     std::string file;
     std::string place;
     std::string reason;

@@ -4,7 +4,7 @@
 #include "book/host_text.h"
 #include "book/record_json.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -31,6 +31,18 @@ public:
             Refuse("'" + std::string(name) + "' is missing");
         }
         return {m_json[name], m_place + '/' + name};
+    }
+
+    // A misspelt member would otherwise be a default that nobody asked for.
+    void Only(std::initializer_list<std::string_view> names) const {
+        if (!m_json.is_object()) {
+            Refuse("must be an object");
+        }
+        for (const auto& [name, value] : m_json.items()) {
+            if (std::find(names.begin(), names.end(), name) == names.end()) {
+                Refuse("'" + name + "' is not known here");
+            }
+        }
     }
 
     // Calls `visit` for each element of the array; an absent one is empty.
@@ -60,7 +72,9 @@ public:
         return m_json.get<std::string>();
     }
     std::string Text(const char* name) const { return Member(name).Text(); }
-    std::string Text(const char* name, const char* otherwise) const { return Has(name) ? Text(name) : otherwise; }
+    std::string Text(const char* name, const char* otherwise) const {
+        return Has(name) ? Text(name) : otherwise;
+    }
 
     bool Flag(const char* name, bool otherwise) const {
         if (!Has(name)) {
@@ -85,7 +99,8 @@ public:
         const Node member = Member(name);
         if (!member.m_json.is_number_unsigned() || member.m_json.get<std::uint64_t>() < least ||
             member.m_json.get<std::uint64_t>() > most) {
-            member.Refuse("must be a whole number of " + std::to_string(least) + " to " + std::to_string(most));
+            member.Refuse("must be a whole number of " + std::to_string(least) + " to " +
+                          std::to_string(most));
         }
         return member.m_json.get<std::uint32_t>();
     }
@@ -147,6 +162,7 @@ void ReadRelated(const Node& node, const char* name, FixedText<11>& exchangeNo, 
         return;
     }
     const Node related = node.Member(name);
+    related.Only({"exchangeNo", "commodityType", "commodityNo"});
     if (related.Has("exchangeNo")) {
         related.Code("exchangeNo", exchangeNo);
     }
@@ -156,6 +172,9 @@ void ReadRelated(const Node& node, const char* name, FixedText<11>& exchangeNo, 
 
 void ReadContract(Catalogue& catalogue, const CommodityRecord& commodity, const Node& node) {
     const bool named = node.Value().is_object();
+    if (named) {
+        node.Only({"contract", "name"});
+    }
     const std::string part = named ? node.Text("contract") : node.Text();
     ContractKey key{};
     key.sign = commodity.sign;
@@ -169,6 +188,8 @@ void ReadContract(Catalogue& catalogue, const CommodityRecord& commodity, const 
 }
 
 void ReadCommodity(Catalogue& catalogue, const ExchangeRecord& exchange, const Node& node) {
+    node.Only({"commodityType", "commodityNo", "name", "tickNumerator", "tickDenominator", "legOrder",
+               "rollingCode", "related", "second", "contracts"});
     CommodityRecord commodity{};
     commodity.sign = exchange.sign;
     commodity.exchangeNo = exchange.exchangeNo;
@@ -188,6 +209,7 @@ void ReadCommodity(Catalogue& catalogue, const ExchangeRecord& exchange, const N
 }
 
 void ReadExchange(Catalogue& catalogue, const Node& node) {
+    node.Only({"sign", "signs", "exchangeNo", "name", "forwardMarket", "commodities"});
     const std::vector<std::string> signs = node.Signs();
     for (const std::string& sign : signs) {
         ExchangeRecord exchange{};
@@ -202,6 +224,7 @@ void ReadExchange(Catalogue& catalogue, const Node& node) {
 
 void ReadServers(Catalogue& catalogue, const Node& root) {
     root.Each("servers", [&](const Node& node) {
+        node.Only({"serverKey", "address", "port"});
         ServerRecord server{};
         FixedText<21> key{};
         node.Code("serverKey", key);
@@ -210,6 +233,7 @@ void ReadServers(Catalogue& catalogue, const Node& root) {
         catalogue.AddServer(server, key.View());
     });
     root.Each("serverConfigs", [&](const Node& node) {
+        node.Only({"name", "address", "port"});
         ServerConfigRecord config{};
         node.Code("address", config.address);
         config.port = node.Whole("port", 1, 65535);
@@ -219,6 +243,7 @@ void ReadServers(Catalogue& catalogue, const Node& root) {
 
 void ReadPeople(Catalogue& catalogue, const Node& root) {
     root.Each("groups", [&](const Node& node) {
+        node.Only({"id", "sign", "operatorNo", "accountLock", "tradable"});
         GroupRecord group{};
         node.Code("sign", group.sign);
         node.Code("operatorNo", group.operatorNo);
@@ -227,6 +252,7 @@ void ReadPeople(Catalogue& catalogue, const Node& root) {
         catalogue.AddGroup(group, node.Text("id"));
     });
     root.Each("accounts", [&](const Node& node) {
+        node.Only({"sign", "accountNo", "name", "serverKey", "group"});
         UserRecord account{};
         node.Code("sign", account.sign);
         node.Code("serverKey", account.serverKey);
@@ -234,6 +260,7 @@ void ReadPeople(Catalogue& catalogue, const Node& root) {
         catalogue.AddAccount(account, node.Text("name"), node.Text("group", ""));
     });
     root.Each("uppers", [&](const Node& node) {
+        node.Only({"sign", "signs", "upperNo", "name"});
         const std::vector<std::string> signs = node.Signs();
         for (const std::string& sign : signs) {
             UpperRecord upper{};
@@ -243,6 +270,7 @@ void ReadPeople(Catalogue& catalogue, const Node& root) {
         }
     });
     root.Each("currencies", [&](const Node& node) {
+        node.Only({"sign", "signs", "currencyNo", "name"});
         const std::vector<std::string> signs = node.Signs();
         for (const std::string& sign : signs) {
             CurrencyRecord currency{};
@@ -263,6 +291,7 @@ ContractKey ReadKey(const Node& node, const char* name, const std::string& sign)
 }
 
 void ReadPosition(Book& book, const Node& node) {
+    node.Only({"sign", "accountNo", "upperNo", "contract", "direction", "price", "openQty"});
     OpeningPosition opening{};
     const std::string sign = node.Text("sign");
     const ContractKey key = ReadKey(node, "contract", sign);
@@ -301,7 +330,8 @@ Json FieldsOf(const Node& node, std::initializer_list<const char*> others) {
 
 void ReadOrder(Book& book, const Node& node) {
     OrderRecord order{};
-    RecordFromJson(OrderLayout(), FieldsOf(node, {"contract", "underlying", "restState", "madeFromFill"}), &order);
+    RecordFromJson(OrderLayout(), FieldsOf(node, {"contract", "underlying", "restState", "madeFromFill"}),
+                   &order);
     const std::string sign = order.key.sign.Str();
     order.key = ReadKey(node, "contract", sign);
     if (node.Has("underlying")) {
@@ -315,7 +345,8 @@ void ReadOrder(Book& book, const Node& node) {
 
 void ReadFill(Book& book, const Node& node) {
     FillRecord fill{};
-    RecordFromJson(FillLayout(), FieldsOf(node, {"contract", "orderNo", "sequence", "bookedContractNo"}), &fill);
+    RecordFromJson(FillLayout(), FieldsOf(node, {"contract", "orderNo", "sequence", "bookedContractNo"}),
+                   &fill);
     const ContractKey key = ReadKey(node, "contract", fill.key.sign.Str());
     fill.key = FirstLegOf(key);
     const std::string contractNo = fill.key.contractNo.Str();
@@ -328,7 +359,10 @@ void ReadAll(Book& book, const Node& root) {
     if (!root.Value().is_object() || root.Text("format") != kFormat) {
         root.Refuse("this is no book of format '" + std::string(kFormat) + "'");
     }
+    root.Only({"format", "signs", "servers", "serverConfigs", "groups", "accounts", "uppers", "currencies",
+               "exchanges", "positions", "orders", "fills", "nextNumbers"});
     root.Each("signs", [&](const Node& node) {
+        node.Only({"sign", "threeMonthNo"});
         FixedText<21> sign{};
         node.Code("sign", sign);
         book.catalogue.AddSign(sign.View(), node.Text("threeMonthNo", ""));

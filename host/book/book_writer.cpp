@@ -4,7 +4,6 @@
 #include "book/record_json.h"
 
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <unordered_map>
 
@@ -117,7 +116,8 @@ void PutPeople(Json& root, const Catalogue& catalogue) {
 }
 
 template <typename Record, std::size_t Width>
-Json SharedToJson(const std::deque<Entry<Record>>& entries, const char* codeName, FixedText<Width> Record::*code) {
+Json SharedToJson(const std::deque<Entry<Record>>& entries, const char* codeName,
+                  FixedText<Width> Record::*code) {
     Json list = Json::array();
     for (const Entry<Record>& entry : entries) {
         if (!entry.signs.empty()) {
@@ -195,7 +195,7 @@ std::string BookText(const Book& book) {
 }
 
 void WriteBookFile(const Book& book, const std::string& path) {
-    const std::string draft = path + ".new";
+    const std::string draft = path + ".new";  // in the same folder, so that taking its place is one step
     {
         std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
         stream << BookText(book);
@@ -205,10 +205,8 @@ void WriteBookFile(const Book& book, const std::string& path) {
             throw BookFileError(path, "/", "cannot be written");
         }
     }
-    std::error_code error;
-    std::filesystem::rename(draft, path, error);
-    if (error) {
+    if (!ReplaceFileWith(draft, path)) {
         std::remove(draft.c_str());
-        throw BookFileError(path, "/", "cannot be replaced: " + error.message());
+        throw BookFileError(path, "/", "cannot be replaced");
     }
 }

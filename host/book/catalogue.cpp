@@ -117,7 +117,8 @@ void Catalogue::AddAccount(const UserRecord& account, std::string_view name, std
     accountsBySign.Add(account.sign.View(), &entry);
 }
 
-void Catalogue::AddUpper(const UpperRecord& upper, std::string_view name, std::vector<std::string> signsOfIt) {
+void Catalogue::AddUpper(const UpperRecord& upper, std::string_view name,
+                         std::vector<std::string> signsOfIt) {
     CheckSign(upper.sign.View());
     if (FindUpper(upper.upperNo.View(), upper.sign.View())) {
         throw std::invalid_argument("upper '" + upper.upperNo.Str() + "' is declared twice");

@@ -6,8 +6,8 @@
 #include <string_view>
 
 // The contract part of a key as text, the form in which the book file names contracts: "2501" for a future,
-// "2501/2505" for a pair of months, "2501 C3000" for an option, "2501 C3000/2501 P3000" for a pair of options,
-// normally empty for goods.
+// "2501/2505" for a pair of months, "2501 C3000" for an option, "2501 C3000/2501 P3000" for a pair of
+// options, normally empty for goods.
 
 // All commodity types that the host knows, and those whose contracts have two legs.
 bool IsKnownCommodityType(char commodityType);

@@ -18,3 +18,6 @@ template <std::size_t Width>
 void SetName(FixedText<Width>& field, std::string_view utf8) {
     field.Set(AnsiCut(utf8, Width - 1));
 }
+
+// Puts `draft` in the place of `file` in one step; false when that cannot be done.
+bool ReplaceFileWith(const std::string& draft, const std::string& file);

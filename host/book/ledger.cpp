@@ -321,17 +321,18 @@ void Ledger::Rebook(OrderEntry& order, Outcome& outcome, Action change) {
     change();
     for (FillEntry* fill : order.fills) {
         PutOnPositions(*fill, outcome);
-        outcome.changes.push_back({"fill", fill->record.fillNo.Str(), "changed",
-                                   "account " + fill->record.accountNo.Str() + ", upper " + fill->bookedUpper});
+        outcome.changes.push_back(
+            {"fill", fill->record.fillNo.Str(), "changed",
+             "account " + fill->record.accountNo.Str() + ", upper " + fill->bookedUpper});
     }
 }
 
 void Ledger::PutOnPositions(FillEntry& fill, Outcome& outcome) {
     const FillRecord& record = fill.record;
     const double closeFirst = record.carryPair != 0 ? record.closePrice : 0;
-    Note(outcome, m_positions.Add(MakeLineKey(record.accountNo.View(), fill.bookedLeg), fill.bookedUpper,
-                                  {fill.sequence, record.direction, record.fillPrice, record.fillQty,
-                                   closeFirst}));
+    Note(outcome,
+         m_positions.Add(MakeLineKey(record.accountNo.View(), fill.bookedLeg), fill.bookedUpper,
+                         {fill.sequence, record.direction, record.fillPrice, record.fillQty, closeFirst}));
 }
 
 void Ledger::TakeOffPositions(FillEntry& fill, Outcome& outcome) {
@@ -367,8 +368,8 @@ void Ledger::UpdateFilled(OrderEntry& order) const {
     }
     record.fillQty = filled;
     record.fillPrice = qty == 0 ? 0 : samePrice ? single : amount / qty;
-    record.orderState = filled == 0                 ? order.restState
-                        : filled >= record.orderQty ? kFilled
+    record.orderState = filled == 0                     ? order.restState
+                        : filled >= record.orderQty     ? kFilled
                         : order.restState == kCancelled ? kRestCancelled
                                                         : kPartlyFilled;
 }

@@ -27,8 +27,8 @@ struct FillEntry {
 // An order of the book.
 struct OrderEntry {
     OrderRecord record;
-    char restState;     // state of what is not filled: never '5', '6' or 'A'
-    bool madeFromFill;  // was entered by the server for a fill that named no order
+    char restState;                 // state of what is not filled: never '5', '6' or 'A'
+    bool madeFromFill;              // was entered by the server for a fill that named no order
     std::vector<FillEntry*> fills;  // in the order of booking
 };
 
@@ -57,9 +57,9 @@ struct NextNumbers {
     std::uint32_t sequence = 1;
 };
 
-// Orders, fills and positions, and what each request does to them (docs/host.md has the rules in full). Records
-// keep their address while the ledger lives. Texts of a request are read bounded; its pointers are not
-// followed.
+// Orders, fills and positions, and what each request does to them (docs/host.md has the rules in full).
+// Records keep their address while the ledger lives. Texts of a request are read bounded; its pointers are
+// not followed.
 class Ledger {
 public:
     explicit Ledger(const Catalogue& catalogue) : m_catalogue(catalogue) {}

@@ -149,8 +149,8 @@ FillEntry& Ledger::Book(OrderEntry& order, FillRecord record, int leg, Outcome& 
     if (record.upperNo.Empty()) {
         record.upperNo = order.record.upperNo;
     }
-    FillEntry& fill = m_fills.emplace_back(FillEntry{record, &order, BookedLeg(record.key), record.upperNo.Str(),
-                                                     leg, m_next.sequence++, false});
+    FillEntry& fill = m_fills.emplace_back(FillEntry{record, &order, BookedLeg(record.key),
+                                                     record.upperNo.Str(), leg, m_next.sequence++, false});
     m_fillsByNo.emplace(fill.record.fillNo.Str(), &fill);
     order.fills.push_back(&fill);
     PutOnPositions(fill, outcome);
@@ -281,12 +281,12 @@ void Ledger::Report(Outcome& outcome, const OrderEntry& order, const char* what)
     const OrderRecord& record = order.record;
     outcome.orderNo = record.orderNo;
     const CommodityRecord* commodity = m_catalogue.FindCommodity(CommodityOf(record.key));
-    outcome.changes.push_back(
-        {"order", std::to_string(record.orderNo), what,
-         record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' + record.direction + ' ' +
-             std::to_string(record.orderQty) + " at " + PriceText(record.orderPrice, commodity) + ", filled " +
-             std::to_string(record.fillQty) + ", " +
-             std::string(WordOf(Words::kState, record.orderState))});
+    outcome.changes.push_back({"order", std::to_string(record.orderNo), what,
+                               record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' +
+                                   record.direction + ' ' + std::to_string(record.orderQty) + " at " +
+                                   PriceText(record.orderPrice, commodity) + ", filled " +
+                                   std::to_string(record.fillQty) + ", " +
+                                   std::string(WordOf(Words::kState, record.orderState))});
     for (const PositionEntry* row : outcome.positions) {
         const PositionRecord& position = row->record;
         const CommodityRecord* of = m_catalogue.FindCommodity(CommodityOf(position.key));
@@ -302,8 +302,8 @@ void Ledger::Report(Outcome& outcome, const FillEntry& fill, const char* what) c
     const FillRecord& record = fill.record;
     const CommodityRecord* commodity = m_catalogue.FindCommodity(CommodityOf(record.key));
     outcome.changes.push_back({"fill", record.fillNo.Str(), what,
-                               record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' + record.direction +
-                                   ' ' + std::to_string(record.fillQty) + " at " +
+                               record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' +
+                                   record.direction + ' ' + std::to_string(record.fillQty) + " at " +
                                    PriceText(record.fillPrice, commodity)});
 }
 

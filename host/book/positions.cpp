@@ -26,9 +26,10 @@ void Close(Lots& lots, char direction, const double* onlyPrice, std::uint32_t& q
 
 LineKey MakeLineKey(std::string_view accountNo, const SingleContractKey& rawLeg) {
     const SingleContractKey leg = TidyKey(rawLeg);
-    LineKey key{leg.sign,       {},
-                leg.exchangeNo, leg.commodityType, leg.commodityNo,
-                leg.contractNo, leg.strikePrice,   leg.optionType};
+    LineKey key{leg.sign,        {},
+                leg.exchangeNo,  leg.commodityType,
+                leg.commodityNo, leg.contractNo,
+                leg.strikePrice, leg.optionType};
     key.accountNo.Set(accountNo);
     return key;
 }

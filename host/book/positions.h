@@ -49,10 +49,10 @@ struct PositionEntry {
     std::string upperNo;
 };
 
-// Positions as a function of the opening positions and the trades on a line. A trade first closes positions of
-// the other direction, those at its preferred price first and then the oldest, and opens a position at its own
-// price with the rest. A trade that is taken away is as if it had never been: the line is computed anew, so
-// removal restores what input has changed, whatever came between.
+// Positions as a function of the opening positions and the trades on a line. A trade first closes positions
+// of the other direction, those at its preferred price first and then the oldest, and opens a position at its
+// own price with the rest. A trade that is taken away is as if it had never been: the line is computed anew,
+// so removal restores what input has changed, whatever came between.
 class Positions {
 public:
     Positions() = default;
@@ -64,8 +64,8 @@ public:
     std::vector<PositionEntry*> Add(const LineKey& key, std::string_view upperNo, const BookedTrade& trade);
     std::vector<PositionEntry*> Remove(const LineKey& key, std::string_view upperNo, std::uint32_t sequence);
 
-    // The row of an account and leg at a price; uppers are tried in the order in which they appeared. An empty
-    // sign means any. Null when nothing is open there.
+    // The row of an account and leg at a price; uppers are tried in the order in which they appeared. An
+    // empty sign means any. Null when nothing is open there.
     PositionEntry* Find(const LineKey& key, char direction, double price) const;
     // Open quantity of a direction on all uppers together.
     std::uint32_t OpenQty(const LineKey& key, char direction) const;

@@ -31,6 +31,7 @@ std::string DecimalText(double price, int minimumDigits) {
 }
 
 std::string PriceText(double price, const CommodityRecord* commodity) {
+    price += 0.0;  // no "-0"
     const double tick = commodity ? commodity->tickNumerator : 1;
     const std::uint32_t denominator = commodity ? commodity->tickDenominator : 1;
     if (denominator < 2) {
@@ -63,7 +64,8 @@ std::optional<double> ReadPriceText(std::string_view text) {
     const std::size_t plus = text.find('+', 1);
     if (plus != std::string_view::npos) {
         const std::size_t slash = text.find('/', plus);
-        if (slash == std::string_view::npos || !ReadWhole(std::string(text.substr(plus + 1, slash - plus - 1)), numerator) ||
+        if (slash == std::string_view::npos ||
+            !ReadWhole(std::string(text.substr(plus + 1, slash - plus - 1)), numerator) ||
             !ReadWhole(std::string(text.substr(slash + 1)), denominator) || denominator <= 0) {
             return std::nullopt;
         }

@@ -11,12 +11,14 @@ namespace {
 
 using enum FieldKind;
 
+// clang-format off
 #define FIELD(Record, member, kind, ...) \
     RecordField { #member, offsetof(Record, member), sizeof(Record::member), kind __VA_OPT__(,) __VA_ARGS__ }
-#define LEG_FIELDS                                                                          \
-    FIELD(ContractKey, sign, kText), FIELD(ContractKey, exchangeNo, kText),                 \
-        FIELD(ContractKey, commodityType, kCode, Words::kCommodityType),                    \
-        FIELD(ContractKey, commodityNo, kText), FIELD(ContractKey, contractNo, kText),      \
+// clang-format on
+#define LEG_FIELDS                                                                     \
+    FIELD(ContractKey, sign, kText), FIELD(ContractKey, exchangeNo, kText),            \
+        FIELD(ContractKey, commodityType, kCode, Words::kCommodityType),               \
+        FIELD(ContractKey, commodityNo, kText), FIELD(ContractKey, contractNo, kText), \
         FIELD(ContractKey, strikePrice, kText), FIELD(ContractKey, optionType, kCode, Words::kOption)
 
 constexpr RecordField kOrderFields[] = {
@@ -112,13 +114,12 @@ constexpr RecordField kCommodityFields[] = {
     FIELD(CommodityRecord, secondExchangeNo, kText),
     FIELD(CommodityRecord, secondCommodityType, kCode, Words::kCommodityType),
     FIELD(CommodityRecord, secondCommodityNo, kText)};
-constexpr RecordField kContractFields[] = {
-    LEG_FIELDS,
-    FIELD(ContractKey, contractNo2, kText),
-    FIELD(ContractKey, strikePrice2, kText),
-    FIELD(ContractKey, optionType2, kCode, Words::kOption),
-    FIELD(ContractRecord, contractName, kText),
-    FIELD(ContractRecord, commodity, kPointer)};
+constexpr RecordField kContractFields[] = {LEG_FIELDS,
+                                           FIELD(ContractKey, contractNo2, kText),
+                                           FIELD(ContractKey, strikePrice2, kText),
+                                           FIELD(ContractKey, optionType2, kCode, Words::kOption),
+                                           FIELD(ContractRecord, contractName, kText),
+                                           FIELD(ContractRecord, commodity, kPointer)};
 constexpr RecordField kGroupFields[] = {
     FIELD(GroupRecord, sign, kText), FIELD(GroupRecord, operatorNo, kText),
     FIELD(GroupRecord, accountLock, kCode), FIELD(GroupRecord, tradable, kCode, Words::kYesNo)};

@@ -21,8 +21,8 @@ struct EventPosting {
     std::function<bool(std::uint32_t serial)> mark;
 };
 
-// Reports changed positions to the registered listeners from a thread of its own, each as a copy of the record
-// as it was at the change. A copy that was posted is kept until it has been handled.
+// Reports changed positions to the registered listeners from a thread of its own, each as a copy of the
+// record as it was at the change. A copy that was posted is kept until it has been handled.
 class EventPump {
 public:
     struct Counters {
@@ -69,6 +69,6 @@ private:
 
 // The long parameter of WM_TRADESPI.
 constexpr std::uint32_t PackEvent(int type, std::int8_t value, std::uint16_t code) {
-    return static_cast<std::uint32_t>(type) << 24 | static_cast<std::uint32_t>(static_cast<std::uint8_t>(value)) << 16 |
-           code;
+    return static_cast<std::uint32_t>(type) << 24 |
+           static_cast<std::uint32_t>(static_cast<std::uint8_t>(value)) << 16 | code;
 }

@@ -22,9 +22,9 @@ constexpr std::size_t kNameWidth = 22;
 const RecordLayout& LayoutFor(const ExplainInput& input, std::size_t size) {
     const RecordLayout* layout = input.record ? FindLayout(*input.record) : FindLayout(size);
     if (!layout) {
-        throw std::invalid_argument(input.name + ": no record " +
-                                    (input.record ? "'" + *input.record + "'"
-                                                  : "of " + std::to_string(size) + " bytes"));
+        throw std::invalid_argument(
+            input.name + ": no record " +
+            (input.record ? "'" + *input.record + "'" : "of " + std::to_string(size) + " bytes"));
     }
     if (layout->size != size) {
         throw std::invalid_argument(input.name + ": " + std::string(layout->name) + " has " +
@@ -72,11 +72,10 @@ std::vector<Request> ReadRequests(const ExplainInput& input) {
     }
     Request request;
     request.title = input.name;
-    const bool hex = std::all_of(input.content.begin(), input.content.end(), [](unsigned char c) {
-        return std::isxdigit(c) || std::isspace(c);
-    });
-    request.bytes = hex ? FromHex(input.content)
-                        : std::vector<unsigned char>(input.content.begin(), input.content.end());
+    const bool hex = std::all_of(input.content.begin(), input.content.end(),
+                                 [](unsigned char c) { return std::isxdigit(c) || std::isspace(c); });
+    request.bytes =
+        hex ? FromHex(input.content) : std::vector<unsigned char>(input.content.begin(), input.content.end());
     request.layout = &LayoutFor(input, request.bytes.size());
     requests.push_back(std::move(request));
     return requests;

@@ -6,14 +6,15 @@
 namespace {
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(Operation::kCount)> kNames{
-    "GetPlugin",     "GetTradeApi",      "SendOrder",         "DeleteOrder",    "SendFill",
-    "RemoveFill",    "SendExercise",     "RegisterSpi",       "UnregisterSpi",  "ListSignEntries",
-    "GetUserServer", "GetOrder",         "GetPositions",      "GetPosition",    "GetPositionQty",
-    "GetUsers",      "GetUser",          "GetExchanges",      "GetExchange",    "GetCommodities",
-    "GetCommodity",  "GetContracts",     "GetContract",       "Get3MContractNo", "GetCurrencies",
-    "GetUppers",     "FormatPrice",      "Slot38",            "GetConfigTable", "Query",
-    "Release",       "CreateListWindow", "ReleaseListWindow", "Place",          "SetFilter",
-    "SetNotify"};
+    "GetPlugin",         "GetTradeApi",     "SendOrder",      "DeleteOrder",
+    "SendFill",          "RemoveFill",      "SendExercise",   "RegisterSpi",
+    "UnregisterSpi",     "ListSignEntries", "GetUserServer",  "GetOrder",
+    "GetPositions",      "GetPosition",     "GetPositionQty", "GetUsers",
+    "GetUser",           "GetExchanges",    "GetExchange",    "GetCommodities",
+    "GetCommodity",      "GetContracts",    "GetContract",    "Get3MContractNo",
+    "GetCurrencies",     "GetUppers",       "FormatPrice",    "Slot38",
+    "GetConfigTable",    "Query",           "Release",        "CreateListWindow",
+    "ReleaseListWindow", "Place",           "SetFilter",      "SetNotify"};
 
 struct KindName {
     std::string_view name;

@@ -46,7 +46,8 @@ void Journal::Write(const JournalEntry& entry) {
     }
     Json& changes = line["changed"] = Json::array();
     for (const Change& change : entry.changes) {
-        changes.push_back({{"kind", change.kind}, {"id", change.id}, {"what", change.what}, {"text", change.text}});
+        changes.push_back(
+            {{"kind", change.kind}, {"id", change.id}, {"what", change.what}, {"text", change.text}});
     }
     m_lines.push_back(JsonText(line));
     if (m_file.is_open()) {

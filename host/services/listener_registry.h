@@ -10,8 +10,8 @@
 #include <vector>
 
 // The registered listeners. Any thread may call any operation. A listener is never called after Remove has
-// returned: Remove waits for a call that another thread is making, and only for that listener's. A listener may
-// remove itself, or any other, from inside its own call.
+// returned: Remove waits for a call that another thread is making, and only for that listener's. A listener
+// may remove itself, or any other, from inside its own call.
 class ListenerRegistry {
 public:
     // A null listener and one that is already there are ignored.

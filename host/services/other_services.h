@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+// clang-format off
 #define STRAY(n) \
     void Reserved##n() override { ++strayCalls; }
 
@@ -86,6 +87,7 @@ private:
     std::vector<std::string> m_asked;
 };
 #undef STRAY
+// clang-format on
 
 // Stands for a service that is fetched and never called: its table holds nothing.
 class IdleService {

@@ -19,9 +19,9 @@ struct Column {
     int width;  // pixels at 96 dpi
     int format;
 };
-constexpr Column kColumns[] = {{"Account", 64, LVCFMT_LEFT},  {"Contract", 110, LVCFMT_LEFT},
-                               {"B/S", 34, LVCFMT_LEFT},      {"Open", 46, LVCFMT_RIGHT},
-                               {"Price", 72, LVCFMT_RIGHT},   {"Upper", 60, LVCFMT_LEFT}};
+constexpr Column kColumns[] = {{"Account", 64, LVCFMT_LEFT}, {"Contract", 110, LVCFMT_LEFT},
+                               {"B/S", 34, LVCFMT_LEFT},     {"Open", 46, LVCFMT_RIGHT},
+                               {"Price", 72, LVCFMT_RIGHT},  {"Upper", 60, LVCFMT_LEFT}};
 
 std::string CellText(const Book& book, const PositionEntry& row, int column) {
     const PositionRecord& position = row.record;
@@ -54,13 +54,13 @@ PositionListWindow::PositionListWindow(const Book& book, FaultPlan& faults, HWND
     RegisterClassA(&windowClass);  // fails quietly when it is already there
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    m_window = CreateWindowExA(0, kClassName, "", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, owner, nullptr, instance,
-                               this);
+    m_window = CreateWindowExA(0, kClassName, "", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, owner, nullptr,
+                               instance, this);
     if (m_window) {
-        m_list = CreateWindowExA(WS_EX_CLIENTEDGE, WC_LISTVIEWA, "",
-                                 WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL |
-                                     LVS_SHOWSELALWAYS,
-                                 0, 0, 0, 0, m_window, nullptr, instance, nullptr);
+        m_list = CreateWindowExA(
+            WS_EX_CLIENTEDGE, WC_LISTVIEWA, "",
+            WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, 0, 0, 0,
+            0, m_window, nullptr, instance, nullptr);
     }
     if (m_list) {
         MakeColumns();
@@ -123,7 +123,8 @@ LRESULT PositionListWindow::OnNotify(const NMHDR& notification) {
         const auto row = static_cast<std::size_t>(info.item.iItem);
         if ((info.item.mask & LVIF_TEXT) && row < m_rows.size() && info.item.cchTextMax > 0) {
             const std::string text = CellText(m_book, *m_rows[row], info.item.iSubItem);
-            std::snprintf(info.item.pszText, static_cast<std::size_t>(info.item.cchTextMax), "%s", text.c_str());
+            std::snprintf(info.item.pszText, static_cast<std::size_t>(info.item.cchTextMax), "%s",
+                          text.c_str());
         }
     } else if (notification.code == NM_DBLCLK) {
         const int row = reinterpret_cast<const NMITEMACTIVATE&>(notification).iItem;

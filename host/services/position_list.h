@@ -10,7 +10,8 @@
 #include <windows.h>
 
 // A list view of positions, a child of the window that asked for it. It shows nothing before it has a filter.
-// A double click on a row goes to the notify as a message of its own, so that the notify may release the list.
+// A double click on a row goes to the notify as a message of its own, so that the notify may release the
+// list.
 class PositionListWindow final : public ITradeListWindow {
 public:
     PositionListWindow(const Book& book, FaultPlan& faults, HWND owner);

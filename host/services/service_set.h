@@ -4,8 +4,8 @@
 #include "services/other_services.h"
 #include "services/trade_service.h"
 
-// Every service that needs no windows, wired to one book. The plug-in manager offers them all; who has windows
-// adds "TradeList".
+// Every service that needs no windows, wired to one book. The plug-in manager offers them all; who has
+// windows adds "TradeList".
 class ServiceSet {
 public:
     ServiceSet(Book& book, EventPosting posting);

@@ -19,10 +19,10 @@ std::string_view FieldView(const char* text, std::size_t width) {
 
 template <typename Record>
 constexpr std::string_view NameOf();
-#define RECORD_NAME(Record)                            \
-    template <>                                        \
-    constexpr std::string_view NameOf<Record>() {      \
-        return #Record;                                \
+#define RECORD_NAME(Record)                       \
+    template <>                                   \
+    constexpr std::string_view NameOf<Record>() { \
+        return #Record;                           \
     }
 RECORD_NAME(UserRecord)
 RECORD_NAME(GroupRecord)
@@ -111,7 +111,8 @@ void HostTradeApi::ListSignEntries(IDataContainer* list, const char* sign) {
 
 ServerRecord* HostTradeApi::GetUserServer(const char* serverKey, UserRecord* user) {
     const FaultKind fault = m_faults.Enter(Operation::kGetUserServer);
-    ServerRecord* server = m_book.catalogue.FindServer(FieldView(serverKey, decltype(user->serverKey)::kWidth));
+    ServerRecord* server =
+        m_book.catalogue.FindServer(FieldView(serverKey, decltype(user->serverKey)::kWidth));
     return Answer(fault, user ? server : nullptr);
 }
 
@@ -144,7 +145,8 @@ PositionRecord* HostTradeApi::GetPosition(const char* accountNo, const ContractK
     }
     const SingleContractKey leg = m_book.ledger.BookedLeg(FirstLegOf(*key));
     PositionEntry* row = m_book.ledger.AllPositions().Find(
-        MakeLineKey(FieldView(accountNo, decltype(PositionRecord::accountNo)::kWidth), leg), direction, *price);
+        MakeLineKey(FieldView(accountNo, decltype(PositionRecord::accountNo)::kWidth), leg), direction,
+        *price);
     return Answer(fault, row ? &row->record : nullptr);
 }
 

@@ -44,13 +44,15 @@ public:
     // Calls of slots that the module has no business with.
     unsigned StrayCalls() const { return m_strayCalls; }
 
+// clang-format off
 #define STRAY(n) \
     void Reserved##n() override { ++m_strayCalls; }
     STRAY(4) STRAY(5) STRAY(7) STRAY(8) STRAY(9) STRAY(10) STRAY(11) STRAY(12) STRAY(13) STRAY(14)
     STRAY(17) STRAY(18) STRAY(19) STRAY(20) STRAY(21) STRAY(22) STRAY(23) STRAY(24)
     STRAY(28) STRAY(29) STRAY(30) STRAY(31) STRAY(32) STRAY(33) STRAY(34) STRAY(35) STRAY(36)
-    STRAY(42) STRAY(45) STRAY(46) STRAY(47) STRAY(49) STRAY(51) STRAY(52) STRAY(53) STRAY(54)
+    STRAY(42) STRAY(45) STRAY(46) STRAY(47) STRAY(49) STRAY(51) STRAY(52) STRAY(53) STRAY(54);
 #undef STRAY
+    // clang-format on
 
 private:
     // What a look-up returns under a fault.

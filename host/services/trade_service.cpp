@@ -61,7 +61,8 @@ int HostTradeService::SendFill(FillRecord* fill) {
 
 int HostTradeService::RemoveFill(const char* fillNo, FillRecord* fill) {
     JournalEntry entry = EntryOf(FillLayout(), fill);
-    const std::string number = fillNo ? std::string(fillNo, strnlen(fillNo, decltype(fill->fillNo)::kWidth)) : "";
+    const std::string number =
+        fillNo ? std::string(fillNo, strnlen(fillNo, decltype(fill->fillNo)::kWidth)) : "";
     entry.arguments["fillNoArgument"] = Utf8FromAnsi(number);
     return Handle(Operation::kRemoveFill, entry, kSent, kFailed, [&] {
         if (fill && fill->fillNo.View() != number) {

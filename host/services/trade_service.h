@@ -23,15 +23,17 @@ public:
     std::function<void(const Outcome& outcome)> onRequest;
     unsigned StrayCalls() const { return m_strayCalls; }
 
+// clang-format off
 #define STRAY(n) \
     void Reserved##n() override { ++m_strayCalls; }
     STRAY(0) STRAY(1) STRAY(3) STRAY(4) STRAY(5) STRAY(6) STRAY(7) STRAY(8) STRAY(9) STRAY(10)
-    STRAY(11) STRAY(12) STRAY(13) STRAY(14) STRAY(15) STRAY(16) STRAY(17)
+    STRAY(11) STRAY(12) STRAY(13) STRAY(14) STRAY(15) STRAY(16) STRAY(17);
 #undef STRAY
+    // clang-format on
 
 private:
-    // Runs a request through faults, ledger, journal and events. `apply` is only called when nothing is set to
-    // go wrong. The results are what the operation returns.
+    // Runs a request through faults, ledger, journal and events. `apply` is only called when nothing is set
+    // to go wrong. The results are what the operation returns.
     template <typename Apply>
     int Handle(Operation operation, JournalEntry entry, int success, int failure, Apply apply);
 

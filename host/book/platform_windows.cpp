@@ -12,9 +12,10 @@ std::string Convert(std::string_view text, UINT from, UINT to) {
     std::wstring wide(MultiByteToWideChar(from, 0, text.data(), length, nullptr, 0), L'\0');
     MultiByteToWideChar(from, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
     const int wideLength = static_cast<int>(wide.size());
-    std::string result(WideCharToMultiByte(to, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr), '\0');
-    WideCharToMultiByte(to, 0, wide.data(), wideLength, result.data(), static_cast<int>(result.size()), nullptr,
-                        nullptr);
+    std::string result(WideCharToMultiByte(to, 0, wide.data(), wideLength, nullptr, 0, nullptr, nullptr),
+                       '\0');
+    WideCharToMultiByte(to, 0, wide.data(), wideLength, result.data(), static_cast<int>(result.size()),
+                        nullptr, nullptr);
     return result;
 }
 
@@ -26,4 +27,9 @@ std::string AnsiFromUtf8(std::string_view text) {
 
 std::string Utf8FromAnsi(std::string_view text) {
     return Convert(text, CP_ACP, CP_UTF8);
+}
+
+bool ReplaceFileWith(const std::string& draft, const std::string& file) {
+    return MoveFileExA(draft.c_str(), file.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) !=
+           FALSE;
 }
