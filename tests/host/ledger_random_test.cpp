@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kBooks = 20;
 constexpr int kSequences = 15;  // on each book, which is as good as new after each
-constexpr int kSteps = 12;
+constexpr int kSteps = 8;
 
 // Long less short by contract, over all accounts.
 std::map<std::string, long> Totals(const Ledger& ledger) {
