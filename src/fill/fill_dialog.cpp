@@ -20,24 +20,15 @@ constexpr NumericRow kNumericRows[] = {
 };
 constexpr NumericTable kNumbers{kNumericRows, IDC_FEE, TextRuleScope::FocusedEdit};
 
-// Keeps a second confirmation out while the first runs; the dialog may be gone at its end.
+// Keeps a second confirmation out while the first runs.
 class SubmissionGuard {
 public:
-    SubmissionGuard(const CWnd& dialog, bool& running) : m_watch(&dialog), m_running(running) {
-        m_running = true;
-    }
-    ~SubmissionGuard() {
-        if (m_watch.ObjectAlive()) {
-            m_running = false;
-        }
-    }
+    explicit SubmissionGuard(bool& running) : m_running(running) { m_running = true; }
+    ~SubmissionGuard() { m_running = false; }
     SubmissionGuard(const SubmissionGuard&) = delete;
     SubmissionGuard& operator=(const SubmissionGuard&) = delete;
 
-    bool DialogAlive() const { return m_watch.WindowAlive(); }
-
 private:
-    WindowWatch m_watch;
     bool& m_running;
 };
 
@@ -195,14 +186,12 @@ void CEmendoMatch::OnConfirm() {
     if (m_submitting) {
         return;
     }
-    SubmissionGuard submission(*this, m_submitting);
+    const SubmissionGuard submission(m_submitting);
     UpdateData(true);
-    // A copy: the dialog may go away behind a question or a request.
-    const FillForm form = m_form;
     DialogPrompt prompt(*this);
     const FillOutcome outcome =
-        SubmitFill(form, {CurrentTradeData(), CurrentTradeRequests(), prompt, SystemClock()});
-    if (submission.DialogAlive()) {
+        SubmitFill(m_form, {CurrentTradeData(), CurrentTradeRequests(), prompt, SystemClock()});
+    if (prompt.DialogExists()) {
         Finish(outcome);
     }
 }
@@ -237,7 +226,24 @@ void CEmendoMatch::OnDestroy() {
 
 void CEmendoMatch::PostNcDestroy() {
     CDialog::PostNcDestroy();
-    delete this;
+    if (g_pFillDialog == this) {
+        g_pFillDialog = nullptr;
+    }
+    m_windowGone = true;
+    if (m_runningCalls == 0) {
+        delete this;
+    }
+}
+
+void CEmendoMatch::EndCall() {
+    if (--m_runningCalls == 0 && m_windowGone) {
+        delete this;
+    }
+}
+
+LRESULT CEmendoMatch::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    const RunningCall call(*this);
+    return CDialog::WindowProc(message, wParam, lParam);
 }
 
 // --- keyboard ---
@@ -247,6 +253,7 @@ BOOL CEmendoMatch::PreTranslateMessage(const MSG* message) {
 }
 
 BOOL CEmendoMatch::PreTranslateMessage(MSG* message) {
+    const RunningCall call(*this);
     switch (TranslateDialogKey(m_hWnd, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
         case KeyOutcome::Consumed:
             return TRUE;

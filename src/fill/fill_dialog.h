@@ -37,6 +37,7 @@ public:
     BOOL PreTranslateMessage(MSG* message) override;
 
 protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
     void PostNcDestroy() override;
@@ -57,6 +58,19 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    // Keeps the object while a call runs in it, even when the host takes the window away meanwhile.
+    class RunningCall {
+    public:
+        explicit RunningCall(CEmendoMatch& dialog) : m_dialog(dialog) { ++m_dialog.m_runningCalls; }
+        ~RunningCall() { m_dialog.EndCall(); }
+        RunningCall(const RunningCall&) = delete;
+        RunningCall& operator=(const RunningCall&) = delete;
+
+    private:
+        CEmendoMatch& m_dialog;
+    };
+    void EndCall();
+
     // The contract as it stands in the controls, for the numeric edits.
     class ChosenContract final : public INumericContext {
     public:
@@ -99,6 +113,8 @@ private:
     FillLayout m_layout = FillLayout::Full;
     std::string m_listedExchange;  // whose commodities the list holds
     bool m_reacting = false;  // the controls are set up: their notifications mean the operator or a selection
+    int m_runningCalls = 0;
+    bool m_windowGone = false;
     bool m_submitting = false;  // a confirmed entry is on its way
 
     CxComboBox m_upper;

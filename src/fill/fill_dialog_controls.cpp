@@ -79,6 +79,10 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
     DDX_Text(exchange, IDC_FILL_PRICE2_WHOLE, m_form.price2.whole);
     DDX_Text(exchange, IDC_FILL_PRICE2_NUMERATOR, m_form.price2.numerator);
     DDX_Code(exchange, m_currency, m_form.currency);
+    if (!exchange->m_bSaveAndValidate) {
+        DDX_Text(exchange, IDC_FILL_PRICE_DENOMINATOR, m_form.denominator);
+        DDX_Text(exchange, IDC_FILL_PRICE2_DENOMINATOR, m_form.denominator2);
+    }
     DDX_Check(exchange, IDC_FILL_FEE_GIVEN, m_form.feeGiven);
     DDX_Text(exchange, IDC_FEE, m_form.fee);
 }
@@ -89,7 +93,9 @@ void CEmendoMatch::SetUpControls() {
     SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     m_openDirection.EnableWindow(false);
     for (const ComboSettings& settings : kComboSettings) {
-        SetUpCombo(static_cast<CxComboBox&>(*FromHandlePermanent(GetDlgItem(settings.id))), settings);
+        if (CWnd* combo = FromHandlePermanent(GetDlgItem(settings.id))) {
+            SetUpCombo(static_cast<CxComboBox&>(*combo), settings);
+        }
     }
     m_numbers.Attach(m_hWnd);
     for (const TextLimit& limit : kTextLimits) {

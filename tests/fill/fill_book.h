@@ -6,6 +6,7 @@
 #include "trade/fake_trade.h"
 
 #include <deque>
+#include <functional>
 #include <string>
 
 // A small book for the fill dialog: exchange EXA, and EXF on the forward market; sign SG.
@@ -28,6 +29,21 @@ struct FillBook : FakeTradeApi {
         }
     }
 
+    std::function<void()> whileAsked;  // what the host does during a look-up
+    void Asked() {
+        if (whileAsked) {
+            whileAsked();
+        }
+    }
+    void GetUsers(IDataContainer* list, const char* sign) override {
+        Asked();
+        FakeTradeApi::GetUsers(list, sign);
+    }
+    void GetExchanges(IDataContainer* list, const char* sign) override {
+        Asked();
+        FakeTradeApi::GetExchanges(list, sign);
+    }
+
     // A key without a sign means all signs, which here is SG.
     template <typename Key>
     static Key WithSign(const void* key) {
@@ -38,14 +54,17 @@ struct FillBook : FakeTradeApi {
         return known;
     }
     void GetCommodities(const void* key, IDataContainer* list) override {
+        Asked();
         const auto known = WithSign<ExchangeKey>(key);
         FakeTradeApi::GetCommodities(&known, list);
     }
     CommodityRecord* GetCommodity(const void* key) override {
+        Asked();
         const auto known = WithSign<CommodityKey>(key);
         return FakeTradeApi::GetCommodity(&known);
     }
     ContractRecord* GetContract(const ContractKey* key) override {
+        Asked();
         const auto known = WithSign<ContractKey>(key);
         return FakeTradeApi::GetContract(&known);
     }
