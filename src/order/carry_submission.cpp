@@ -11,8 +11,6 @@ namespace {
 // server.
 constexpr int kFreeDays = 14;
 
-constexpr std::size_t kMaxDateText = 19;
-
 // The days from the near to the forward date, or why there are none.
 struct CarryTerm {
     int days = 0;
@@ -21,8 +19,7 @@ struct CarryTerm {
 };
 
 CarryTerm FindTerm(const OrderForm& form, const OrderRecord& order, const TradeData& trade) {
-    const std::string forwardDate =
-        DatedContractNo(ForwardContractNo(form), form.sign, trade).substr(0, kMaxDateText);
+    const std::string forwardDate = DatedContractNo(ForwardContractNo(form), form.sign, trade);
     if (forwardDate == kThreeMonth && !form.feeGiven) {
         return {0, IDS_NO_FORWARD_DATE, IDS_TIPS};
     }

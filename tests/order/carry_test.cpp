@@ -166,6 +166,8 @@ TEST_F(Carry, QuantitiesAreSummedLookedUpOrReported) {
     PositionRecord forward = MakePosition("240329", 'B', 12, 5);
     PositionRecord otherAccount = MakePosition("240315", 'S', 10, 99);
     otherAccount.accountNo.Set("1001");
+    PositionRecord otherCommodity = nearLow;
+    otherCommodity.key.commodityNo.Set("CB");
     api.positions = {&nearLow, &nearHigh, &forward, &otherAccount};
     api.position = &nearHigh;
     using Qty = std::optional<std::uint32_t>;
@@ -181,6 +183,7 @@ TEST_F(Carry, QuantitiesAreSummedLookedUpOrReported) {
         {"the near position changed", {"10", 0}, {}, &nearLow, 3, {}},
         {"at another price", {"10", 0}, {}, &nearHigh, {}, {}},
         {"of another account", {"10", 0}, {}, &otherAccount, {}, {}},
+        {"of another commodity", {"10", 0}, {}, &otherCommodity, {}, {}},
         {"any price", {}, {}, &nearHigh, 7, {}},
         {"the forward position changed", {"10", 0}, {"12", 0}, &forward, {}, 5},
         {"at another forward price", {"10", 0}, {"13", 0}, &forward, {}, {}},

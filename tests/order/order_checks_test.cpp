@@ -75,6 +75,7 @@ TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {
     } const rows[] = {
         {"carry", OrderMode::Carry, "240315", "240329", nullptr, {}},
         {"carry to 3M", OrderMode::Carry, "240315", "3M", "240613", {}},
+        {"carry to an unknown 3M", OrderMode::Carry, "240315", "3M", nullptr, {}},
         {"nothing given", OrderMode::Carry, "", "", nullptr, {10015, 10017, 10023, 10027}},
         {"unlisted dates", OrderMode::Carry, "240316", "240317", nullptr, {10023, 10027}},
         {"3M by its dates", OrderMode::Carry, "240613", "240613", "240613", {10024, 10024}},
@@ -88,8 +89,9 @@ TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {
     for (const auto& row : rows) {
         api.threeMonthContractNo = row.threeMonthDate;
         OrderForm form = row.mode == OrderMode::Carry ? CarryEntry("240315", row.second)
-                                                      : Entry(row.mode, "EXA CA 240315 C3000");
-        form.contractText = *row.contract ? "EXA CA " + std::string(row.contract) : "";
+                                                      : Entry(row.mode, "EXA CO 240315 C3000");
+        const std::string commodity = row.mode == OrderMode::Carry ? "EXA CA " : "EXA CO ";
+        form.contractText = *row.contract ? commodity + row.contract : "";
         form.forwardContract = row.second;
         const OrderFindings findings = FindOrderProblems(form, trade);
         EXPECT_EQ(findings.errors, row.errors) << row.fault;
@@ -110,7 +112,7 @@ TEST_F(OrderChecks, CarryAndExerciseSkipWhatTheyDoNotEnter) {
     carry.fillQty = 0;
     EXPECT_EQ(FindOrderProblems(carry, trade).errors, (Ids{10036, 10037}));
 
-    OrderForm exercise = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    OrderForm exercise = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     exercise.forwardContract = "240329";
     exercise.orderPrice.whole = "0.1";
     exercise.orderType = exercise.orderState = exercise.source = exercise.validType = "";
@@ -189,7 +191,7 @@ TEST_F(OrderChecks, TellWhatIsWrongInOneBox) {
     EXPECT_EQ(prompt.asked[0].caption, "operation failed");
     EXPECT_EQ(prompt.asked[0].buttons, PromptButtons::Ok);
 
-    form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     form.forwardContract = "3M";  // of an unknown date
     form.orderQty = 0;
     EXPECT_FALSE(CheckOrder(form, trade, prompt).passed);

@@ -388,7 +388,7 @@ TEST_F(OrderDialog, ExerciseAsksForTheUnderlying) {
     Open(OrderMode::Exercise);
     Choose(IDC_ACCOUNT, "100");
     Choose(IDC_UPPER, "U7");
-    Enter(IDC_CONTRACT, "EXA CA 240315 C3000");
+    Enter(IDC_CONTRACT, "EXA CO 240315 C3000");
     ::SetFocus(Item(IDC_FORWARD_CONTRACT));
     loop.PumpUntilIdle();
     EXPECT_EQ(SendMessageA(Item(IDC_FORWARD_CONTRACT), CB_GETCOUNT, 0, 0), 5);

@@ -56,11 +56,11 @@ protected:
         AddCommodity('F', "CM", 0.25, 1);
         AddCommodity('F', "FR", 1, 8);
         AddCommodity('F', "CA", 0.25, 1).rollingCode = 'U';
-        CommodityRecord& option = AddCommodity('O', "CA", 0.25, 1);
+        CommodityRecord& option = AddCommodity('O', "CO", 0.25, 1);
         option.rollingCode = 'U';
         option.relatedCommodityType = 'F';
         for (const char* text : {"EXA CM 1509", "EXA FR 1509", "EXA CA 3M", "EXA CA 240315", "EXA CA 240329",
-                                 "EXA CA 240330", "EXA CA 240613", "EXA CA 240315 C3000"}) {
+                                 "EXA CA 240330", "EXA CA 240613", "EXA CO 240315 C3000"}) {
             AddContract(text);
         }
     }

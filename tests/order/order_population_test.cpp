@@ -122,7 +122,7 @@ TEST_F(OrderPopulation, SecondContractsAreTheCommoditysOwnOrTheUnderlyings) {
     EXPECT_EQ(forward->selected, 2);
     const Items futures = forward->items;
 
-    form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     EXPECT_EQ(ListForwardContracts(form, trade)->items, futures);
     form.commodityNo = "ZZ";
     EXPECT_TRUE(ListForwardContracts(form, trade)->items.empty());
@@ -185,6 +185,27 @@ TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
     EXPECT_EQ(form.orderPrice.numerator, 0);
     EXPECT_EQ(form.denominator, 1);
     EXPECT_EQ(form.validUntil.tm_hour, 15) << "without a date the picker stays";
+}
+
+// A host that formats one price after the other.
+struct PriceTexts : FakeTradeApi {
+    std::vector<std::string> texts;
+    void FormatPrice(const void*, double, char* buffer, int, int, char) override {
+        std::strcpy(buffer, texts.front().c_str());
+        texts.erase(texts.begin());
+    }
+};
+
+TEST_F(OrderPopulation, DenominatorIsTheOrderPricesUntilAnotherPriceNamesOne) {
+    for (const auto& [texts, denominator] :
+         {std::pair{std::vector<std::string>{"97+3/8", "96", "0"}, 8}, {{"97", "96+1/4", "0"}, 4}}) {
+        PriceTexts formatter;
+        formatter.texts = texts;
+        OrderForm form = Correction(OrderMode::Modify);
+        form.denominator = 32;
+        LoadOriginal(form, TradeData(&formatter));
+        EXPECT_EQ(form.denominator, denominator);
+    }
 }
 
 TEST_F(OrderPopulation, ShowsContractsOfEveryType) {

@@ -113,14 +113,14 @@ TEST_F(OrderRequests, ModifyAndMoveKeepWhoEnteredTheOrder) {
 }
 
 TEST_F(OrderRequests, Exercise) {
-    OrderForm form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     form.forwardContract = "240329";
     form.orderType = "Exercise";
     form.orderPrice = {};
     Confirm(form);
     ASSERT_EQ(service.exercises.size(), 1u);
     ExpectOrder(service.exercises[0], api.contracts[4], kOrder +
-        Bytes{{32, "O"}, {33, "CA"}, {44, "240315"}, {55, "3000"}, {66, "C"}, {111, "5E0"}});
+        Bytes{{32, "O"}, {33, "CO"}, {44, "240315"}, {55, "3000"}, {66, "C"}, {111, "5E0"}});
 }
 
 TEST_F(OrderRequests, CarryLegs) {

@@ -189,7 +189,7 @@ TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
     EXPECT_TRUE(service.orders.empty());
 
     prompt.dialogExists = true;
-    OrderForm exercise = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+    OrderForm exercise = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     exercise.forwardContract = "240329";
     EXPECT_EQ(Submit(exercise, {PromptAnswer::Yes}).outcome, SubmitOutcome::Gone);
     EXPECT_TRUE(service.exercises.empty());
@@ -243,7 +243,7 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
     for (const auto& row : rows) {
         api.longQty = row.longQty;
         api.shortQty = row.shortQty;
-        OrderForm form = Entry(OrderMode::Exercise, "EXA CA 240315 C3000");
+        OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
         form.forwardContract = "240329";
         form.direction = DirectionToText(row.direction);
         EXPECT_EQ(Submit(form, row.answers, row.results).outcome, row.outcome);
