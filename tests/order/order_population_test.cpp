@@ -253,4 +253,31 @@ TEST_F(OrderPopulation, QuantitiesFollowEachOther) {
     EXPECT_EQ(OppositeDirectionText('S') + OppositeDirectionText('B') + OppositeDirectionText(0), "BuySell");
 }
 
+// Every field filled to its last byte, without an end, and codes that are none.
+TEST_F(OrderPopulation, RecordsWithoutAnEndAreCutNotOverrun) {
+    const auto spoil = [](auto& record) { std::memset(static_cast<void*>(&record), 0xAA, sizeof(record)); };
+    OrderForm form = Correction(OrderMode::Modify);
+    spoil(original);
+    spoil(user);
+    user.group = nullptr;
+    for (CommodityRecord* commodity : api.commodities) {
+        spoil(*commodity);
+    }
+    for (ContractRecord* contract : api.contracts) {
+        spoil(*contract);
+    }
+    api.contracts.push_back(nullptr);
+    LoadOriginal(form, trade);
+    EXPECT_EQ(form.account.size(), 21u);
+    EXPECT_EQ(form.exchangeNo.size(), 11u);
+    EXPECT_TRUE(ListAccounts(form, configured).items.empty());
+    EXPECT_FALSE(MayChangeAccount(form, trade));
+    EXPECT_FALSE(RefreshChanges(LayoutInputOf(form, api.commodities[0])).empty());
+    EXPECT_GT(form.denominator, 0);
+    EXPECT_FALSE(SetUpMode(form, trade, clock.now).changes.empty());
+    const OrderRecord order = BuildOrder(form, nullptr, trade, clock.now);
+    EXPECT_EQ(order.accountNo.View().size(), 20u);
+    EXPECT_TRUE(order.updateOperator.Empty());
+}
+
 }  // namespace
