@@ -57,7 +57,7 @@ void SelectByCode(CxComboBox& combo, const std::string& code) {
 
 void ApplyControlStates(HWND dialog, std::span<const ControlState> states) {
     for (const ControlState& state : states) {
-        const HWND control = GetDlgItem(dialog, state.id);
+        const HWND control = DialogItem(dialog, state.id);
         if (!control) {
             continue;
         }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "controls/numeric_rules.h"
-
-#include <windows.h>
+#include "framework/wnd.h"
 
 // The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel
 // and spin buttons. The dialog describes its rows in a table and its contract in a context; both have to
@@ -31,7 +30,7 @@ public:
 
 private:
     int FocusedControl() const;
-    HWND Item(int id) const { return GetDlgItem(m_dialog, id); }
+    HWND Item(int id) const { return DialogItem(m_dialog, id); }
 
     const NumericTable& m_table;
     const INumericContext& m_context;

@@ -144,6 +144,14 @@ void CDialog::ExecuteInitData() {
     }
 }
 
+HWND CDialog::GetDlgItem(int id) const {
+    HWND& item = m_items[id];
+    if (!item || ::GetDlgCtrlID(item) != id || ::GetParent(item) != m_hWnd) {
+        item = ::GetDlgItem(m_hWnd, id);
+    }
+    return item;
+}
+
 BOOL CDialog::PreTranslateMessage(MSG* message) {
     if (CWnd::PreTranslateMessage(message)) {
         return TRUE;

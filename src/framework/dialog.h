@@ -3,6 +3,7 @@
 #include "framework/wnd.h"
 
 #include <cstddef>
+#include <unordered_map>
 
 // A modeless dialog.
 class CDialog : public CWnd {
@@ -13,6 +14,9 @@ public:
     // its own PostNcDestroy.
     bool CreateIndirect(const DLGTEMPLATE* dialogTemplate, HWND parent, const void* initData = nullptr,
                         std::size_t initSize = 0, UINT initCodePage = CP_ACP);
+
+    // Remembers what it found: the system's own search walks all children each time.
+    HWND GetDlgItem(int id) const override;
 
     // Runs the dialog's keyboard handling for keyboard and mouse messages of its children.
     BOOL PreTranslateMessage(MSG* message) override;
@@ -38,6 +42,7 @@ private:
     void ExecuteInitData();
     static INT_PTR CALLBACK StaticDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+    mutable std::unordered_map<int, HWND> m_items;
     const std::byte* m_initData = nullptr;
     std::size_t m_initSize = 0;
     UINT m_initCodePage = CP_ACP;

@@ -129,6 +129,11 @@ const MessageMap& CWnd::ThisMessageMap() {
     return map;
 }
 
+HWND DialogItem(HWND dialog, int id) {
+    const CWnd* object = CWnd::FromHandlePermanent(dialog);
+    return object ? object->GetDlgItem(id) : ::GetDlgItem(dialog, id);
+}
+
 std::string CWnd::GetDlgItemText(int id) const {
     return TextOf(GetDlgItem(id));
 }

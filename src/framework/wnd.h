@@ -90,7 +90,8 @@ protected:
 public:
     // --- call these ---
 
-    HWND GetDlgItem(int id) const { return ::GetDlgItem(m_hWnd, id); }
+    // The child with this control id; null when there is none.
+    virtual HWND GetDlgItem(int id) const { return ::GetDlgItem(m_hWnd, id); }
     std::string GetDlgItemText(int id) const;
     // Sets the text only when it differs.
     void SetDlgItemText(int id, const std::string& text) const;
@@ -171,5 +172,7 @@ private:
 // The way of a host message to this module's windows: from its target up the chain of parents, every window
 // with an object is offered the message through PreTranslateMessage, `dialog` last. True when one handled it.
 bool OfferToWindows(const CWnd& dialog, const MSG& message);
+// The control of a dialog, found through the dialog's object where it has one.
+HWND DialogItem(HWND dialog, int id);
 // True when the target window or its direct parent has an object in this module.
 bool IsNearOwnWindow(HWND target);
