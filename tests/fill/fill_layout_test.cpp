@@ -64,45 +64,4 @@ TEST(FillLayout, ViewsOfModeSourceAndCommodity) {
     }
 }
 
-TEST(FillLayout, EveryTransition) {
-    using enum FillLayout;
-    struct Row {
-        FillLayout from, to;
-        int secondPrice, bottom;
-    };
-    for (const Row& row :
-         {Row{Full, Full, 0, 0}, Row{Full, Combination, -1, -1}, Row{Full, Single, 0, -2},
-          Row{Combination, Full, 1, 1}, Row{Combination, Combination, 0, 0}, Row{Combination, Single, 1, -1},
-          Row{Single, Full, 0, 2}, Row{Single, Combination, -1, 1}, Row{Single, Single, 0, 0}}) {
-        const FillMove move = MoveBetween(row.from, row.to);
-        EXPECT_EQ(move.secondPriceRows, row.secondPrice);
-        EXPECT_EQ(move.bottomRows, row.bottom);
-    }
-}
-
-TEST(FillLayout, HeightChangesOnBothEdgesAndByTheWholePixels) {
-    for (const int growth : {-63, -36, 0, 27, 54}) {
-        const VerticalEdges grown = GrownEvenly({100, 400}, growth);
-        EXPECT_EQ(grown.bottom - grown.top, 300 + growth);
-        EXPECT_EQ(grown.top, 100 - growth / 2);
-    }
-}
-
-TEST(FillLayout, ModesShutControlsOff) {
-    // The whole part of the price, the upper, the contract, the confirm button; y when it starts usable.
-    struct Row {
-        int mode;
-        bool forOrder;
-        const char* usable;
-    };
-    for (const Row& row : {Row{0, false, "yyyy"}, Row{0, true, "ynyy"}, Row{1, true, "ynyy"},
-                           Row{2, true, "ynny"}, Row{3, false, "nnny"}}) {
-        std::string usable;
-        for (int id : {IDC_FILL_PRICE_WHOLE, IDC_UPPER, IDC_FILL_CONTRACT, IDC_CONFIRM}) {
-            usable += StartsDisabled(row.mode, row.forOrder, id) ? 'n' : 'y';
-        }
-        EXPECT_EQ(usable, row.usable);
-    }
-}
-
 }  // namespace

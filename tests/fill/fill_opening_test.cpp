@@ -7,32 +7,19 @@ struct NamedControl {
     const char* name;
 };
 // Every control that an operator can use, in the order of the rows.
+// clang-format off
 constexpr NamedControl kUsable[] = {
-    {IDC_FILL_NO, "fillNo"},
-    {IDC_SYSTEM_NO, "systemNo"},
-    {IDC_UPPER, "upper"},
-    {IDC_ACCOUNT, "account"},
-    {IDC_FILL_SOURCE, "source"},
-    {IDC_FILL_QTY, "qty"},
-    {IDC_FILL_QTY_SPIN, "qtySpin"},
-    {IDC_EXCHANGE, "exchange"},
-    {IDC_COMMODITY, "commodity"},
-    {IDC_FILL_CONTRACT, "contract"},
-    {IDC_DIRECTION, "direction"},
-    {IDC_FILL_PRICE_WHOLE, "price"},
-    {IDC_FILL_PRICE_SPIN, "priceSpin"},
-    {IDC_FILL_PRICE_NUMERATOR, "numerator"},
-    {IDC_OPEN_CONTRACT, "openContract"},
-    {IDC_OPEN_DIRECTION, "openDirection"},
-    {IDC_FILL_PRICE2_WHOLE, "price2"},
-    {IDC_FILL_PRICE2_SPIN, "price2Spin"},
-    {IDC_FILL_PRICE2_NUMERATOR, "numerator2"},
-    {IDC_CURRENCY, "currency"},
-    {IDC_FILL_FEE_GIVEN, "feeGiven"},
-    {IDC_FEE, "fee"},
-    {IDC_CONFIRM, "confirm"},
-    {IDC_CANCEL, "cancel"},
+    {IDC_FILL_NO, "fillNo"}, {IDC_SYSTEM_NO, "systemNo"}, {IDC_UPPER, "upper"}, {IDC_ACCOUNT, "account"},
+    {IDC_FILL_SOURCE, "source"}, {IDC_FILL_QTY, "qty"}, {IDC_FILL_QTY_SPIN, "qtySpin"},
+    {IDC_EXCHANGE, "exchange"}, {IDC_COMMODITY, "commodity"}, {IDC_FILL_CONTRACT, "contract"},
+    {IDC_DIRECTION, "direction"}, {IDC_FILL_PRICE_WHOLE, "price"}, {IDC_FILL_PRICE_SPIN, "priceSpin"},
+    {IDC_FILL_PRICE_NUMERATOR, "numerator"}, {IDC_OPEN_CONTRACT, "openContract"},
+    {IDC_OPEN_DIRECTION, "openDirection"}, {IDC_FILL_PRICE2_WHOLE, "price2"},
+    {IDC_FILL_PRICE2_SPIN, "price2Spin"}, {IDC_FILL_PRICE2_NUMERATOR, "numerator2"},
+    {IDC_CURRENCY, "currency"}, {IDC_FILL_FEE_GIVEN, "feeGiven"}, {IDC_FEE, "fee"},
+    {IDC_CONFIRM, "confirm"}, {IDC_CANCEL, "cancel"},
 };
+// clang-format on
 
 class FillOpening : public FillWindow {
 protected:
@@ -72,40 +59,42 @@ TEST_F(FillOpening, ModesAndRecords) {
         int focus;
         std::string values;  // "": not looked at
     };
+    const std::string forOrder = "source qty qtySpin contract price priceSpin";
+    const std::string free =
+        "upper account source qty qtySpin commodity contract direction price priceSpin" + rest;
+    const std::string freeExchange =
+        "upper account source qty qtySpin exchange commodity contract direction price priceSpin" + rest;
+    const std::string modify = "exchange price priceSpin confirm cancel", buttons = "confirm cancel";
+    // clang-format off
     const Row rows[] = {
         {"input for an order", 0, &order, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
-         "source qty qtySpin contract price priceSpin" + rest, IDC_FILL_SOURCE,
-         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0|"},
+         forOrder + rest,
+         IDC_FILL_SOURCE, "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0|"},
         {"input for a spread", 0, &spread, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
-         "source qty qtySpin contract price priceSpin price2 price2Spin" + rest, IDC_FILL_SOURCE,
+         forOrder + " price2 price2Spin" + rest, IDC_FILL_SOURCE,
          "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509/1512|Buy|97|0|1|Sell|97|USD|0|"},
         {"another input mode", 1, &spread, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
          "source qty qtySpin exchange contract price priceSpin" + rest, IDC_FILL_SOURCE, ""},
-        {"input on a fill", 0, &fill, kRecordKindFill, "Input Fill", "Input",
-         "upper account source qty qtySpin commodity contract direction price priceSpin" + rest, IDC_UPPER,
-         fillValues},
-        {"input on nothing", 0, nullptr, -1, "Input Fill", "Input",
-         "upper account source qty qtySpin commodity contract direction price priceSpin" + rest, IDC_UPPER,
-         ""},
-        {"record of no kind", 1, &fill, 7, "Input Fill", "Input",
-         "upper account source qty qtySpin exchange commodity contract direction price priceSpin" + rest,
-         IDC_UPPER, ""},
-        {"modify", 2, &fill, kRecordKindFill, "Modify Filled", "Modify",
-         "exchange price priceSpin confirm cancel", IDC_EXCHANGE, fillValues},
+        {"input on a fill", 0, &fill, kRecordKindFill, "Input Fill", "Input", free, IDC_UPPER, fillValues},
+        {"input on nothing", 0, nullptr, -1, "Input Fill", "Input", free, IDC_UPPER, ""},
+        {"record of no kind", 1, &fill, 7, "Input Fill", "Input", freeExchange, IDC_UPPER, ""},
+        {"modify", 2, &fill, kRecordKindFill, "Modify Filled", "Modify", modify, IDC_EXCHANGE, fillValues},
         {"modify in fractions", 2, &fraction, kRecordKindFill, "Modify Filled", "Modify",
          "exchange price priceSpin numerator confirm cancel", IDC_EXCHANGE,
          "SYS7|UP2|10001|E-TRADE|4|EXA|TR|1509|Sell|97|0|8|Buy||USD|0|"},
-        {"modify nothing", 2, nullptr, -1, "Modify Filled", "Modify",
-         "exchange price priceSpin confirm cancel", IDC_EXCHANGE, ""},
-        {"remove", 3, &fill, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove", "confirm cancel",
+        {"modify nothing", 2, nullptr, -1, "Modify Filled", "Modify", modify, IDC_EXCHANGE, ""},
+        {"remove", 3, &fill, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove", buttons,
          IDC_CONFIRM, fillValues},
         {"remove in fractions", 3, &fraction, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove",
-         "confirm cancel", IDC_CONFIRM, ""},
-        {"remove for an order", 3, &order, kRecordKindOrder, "Remove Filled - [OrderNo:%d]", "Remove",
-         "confirm cancel", IDC_CONFIRM, ""},
-        {"remove nothing", 3, nullptr, -1, "Remove Filled - [OrderNo:%d]", "Remove", "confirm cancel",
+         buttons,
          IDC_CONFIRM, ""},
+        {"remove for an order", 3, &order, kRecordKindOrder, "Remove Filled - [OrderNo:%d]", "Remove",
+         buttons,
+         IDC_CONFIRM, ""},
+        {"remove nothing", 3, nullptr, -1, "Remove Filled - [OrderNo:%d]", "Remove", buttons, IDC_CONFIRM,
+         ""},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         Open(row.mode, row.record, row.kind);

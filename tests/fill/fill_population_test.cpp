@@ -51,89 +51,58 @@ protected:
     FillRecord fill{};
 };
 
-TEST_F(FillPopulation, LoadsAFill) {
-    const FillForm form = Loaded(&fill, nullptr);
-    EXPECT_EQ(form.fillSource, "Carry");
-    EXPECT_EQ(form.direction, "Buy");
-    EXPECT_EQ(form.openDirection, "Sell");
-    EXPECT_EQ(form.fillQty, 4);
-    EXPECT_EQ(form.exchangeFillNo, "X9");
-    EXPECT_EQ(form.account + form.accountNo + form.sign, "1000110001SG");
-    EXPECT_EQ(form.exchange + " " + form.commodityType + " " + form.commodity + " " + form.contract,
-              "EXA F CM 1509");
-    EXPECT_EQ(form.upper, "UP2");
-    EXPECT_EQ(form.systemNo, "SYS-OF-ORDER");
-    EXPECT_EQ(form.price.whole, "97");
-    EXPECT_EQ(form.price.numerator, 3);
-    EXPECT_EQ(form.denominator, 8);
-    EXPECT_EQ(form.denominator2, 8);
-    EXPECT_EQ(form.remainingOrderQty, 0);
+// What was loaded, as one line.
+std::string Line(const FillForm& form) {
+    std::string line;
+    for (const std::string& text : {form.fillSource,
+                                    form.direction,
+                                    form.openDirection,
+                                    std::to_string(form.fillQty),
+                                    form.exchangeFillNo,
+                                    form.account,
+                                    form.accountNo,
+                                    form.sign,
+                                    form.exchange,
+                                    std::string(1, form.commodityType),
+                                    form.commodity,
+                                    form.contract,
+                                    form.upper,
+                                    form.systemNo,
+                                    form.price.whole,
+                                    std::to_string(form.price.numerator),
+                                    std::to_string(form.denominator),
+                                    form.price2.whole,
+                                    std::to_string(form.price2.numerator),
+                                    std::to_string(form.denominator2),
+                                    std::to_string(form.remainingOrderQty)}) {
+        line += text + "|";
+    }
+    return line;
 }
 
-TEST_F(FillPopulation, AFillWithoutItsOrderNamesTheSystemNumberItself) {
+TEST_F(FillPopulation, LoadsAFillWithOrWithoutItsOrder) {
+    EXPECT_EQ(Line(Loaded(&fill, nullptr)),
+              "Carry|Buy|Sell|4|X9|10001|10001|SG|EXA|F|CM|1509|UP2|SYS-OF-ORDER|97|3|8||0|8|0|");
     fill.order = nullptr;
     EXPECT_EQ(Loaded(&fill, nullptr).systemNo, "SYS-OF-FILL");
 }
 
-TEST_F(FillPopulation, LoadsAnOrderWithWhatIsLeftOfIt) {
-    const FillForm form = Loaded(nullptr, &order);
-    EXPECT_EQ(form.fillSource, "Manual Order");
-    EXPECT_EQ(form.direction, "Sell");
-    EXPECT_EQ(form.fillQty, 3);
-    EXPECT_EQ(form.remainingOrderQty, 3);
-    EXPECT_EQ(form.systemNo, "SYS-OF-ORDER");
-    EXPECT_EQ(form.upper, "UP1");
-    EXPECT_EQ(form.contract, "1509");
-    EXPECT_EQ(form.price2.whole, "");
-}
-
-TEST_F(FillPopulation, ACombinationOrderGivesBothPrices) {
+TEST_F(FillPopulation, LoadsWhatIsLeftOfAnOrder) {
+    EXPECT_EQ(Line(Loaded(nullptr, &order)),
+              "Manual Order|Sell|Buy|3||10001|10001|SG|EXA|F|CM|1509|UP1|SYS-OF-ORDER|97|3|8||0|8|3|");
     order.key.commodityType = 'm';
     order.key.contractNo2.Set("1512");
-    const FillForm form = Loaded(nullptr, &order);
-    EXPECT_EQ(form.contract, "1509/1512");
-    EXPECT_EQ(form.price2.whole, "97");
-    EXPECT_EQ(form.price2.numerator, 3);
-}
-
-TEST_F(FillPopulation, ADecimalPriceHasDenominatorOne) {
+    EXPECT_EQ(Line(Loaded(nullptr, &order)),
+              "Manual Order|Sell|Buy|3||10001|10001|SG|EXA|m|CM|1509/1512|UP1|SYS-OF-ORDER|97|3|8|97|3|8|3|");
     book.priceText = std::string("97.25\0", 6);
-    const FillForm form = Loaded(nullptr, &order);
-    EXPECT_EQ(form.price.whole, "97.25");
-    EXPECT_EQ(form.price.numerator, 0);
-    EXPECT_EQ(form.denominator, 1);
-}
-
-TEST_F(FillPopulation, TitlesNameWhatTheModeWorksAt) {
-    struct Row {
-        int mode;
-        const FillRecord* fill;
-        const OrderRecord* order;
-        const char* title;
-        const char* caption;
-    };
-    for (const Row& row : {Row{0, nullptr, &order, "Input Filled - [OrderNo:4711]", "Input"},
-                           Row{1, nullptr, &order, "Input Filled - [OrderNo:4711]", "Input"},
-                           Row{0, &fill, nullptr, "", "Input"},  // the template's caption stays
-                           Row{2, &fill, nullptr, "Modify Filled", "Modify"},
-                           Row{3, &fill, nullptr, "Modify Filled - [FillNo:F77]", "Remove"},
-                           Row{3, nullptr, &order, "Remove Filled - [OrderNo:%d]", "Remove"}}) {
-        FillForm form;
-        form.mode = row.mode;
-        form.fill = row.fill;
-        form.order = row.order;
-        EXPECT_EQ(FillTitle(form), row.title);
-        EXPECT_EQ(FillConfirmCaption(form.mode), row.caption);
-    }
+    EXPECT_EQ(
+        Line(Loaded(nullptr, &order)),
+        "Manual Order|Sell|Buy|3||10001|10001|SG|EXA|m|CM|1509/1512|UP1|SYS-OF-ORDER|97.25|0|1|97.25|0|1|3|");
 }
 
 TEST_F(FillPopulation, NumbersCarryTheClockAndAnOrderKeepsItsOwn) {
     LocalMoment moment;
-    moment.fields.tm_mon = 2;
-    moment.fields.tm_mday = 17;
-    moment.fields.tm_hour = 14;
-    moment.fields.tm_min = 25;
-    moment.fields.tm_sec = 30;
+    ParseDateTimeFields("03-17 14:25:30", "%m-%d %H:%M:%S", moment.fields);
     moment.milliseconds = 7;
     FillForm form;
     GenerateNumbers(form, moment);
@@ -142,15 +111,6 @@ TEST_F(FillPopulation, NumbersCarryTheClockAndAnOrderKeepsItsOwn) {
     form.order = &order;
     GenerateNumbers(form, moment);
     EXPECT_EQ(form.systemNo + " " + form.exchangeFillNo, " M_0317142530007");
-}
-
-TEST_F(FillPopulation, OffersItsListsInOrder) {
-    EXPECT_THAT(DirectionItems(), testing::ElementsAre("Buy", "Sell"));
-    EXPECT_THAT(FillSourceItems(), testing::ElementsAre("E-TRADE", "J-TRADE", "Proxy", "Manual Order",
-                                                        "Program", "Delivery Exercise", "RTS"));
-    EXPECT_EQ(DefaultExchange(FillForm(), TradeData(&book)), "EXF");
-    book.exchanges = {nullptr, book.exchanges[0]};
-    EXPECT_EQ(DefaultExchange(FillForm(), TradeData(&book)), "");
 }
 
 }  // namespace
