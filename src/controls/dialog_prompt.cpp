@@ -2,8 +2,6 @@
 
 #include "controls/message_box.h"
 
-#include "controls/message_box.h"
-
 namespace {
 
 UINT BoxStyle(PromptButtons buttons) {
@@ -26,24 +24,6 @@ bool QuitIsPending() {
 constexpr COLORREF kWarningBackground = RGB(255, 199, 206);
 
 }  // namespace
-
-PromptAnswer DialogPrompt::Answered(int pressed) const {
-    if (!DialogExists() || QuitIsPending()) {
-        return PromptAnswer::None;
-    }
-    switch (pressed) {
-        case IDOK:
-            return PromptAnswer::Ok;
-        case IDCANCEL:
-            return PromptAnswer::Cancel;
-        case IDYES:
-            return PromptAnswer::Yes;
-        case IDNO:
-            return PromptAnswer::No;
-        default:
-            return PromptAnswer::None;
-    }
-}
 
 PromptAnswer DialogPrompt::AnswerOf(int pressed) const {
     if (!DialogExists() || QuitIsPending()) {

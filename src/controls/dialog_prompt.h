@@ -16,8 +16,6 @@ private:
     // None when the dialog or the thread ended meanwhile, whatever button the box names.
     PromptAnswer AnswerOf(int pressed) const;
 
-    PromptAnswer Answered(int pressed) const;
-
     HWND m_owner;
     WindowWatch m_watch;
 };
