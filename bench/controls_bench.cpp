@@ -1,12 +1,12 @@
 // What the controls cost beside the bare system calls that their work needs, in one run. A ratio near 1 means
 // that nothing is wasted; the figures of one line grow with the number of items.
 
+#include "bench/indexed_book.h"
 #include "bench/stopwatch.h"
 #include "controls/sele_code_wnd.h"
 #include "controls/x_combo_box.h"
 #include "framework/activation_context.h"
 #include "framework/dialog.h"
-#include "tests/controls/indexed_book.h"
 #include "trade/data_container.h"
 
 #include <algorithm>

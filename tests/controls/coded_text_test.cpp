@@ -17,21 +17,19 @@ struct SplitRow {
 };
 
 TEST(CodedText, SplitsAtTheFirstWholeSeparator) {
-    const SplitRow rows[] = {
-        {"SHFE Shanghai", ' ', "SHFE", "Shanghai"},
-        {"SHFE", ' ', "SHFE", ""},
-        {"", ' ', "", ""},
-        {" name", ' ', "", "name"},
-        {"SHFE  \tShanghai Futures", ' ', "SHFE", "Shanghai Futures"},
-        {"SHFE ", ' ', "SHFE", ""},
-        {"A|B C", '|', "A", "B C"},
-        {"A B\x01Name", 0, "A B\x01Name", ""},
-        // 0xD0 0x7C is one character; the separator comes after it.
-        {"\xD0\x7C|name", '|', "\xD0\x7C", "name"},
-        {"\xD0\x7C", '|', "\xD0\x7C", ""},
-        {"a\xD0", '|', "a\xD0", ""},
-        {"\xB5\xC7 \xC3\xFB", ' ', "\xB5\xC7", "\xC3\xFB"},
-    };
+    const SplitRow rows[] = {// 0xD0 0x7C is one character.
+                             {"SHFE Shanghai", ' ', "SHFE", "Shanghai"},
+                             {"SHFE", ' ', "SHFE", ""},
+                             {"", ' ', "", ""},
+                             {" name", ' ', "", "name"},
+                             {"SHFE  \tShanghai Futures", ' ', "SHFE", "Shanghai Futures"},
+                             {"SHFE ", ' ', "SHFE", ""},
+                             {"A|B C", '|', "A", "B C"},
+                             {"A B\x01Name", 0, "A B\x01Name", ""},
+                             {"\xD0\x7C|name", '|', "\xD0\x7C", "name"},
+                             {"\xD0\x7C", '|', "\xD0\x7C", ""},
+                             {"a\xD0", '|', "a\xD0", ""},
+                             {"\xB5\xC7 \xC3\xFB", ' ', "\xB5\xC7", "\xC3\xFB"}};
     for (const SplitRow& row : rows) {
         const CodedTextFormat format{row.separator, &IsLead};
         EXPECT_EQ(CodeOf(row.line, format), row.code) << row.line;

@@ -38,11 +38,10 @@ TEST(ContractCatalog, TakesTheSignFromTheFirstCommodityWithContracts) {
     book.AddCommodity('F', "AA", "No contracts");
     book.AddCommodity('F', "BB", "Second");
     ContractRecord& contract = book.AddContract("1509");
-    // The key of the commodity has to stay the key of its contract.
-    book.api.commodities.back()->sign.Set("S1");
-    contract.key.sign.Set("S1");
-    book.api.exchanges.back()->sign.Set("S1");
-    book.api.commodities.front()->sign.Set("S1");
+    for (FixedText<21>* sign : {&book.api.commodities.front()->sign, &book.api.commodities.back()->sign,
+                                &contract.key.sign, &book.api.exchanges.back()->sign}) {
+        sign->Set("S1");
+    }
     const auto catalog = BuildCatalog(TradeData(&book.api), "", false);
     ASSERT_EQ(catalog.size(), 1u);
     EXPECT_EQ(catalog[0].data, "EXA S1");
@@ -53,32 +52,20 @@ TEST(ContractCatalog, OrdersTheProductsBehindTheirBase) {
     commodity.commodityNo.Set("OWN");
     commodity.relatedCommodityNo.Set("LEG");
     commodity.secondCommodityNo.Set("TWO");
-    for (const auto& [type, key] : std::vector<std::pair<char, std::string>>{{'G', "OWN$1"},
-                                                                             {'F', "OWN$2"},
-                                                                             {'m', "LEG$3"},
-                                                                             {'c', "LEGTWO$4"},
-                                                                             {'O', "LEG$5"},
-                                                                             {'u', "LEG$6"},
-                                                                             {'e', "LEG$7"},
-                                                                             {'d', "LEG$8"},
-                                                                             {'g', "LEG$9"},
-                                                                             {'Y', ""},
-                                                                             {'l', ""}}) {
+    const std::pair<char, const char*> rows[] = {
+        {'G', "OWN$1"}, {'F', "OWN$2"}, {'m', "LEG$3"}, {'c', "LEGTWO$4"}, {'O', "LEG$5"}, {'u', "LEG$6"},
+        {'e', "LEG$7"}, {'d', "LEG$8"}, {'g', "LEG$9"}, {'Y', ""},         {'l', ""}};
+    for (const auto& [type, key] : rows) {
         commodity.commodityType = type;
         EXPECT_EQ(CommodityOrderKey(commodity), key) << type;
     }
 }
 
-struct ClickRow {
-    std::vector<std::string_view> path;
-    std::string treeText;
-    std::string cell;
-    std::string listText;
-    std::string sign;
-};
-
 TEST(ContractCatalog, ClicksSendContractTexts) {
-    const ClickRow rows[] = {
+    const struct {
+        std::vector<std::string_view> path;
+        const char *treeText, *cell, *listText, *sign;
+    } rows[] = {
         {{"EXA S1"}, "EXA ", "", "EXA  ", "S1"},
         {{"EXA "}, "EXA ", "x", "EXA  x", ""},
         {{"EXA"}, "EXA ", "x", "EXA  x", ""},
@@ -90,7 +77,7 @@ TEST(ContractCatalog, ClicksSendContractTexts) {
         {{"CM 1509", "CM u", "EXA S1"}, "EXA CM", "", "EXA CM 1509 /1509 ", "S1"},
         {{}, " ", "", "  ", ""},
     };
-    for (const ClickRow& row : rows) {
+    for (const auto& row : rows) {
         const ContractChoice choice = ReadChoice(row.path);
         EXPECT_EQ(TreeClickText(choice), row.treeText);
         EXPECT_EQ(ListClickText(choice, row.cell), row.listText);

@@ -54,12 +54,14 @@ TEST(DateText, TheMachinesClockGivesAMomentOfToday) {
     EXPECT_TRUE(now.milliseconds >= 0 && now.milliseconds < 1000);
 }
 
-// The fields start at -1, so that what a directive leaves alone shows.
+// The fields that were set, each behind a letter of its own.
 std::string Fields(const std::tm& tm) {
     std::string text;
-    for (const int field : {tm.tm_year, tm.tm_mon, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec, tm.tm_wday,
-                            tm.tm_yday, tm.tm_isdst}) {
-        text += (text.empty() ? "" : " ") + (field == -1 ? std::string("_") : std::to_string(field));
+    const char* letter = "SMHdmYwj";
+    for (const int field :
+         {tm.tm_sec, tm.tm_min, tm.tm_hour, tm.tm_mday, tm.tm_mon, tm.tm_year, tm.tm_wday, tm.tm_yday}) {
+        text += field == -1 ? "" : *letter + std::to_string(field);
+        ++letter;
     }
     return text;
 }
@@ -69,71 +71,31 @@ TEST(DateText, ReadsEveryDirective) {
         const char* format;
         const char* text;
         const char* rest;    // null: the text does not suit
-        const char* fields;  // year month day hour minute second weekday day-of-year daylight
+        const char* fields;  // what was read until then
     } const rows[] = {
-        {"%Y-%m-%d %H:%M:%S", "2015-03-20 09:05:00", "", "115 2 20 9 5 0 _ _ _"},
-        {"%y%m%d", "150320", "", "115 2 20 _ _ _ _ _ _"},
-        {"%y%m%d", "150320xyz", "xyz", "115 2 20 _ _ _ _ _ _"},
-        {"%y%m%d", "15", nullptr, "115 _ _ _ _ _ _ _ _"},
-        {"%y%m%d", "151320", nullptr, "115 _ _ _ _ _ _ _ _"},
-        {"%y%m%d", "3M", nullptr, "103 _ _ _ _ _ _ _ _"},
-        {"", "abc", "abc", "_ _ _ _ _ _ _ _ _"},
-        {"a%%b", "a%b", "", "_ _ _ _ _ _ _ _ _"},
-        {"a", "A", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%a", "sUNdays", "s", "_ _ _ _ _ _ 0 _ _"},
-        {"%A", "Satur", "ur", "_ _ _ _ _ _ 6 _ _"},
-        {"%A", "Sa", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%b", "MAY", "", "_ 4 _ _ _ _ _ _ _"},
-        {"%h", "Sept", "t", "_ 8 _ _ _ _ _ _ _"},
-        {"%B", "December", "", "_ 11 _ _ _ _ _ _ _"},
-        {"%C", "20", "", "100 _ _ _ _ _ _ _ _"},
-        {"%C%y", "1969", "", "69 _ _ _ _ _ _ _ _"},
-        {"%C%y", "1915", "", "15 _ _ _ _ _ _ _ _"},
-        {"%y%C", "1519", "", "15 _ _ _ _ _ _ _ _"},
-        {"%y", "68", "", "168 _ _ _ _ _ _ _ _"},
-        {"%y", "69", "", "69 _ _ _ _ _ _ _ _"},
-        {"%c", "03/20/15 09:05:01", "", "115 2 20 9 5 1 _ _ _"},
-        {"%D", "12/31/99", "", "99 11 31 _ _ _ _ _ _"},
-        {"%x", "2/29/16", "", "116 1 29 _ _ _ _ _ _"},
-        {"%d", "32", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%d", "4x", "x", "_ _ 4 _ _ _ _ _ _"},
-        {"%d", "0", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%d", " 4", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%e", "311", "1", "_ _ 31 _ _ _ _ _ _"},
-        {"%d", "45", "5", "_ _ 4 _ _ _ _ _ _"},
-        {"%F", "1970-01-01", "", "70 0 1 _ _ _ _ _ _"},
-        {"%H", "23", "", "_ _ _ 23 _ _ _ _ _"},
-        {"%k", "24", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%I", "12", "", "_ _ _ 0 _ _ _ _ _"},
-        {"%l", "0", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%j", "366", "", "_ _ _ _ _ _ _ 365 _"},
-        {"%j", "0", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%M", "59", "", "_ _ _ _ 59 _ _ _ _"},
-        {"%M", "60", "0", "_ _ _ _ 6 _ _ _ _"},
-        {"%m", "12", "", "_ 11 _ _ _ _ _ _ _"},
-        {"a%n%tb", "a \t\nb", "", "_ _ _ _ _ _ _ _ _"},
-        {"a b", "ab", "", "_ _ _ _ _ _ _ _ _"},
-        {"%I%p", "1pm", "", "_ _ _ 13 _ _ _ _ _"},
-        {"%I %p", "12 AM", "", "_ _ _ 0 _ _ _ _ _"},
-        {"%H%p", "12PM", nullptr, "_ _ _ 12 _ _ _ _ _"},
-        {"%H%p", "11XM", nullptr, "_ _ _ 11 _ _ _ _ _"},
-        {"%R", "7:08", "", "_ _ _ 7 8 _ _ _ _"},
-        {"%r", "12:30:15 PM", "", "_ _ _ 12 30 15 _ _ _"},
-        {"%S", "61", "", "_ _ _ _ _ 61 _ _ _"},
-        {"%T", "23:59:59", "", "_ _ _ 23 59 59 _ _ _"},
-        {"%X", "1:2:3", "", "_ _ _ 1 2 3 _ _ _"},
-        {"%U%W", "5353", "", "_ _ _ _ _ _ _ _ _"},
-        {"%U", "54", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%u", "7", "", "_ _ _ _ _ _ 0 _ _"},
-        {"%u", "8", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%w", "6", "", "_ _ _ _ _ _ 6 _ _"},
-        {"%Y", "9999", "", "8099 _ _ _ _ _ _ _ _"},
-        {"%Y", "15", "", "-1885 _ _ _ _ _ _ _ _"},
-        {"%Ey%Om", "1503", "", "115 2 _ _ _ _ _ _ _"},
-        {"%EOEd", "9", "", "_ _ 9 _ _ _ _ _ _"},
-        {"%q", "q", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%", "%", nullptr, "_ _ _ _ _ _ _ _ _"},
-        {"%E", "%", nullptr, "_ _ _ _ _ _ _ _ _"},
+        // clang-format off
+        {"%Y-%m-%d %H:%M:%S", "2015-03-20 09:05:00", "", "S0M5H9d20m2Y115"},
+        {"%y%m%d", "150320xyz", "xyz", "d20m2Y115"}, {"%y%m%d", "151320", nullptr, "Y115"},
+        {"%y%m%d", "3M", nullptr, "Y103"}, {"", "abc", "abc", ""}, {"a%%b", "a%b", "", ""},
+        {"%a", "sUNdays", "s", "w0"}, {"%A", "Satur", "ur", "w6"}, {"%A", "Sa", nullptr, ""},
+        {"%b", "MAY", "", "m4"}, {"%h", "Sept", "t", "m8"}, {"%B", "December", "", "m11"},
+        {"%C", "20", "", "Y100"}, {"%C%y", "1969", "", "Y69"}, {"%C%y", "1915", "", "Y15"},
+        {"%y%C", "1519", "", "Y15"}, {"%y", "68", "", "Y168"}, {"%y", "69", "", "Y69"},
+        {"%c", "03/20/15 09:05:01", "", "S1M5H9d20m2Y115"}, {"%D", "12/31/99", "", "d31m11Y99"},
+        {"%x", "2/29/16", "", "d29m1Y116"}, {"%d", "32", nullptr, ""}, {"%d", "4x", "x", "d4"},
+        {"%d", "0", nullptr, ""}, {"%e", "311", "1", "d31"}, {"%d", "45", "5", "d4"},
+        {"%F", "1970-01-01", "", "d1m0Y70"}, {"%H", "23", "", "H23"}, {"%k", "24", nullptr, ""},
+        {"%I", "12", "", "H0"}, {"%l", "0", nullptr, ""}, {"%j", "366", "", "j365"},
+        {"%j", "0", nullptr, ""}, {"%M", "59", "", "M59"}, {"%M", "60", "0", "M6"}, {"%m", "12", "", "m11"},
+        {"a%n%tb", "a \t\nb", "", ""}, {"a b", "ab", "", ""}, {"%I%p", "1pm", "", "H13"},
+        {"%I %p", "12 AM", "", "H0"}, {"%H%p", "12PM", nullptr, "H12"}, {"%H%p", "11XM", nullptr, "H11"},
+        {"%R", "7:08", "", "M8H7"}, {"%r", "12:30:15 PM", "", "S15M30H12"}, {"%S", "61", "", "S61"},
+        {"%T", "23:59:59", "", "S59M59H23"}, {"%X", "1:2:3", "", "S3M2H1"}, {"%U%W", "5353", "", ""},
+        {"%U", "54", nullptr, ""}, {"%u", "7", "", "w0"}, {"%u", "8", nullptr, ""}, {"%w", "6", "", "w6"},
+        {"%Y", "9999", "", "Y8099"}, {"%Y", "15", "", "Y-1885"}, {"%Ey%Om", "1503", "", "m2Y115"},
+        {"%EOEd", "9", "", "d9"}, {"%q", "q", nullptr, ""}, {"%", "%", nullptr, ""},
+        {"%E", "%", nullptr, ""},
+        // clang-format on
     };
     for (const auto& row : rows) {
         std::tm fields{};
@@ -143,6 +105,7 @@ TEST(DateText, ReadsEveryDirective) {
         EXPECT_EQ(rest ? rest : "(fails)", std::string(row.rest ? row.rest : "(fails)"))
             << row.format << " on " << row.text;
         EXPECT_EQ(Fields(fields), row.fields) << row.format << " on " << row.text;
+        EXPECT_EQ(fields.tm_isdst, -1);
     }
 }
 

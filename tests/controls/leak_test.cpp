@@ -52,22 +52,6 @@ void LiveAsPlainControls() {
     dialog.DestroyWindow();
 }
 
-// Bytes of heap that one life keeps, windows and GDI objects compared on the way.
-long long KeptByEach(void (*live)()) {
-    constexpr int kLives = 100;
-    for (int i = 0; i < 5; ++i) {
-        live();
-    }
-    const ResourceCount before = CountResources();
-    for (int i = 0; i < kLives; ++i) {
-        live();
-    }
-    const ResourceCount after = CountResources();
-    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
-    EXPECT_EQ(after.windows, before.windows);
-    return (after.heapBytes - before.heapBytes) / kLives;
-}
-
 TEST(Leaks, ControlsLeaveNothingBehind) {
     Book().api.signEntries.push_back(&Book());
     Book().AddUsualBook();

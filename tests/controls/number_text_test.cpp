@@ -12,25 +12,18 @@ TEST(NumberText, IsWhatMayStandInTheEditWhileTyping) {
         const char* text;
         bool decimal, integer, signedDecimal, signedInteger;
     } const rows[] = {
-        {"", true, true, true, true},
-        {"0", true, true, true, true},
-        {"12", true, true, true, true},
-        {".", true, false, true, false},
-        {"5.", true, false, true, false},
-        {".5", true, false, true, false},
-        {"12.50", true, false, true, false},
-        {"1.2.3", false, false, false, false},
-        {"-", false, false, true, true},
-        {"-1", false, false, true, true},
-        {"-1.5", false, false, true, false},
-        {"--1", false, false, false, false},
-        {"1-", false, false, false, false},
-        {"+1", false, false, false, false},
-        {" 1", false, false, false, false},
-        {"1\n", false, false, false, false},
-        {"1e5", false, false, false, false},
-        {"1,5", false, false, false, false},
+        // clang-format off
+        {"", true, true, true, true},             {"0", true, true, true, true},
+        {"12", true, true, true, true},           {".", true, false, true, false},
+        {"5.", true, false, true, false},         {".5", true, false, true, false},
+        {"12.50", true, false, true, false},      {"1.2.3", false, false, false, false},
+        {"-", false, false, true, true},          {"-1", false, false, true, true},
+        {"-1.5", false, false, true, false},      {"--1", false, false, false, false},
+        {"1-", false, false, false, false},       {"+1", false, false, false, false},
+        {" 1", false, false, false, false},       {"1\n", false, false, false, false},
+        {"1e5", false, false, false, false},      {"1,5", false, false, false, false},
         {"\xA3\xB1", false, false, false, false},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(IsNumberText(row.text, false, false), row.decimal) << row.text;
@@ -48,20 +41,15 @@ TEST(NumberText, ReadsTheNumberAtTheStart) {
         double decimal;
         std::int32_t integer;
     } const rows[] = {
-        {"", 0, 0},
-        {".", 0, 0},
-        {"97.25", 97.25, 97},
-        {" 7x", 7, 7},
-        {"-", 0, 0},
-        {"-2.5", -2.5, -2},
-        {"+3", 3, 3},
-        {"+-3", 0, 0},
-        {"abc", 0, 0},
-        {"12.5.5", 12.5, 12},
-        {"99999999999", 99999999999.0, 2147483647},
-        {"-99999999999", -99999999999.0, -2147483648},
-        {"1e400", 0, 1},
-        {"nan", 0, 0},
+        // clang-format off
+        {"", 0, 0},                                 {".", 0, 0},
+        {"97.25", 97.25, 97},                       {" 7x", 7, 7},
+        {"-", 0, 0},                                {"-2.5", -2.5, -2},
+        {"+3", 3, 3},                               {"+-3", 0, 0},
+        {"abc", 0, 0},                              {"12.5.5", 12.5, 12},
+        {"99999999999", 99999999999.0, 2147483647}, {"-99999999999", -99999999999.0, -2147483648},
+        {"1e400", 0, 1},                            {"nan", 0, 0},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(ToDouble(row.text), row.decimal) << row.text;
@@ -92,18 +80,12 @@ TEST(NumberText, WholeTicksAreSeenThroughBinaryNoise) {
         double price, tick;
         bool whole;
     } const rows[] = {
-        {0.30000000001, 0.1, true},
-        {0.29999999999, 0.1, true},
-        {0.35, 0.1, false},
-        {-0.3, 0.1, true},
-        {-0.35, 0.1, false},
-        {97.375, 1.0 / 8, true},
-        {97.4, 1.0 / 8, false},
-        {0, 0.25, true},
-        {100000.01, 0.01, true},
-        {0.1000015, 0.1, false},
-        {5, 0, true},
-        {5, std::nan(""), true},
+        // clang-format off
+        {0.30000000001, 0.1, true}, {0.29999999999, 0.1, true}, {0.35, 0.1, false},
+        {-0.3, 0.1, true},          {-0.35, 0.1, false},        {97.375, 1.0 / 8, true},
+        {97.4, 1.0 / 8, false},     {0, 0.25, true},            {100000.01, 0.01, true},
+        {0.1000015, 0.1, false},    {5, 0, true},               {5, std::nan(""), true},
+        // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(IsWholeTicks(row.price, row.tick, kTickTolerance), row.whole)

@@ -43,16 +43,13 @@ struct Context final : INumericContext {
     std::string FormatPrice(double price) const override { return "<" + std::to_string(price) + ">"; }
 };
 
-struct TypedRow {
-    int control;
-    char type;
-    const char* commodity;
-    const char* text;
-    bool accepted;
-};
-
 TEST(NumericRules, AcceptWhatTheContractCanHold) {
-    const TypedRow rows[] = {
+    const struct {
+        int control;
+        char type;
+        const char *commodity, *text;
+        bool accepted;
+    } rows[] = {
         {20, 'F', "DEC", "12.5", true},  {20, 'F', "QTR", "12.5", false}, {20, 'F', "QTR", "12", true},
         {20, 'F', "none", "12.5", true}, {20, 'F', "DEC", "-1", false},   {20, 'm', "SPR", "-1.5", true},
         {30, 'm', "SPR", "-1", false},   {40, 'm', "SPR", "-1", false},   {40, 'F', "QTR", "1.5", false},
@@ -60,7 +57,7 @@ TEST(NumericRules, AcceptWhatTheContractCanHold) {
         {10, 'F', "DEC", "1.5", false},  {10, 'F', "DEC", "", true},      {99, 'F', "DEC", "word", true},
     };
     Context context;
-    for (const TypedRow& row : rows) {
+    for (const auto& row : rows) {
         context.Choose(row.type, row.commodity);
         NumericTextRule rule;
         const auto instead = rule.Judge(FindNumeric(kTable, row.control), row.text, context);
@@ -78,33 +75,28 @@ TEST(NumericRules, OneLastGoodTextServesAllEdits) {
     EXPECT_EQ(rule.Judge(FindNumeric(kTable, 20), std::string(100000, '1'), context), "7.5");
 }
 
-struct StepRow {
-    int control;
-    char type;
-    const char* commodity;
-    const char* whole;
-    const char* numerator;
-    bool up;
-    const char* result;  // "-" for none
-};
-
 TEST(NumericRules, StepARowByItsTick) {
-    const StepRow rows[] = {
+    const struct {
+        int control;
+        char type;
+        const char *commodity, *whole, *numerator;
+        bool up;
+        const char* result;  // "-" for none
+    } rows[] = {
         {10, 'F', "DEC", "0", "", false, "0"},
         {10, 'F', "DEC", "7", "", true, "8"},
         {20, 'F', "DEC", "1.4", "", true, "<2.000000>"},
         {20, 'F', "DEC", "1", "", false, "<0.500000>"},
         {20, 'F', "QTR", "10", "3", true, "11/0"},
         {22, 'F', "QTR", "10", "0", false, "9/3"},
-        // The spread's own tick for the order price, its first leg's fractions for the others.
-        {20, 'm', "SPR", "4", "", true, "<6.000000>"},
-        {30, 'm', "SPR", "10", "3", true, "11/0"},
+        {20, 'm', "SPR", "4", "", true, "<6.000000>"},  // its own tick
+        {30, 'm', "SPR", "10", "3", true, "11/0"},      // its first leg's fractions
         {20, 'F', "none", "5", "", true, "<6.000000>"},
         {40, 'F', "DEC", "5", "", true, "-"},
         {99, 'F', "DEC", "5", "", true, "-"},
     };
     Context context;
-    for (const StepRow& row : rows) {
+    for (const auto& row : rows) {
         context.Choose(row.type, row.commodity);
         const auto step =
             StepNumeric(FindNumeric(kTable, row.control), row.whole, row.numerator, row.up, context);

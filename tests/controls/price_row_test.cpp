@@ -1,7 +1,7 @@
 #include "controls/price_row.h"
 
 #include "controls/number_text.h"
-#include "trade/fake_trade.h"
+#include "tests/controls/sample_contracts.h"
 #include "trade/price_format.h"
 
 #include <gtest/gtest.h>
@@ -14,24 +14,14 @@ TEST(PriceRow, SplitsHostTexts) {
         std::string whole;
         int numerator, denominator;
     } const rows[] = {
-        {"97+3/8", "97", 3, 8},
-        {"97.25", "97.25", 0, 0},
-        {"", "", 0, 0},
-        {"-2.5", "-2.5", 0, 0},
-        {"-1+3/4", "-1", 3, 4},
-        {"0+0/320", "0", 0, 320},
-        {"97+-3/8", "97", -3, 8},
-        {"97+3/8 x", "97", 3, 8},
-        // Texts that no formatter writes keep what could be read.
-        {"97+3", "97+3", 0, 0},
-        {"97/8", "97", 0, 0},
-        {"97+/8", "97", 0, 0},
-        {"97+3/", "97", 3, 0},
-        {"/", "", 0, 0},
-        {"-/", "", 0, 0},
-        {"97.5+3/8", "97", 0, 0},
+        // clang-format off
+        {"97+3/8", "97", 3, 8},                  {"97.25", "97.25", 0, 0}, {"", "", 0, 0},
+        {"-2.5", "-2.5", 0, 0},                  {"-1+3/4", "-1", 3, 4},   {"0+0/320", "0", 0, 320},
+        {"97+-3/8", "97", -3, 8},                {"97+3/8 x", "97", 3, 8}, {"97+3", "97+3", 0, 0},
+        {"97/8", "97", 0, 0},                    {"97+/8", "97", 0, 0},    {"97+3/", "97", 3, 0},
+        {"/", "", 0, 0},                         {"-/", "", 0, 0},         {"97.5+3/8", "97", 0, 0},
         {"1+99999999999/4", "1", 2147483647, 4},
-        {std::string(300, '1') + "+1/2", std::string(260, '1'), 0, 0},
+        // clang-format on
     };
     for (const auto& row : rows) {
         const SplitPrice split = SplitPriceText(row.text);
@@ -39,6 +29,7 @@ TEST(PriceRow, SplitsHostTexts) {
         EXPECT_EQ(split.row.numerator, row.numerator) << row.text;
         EXPECT_EQ(split.denominator, row.denominator) << row.text;
     }
+    EXPECT_EQ(SplitPriceText(std::string(300, '1') + "+1/2").row.whole, std::string(260, '1'));
 }
 
 TEST(PriceRow, ValueAddsTheNumerator) {
@@ -124,36 +115,27 @@ TEST(PriceRow, QuantitiesStopAtZero) {
 }
 
 TEST(PriceRow, TheRuleOfATwoLegCommodityMayBeItsFirstLegs) {
-    FakeTradeApi api;
-    CommodityRecord leg{};
-    leg.exchangeNo.Set("EXA");
-    leg.commodityType = 'F';
-    leg.commodityNo.Set("CM");
+    SampleContracts book;
+    book.AddExchange("EXA", "");
+    CommodityRecord& leg = book.AddCommodity('F', "CM", "");
     leg.tickNumerator = 2.5;
     leg.tickDenominator = 8;
-    CommodityRecord spread{};
-    spread.exchangeNo.Set("EXA");
-    spread.commodityType = 'm';
-    spread.commodityNo.Set("SP");
+    CommodityRecord& spread = book.AddCommodity('m', "SP", "", "CM");
     spread.tickNumerator = 0.01;
     spread.tickDenominator = 1;
     spread.relatedExchangeNo.Set("EXA");
     spread.relatedCommodityType = 'F';
-    spread.relatedCommodityNo.Set("CM");
-    api.commodities = {&leg, &spread};
-    const TradeData trade(&api);
-    CommodityKey key;
-    std::memcpy(&key, &spread, sizeof(key));
+    const TradeData trade(&book.api);
+    const CommodityKey key = CommodityOf(spread);
 
     EXPECT_EQ(StepRuleOf(key, false, trade).tick, 0.01);
     EXPECT_EQ(StepRuleOf(key, true, trade).tick, 2.5);
     EXPECT_EQ(StepRuleOf(key, true, trade).integerTick, 2);
     EXPECT_EQ(StepRuleOf(key, true, trade).denominator, 8);
-    api.commodities = {&spread};
-    EXPECT_EQ(StepRuleOf(key, true, trade).denominator, 1) << "the leg is not known";
     leg.tickNumerator = 1e300;
-    api.commodities = {&leg, &spread};
     EXPECT_EQ(StepRuleOf(key, true, trade).integerTick, 0);
+    book.api.commodities = {&spread};
+    EXPECT_EQ(StepRuleOf(key, true, trade).denominator, 1) << "the leg is not known";
 }
 
 }  // namespace

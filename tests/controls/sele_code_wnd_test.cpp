@@ -2,7 +2,6 @@
 
 #include "support/leak_count.h"
 #include "tests/controls/control_dialog.h"
-#include "tests/controls/indexed_book.h"
 #include "tests/controls/sample_contracts.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +11,6 @@
 namespace {
 
 SampleContracts* g_book = nullptr;
-IndexedBook* g_largeBook = nullptr;
 
 TradeData SampleTrade() {
     return TradeData(g_book ? &g_book->api : nullptr);
@@ -161,56 +159,48 @@ TEST_F(PopupTest, TheButtonOpensANodeOnce) {
     EXPECT_EQ(TakeChoices(), std::vector<std::string>{"LMX |"});
 }
 
-TEST_F(PopupTest, ChoosesAFuture) {
-    Open();
-    ClickNode("EXA[Exchange A]");
-    TakeChoices();
-    ClickNode("CM[Copper]");
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA CM|"});
-    EXPECT_EQ(Rows(), 2);
-    EXPECT_EQ(Columns(), 1);
-    EXPECT_EQ(Cell(0, 0) + Cell(1, 0), "15091512");
-    ClickCell(1, 0);
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA CM 1512|"});
-    EXPECT_FALSE(popup->IsWindowVisible());
+TEST_F(PopupTest, ClicksChooseEveryKindOfContract) {
+    const struct {
+        std::vector<const char*> nodes;
+        const char* clicks;  // what the clicks on them send
+        const char* list;    // rows x columns, first cell
+        int row, column;     // the cell clicked then
+        const char* choice;
+    } rows[] = {
+        {{}, "EXA |", "10x1 ", 3, 0, "EXA  |"},
+        {{"CM[Copper]"}, "EXA |EXA CM|", "2x1 1509", 1, 0, "EXA CM 1512|"},
+        {{"CMO[Options]", "CMO 1512"},
+         "EXA |EXA CMO |EXA CMO 1512|",
+         "2x2 C1000",
+         1,
+         1,
+         "EXA CMO 1512 P900|"},
+        {{"CMD[Straddles]", "CMD 1509"},
+         "EXA |EXA CMD|EXA CMD|",
+         "1x1 C3000/P3000",
+         0,
+         0,
+         "EXA CMD 1509 C3000/1509 P3000|"},
+    };
+    for (const auto& row : rows) {
+        Open();
+        ClickNode("EXA[Exchange A]");
+        for (const char* node : row.nodes) {
+            ClickNode(node);
+        }
+        std::string clicks;
+        for (const std::string& choice : TakeChoices()) {
+            clicks += choice;
+        }
+        EXPECT_EQ(clicks, row.clicks);
+        EXPECT_EQ(std::to_string(Rows()) + "x" + std::to_string(Columns()) + " " + Cell(0, 0), row.list);
+        ClickCell(row.row, row.column);
+        EXPECT_EQ(TakeChoices(), std::vector<std::string>{row.choice});
+        EXPECT_FALSE(popup->IsWindowVisible());
+    }
 }
 
-TEST_F(PopupTest, ChoosesAnOption) {
-    Open();
-    ClickNode("EXA[Exchange A]");
-    ClickNode("CMO[Options]");
-    EXPECT_EQ(TakeChoices().back(), "EXA CMO |");
-    EXPECT_EQ(Cell(0, 0), "") << "no texts before a series is chosen";
-    ClickNode("CMO 1512");
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA CMO 1512|"});
-    EXPECT_EQ(Columns(), 2);
-    EXPECT_EQ(Rows(), 2);
-    EXPECT_EQ(Cell(0, 0) + Cell(1, 1), "C1000P900");
-    ClickCell(1, 1);
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA CMO 1512 P900|"});
-    EXPECT_FALSE(popup->IsWindowVisible());
-}
-
-TEST_F(PopupTest, OpensSingleChildrenAndChoosesAPair) {
-    Open();
-    ClickNode("EXA[Exchange A]");
-    ClickNode("CMD[Straddles]");
-    ASSERT_TRUE(Find("CMD 1509"));
-    ClickNode("CMD 1509");
-    EXPECT_EQ(TakeChoices().back(), "EXA CMD|");
-    EXPECT_EQ(Columns(), 1);
-    EXPECT_EQ(Cell(0, 0), "C3000/P3000");
-    ClickCell(0, 0);
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA CMD 1509 C3000/1509 P3000|"});
-}
-
-TEST_F(PopupTest, GoodsCloseItAtOnceAndBlankRowsSendABlank) {
-    Open();
-    ClickNode("EXA[Exchange A]");
-    TakeChoices();
-    EXPECT_EQ(Rows(), 10);
-    ClickCell(3, 0);
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA  |"});
+TEST_F(PopupTest, GoodsCloseItAtOnce) {
     Open();
     ClickNode("EXA[Exchange A]");
     ClickNode("CM[Goods]");
@@ -241,28 +231,24 @@ TEST_F(PopupTest, HidesWhenItIsLeft) {
 
 TEST_F(PopupTest, RebuildsByTheHostsSignEntries) {
     Open();
-    const LRESULT nodes = TreeView_GetCount(Tree());
-    book.AddContract("1M");
-    book.AddCommodity('F', "NEW", "New");
-    book.AddContract("1601");
-    popup->Refresh("");
-    EXPECT_EQ(TreeView_GetCount(Tree()), static_cast<UINT>(nodes + 1)) << "asked anew";
-    book.api.signEntries.clear();
-    book.AddCommodity('F', "NEWER", "Newer");
-    book.AddContract("1601");
-    popup->Refresh("");
-    EXPECT_EQ(TreeView_GetCount(Tree()), static_cast<UINT>(nodes + 1)) << "kept: the host has no entries";
-    popup->Refresh("S1");
-    EXPECT_EQ(TreeView_GetCount(Tree()), static_cast<UINT>(nodes + 2)) << "another sign";
-    book.AddCommodity('F', "NEWEST", "Newest");
-    book.AddContract("1601");
-    popup->Refresh("S1");
-    EXPECT_EQ(TreeView_GetCount(Tree()), static_cast<UINT>(nodes + 2)) << "the same sign";
+    UINT nodes = TreeView_GetCount(Tree());
+    const struct {
+        bool signEntries;
+        const char* sign;
+        bool rebuilt;
+    } rows[] = {{true, "", true}, {false, "", false}, {false, "S1", true}, {false, "S1", false}};
+    UINT added = 0;
+    for (const auto& row : rows) {
+        book.AddCommodity('F', ("NEW" + std::to_string(++added)).c_str(), "New");
+        book.AddContract("1601");
+        book.api.signEntries.resize(row.signEntries ? 1 : 0);
+        popup->Refresh(row.sign);
+        EXPECT_EQ(TreeView_GetCount(Tree()), nodes + (row.rebuilt ? added : added - 1)) << added;
+    }
     book.api.signEntries.push_back(&book);
     popup->SetExchangeFilter(true);
     popup->Refresh("");
-    EXPECT_EQ(VisibleNodes().substr(0, 11), "LMX[Metal];") << "a single exchange stands open";
-    EXPECT_NE(VisibleNodes(), "LMX[Metal];");
+    EXPECT_EQ(VisibleNodes().substr(0, 21), "LMX[Metal];CA[Copper]") << "a single exchange stands open";
 }
 
 TEST_F(PopupTest, LaysItsChildrenOutAndStandsUnderItsButton) {
@@ -329,81 +315,30 @@ TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
         if (list) {
             ClickNode("CM[Copper]");
         }
-        const HWND window = popup->m_hWnd;
         owner.onChoice = [&] { popup.reset(); };
-        if (list) {
-            ClickCell(0, 0);
-        } else {
-            ClickNode("CM[Copper]");
-        }
+        list ? ClickCell(0, 0) : ClickNode("CM[Copper]");
         EXPECT_FALSE(popup);
-        EXPECT_FALSE(::IsWindow(window));
     }
 }
 
-// Counts what the list asks for.
-class CountingPopup : public CSeleCodeWnd {
-public:
-    using CSeleCodeWnd::CSeleCodeWnd;
-    int cellsAsked = 0;
-
-protected:
-    BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override {
-        cellsAsked += reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(LVN_GETDISPINFOA);
-        return CSeleCodeWnd::OnNotify(wParam, lParam, result);
-    }
-};
-
-TEST_F(PopupTest, ARepaintFormatsVisibleRowsOnly) {
-    auto counting = std::make_unique<CountingPopup>(&SampleTrade);
-    CountingPopup* counter = counting.get();
-    popup = std::move(counting);
-    ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
-    book.AddCommodity('F', "BIG", "Many");
-    for (int i = 0; i < 3000; ++i) {
-        book.AddContract(std::to_string(i));
-    }
-    Open();
-    ClickNode("LMX[Metal]");
-    ClickNode("BIG[Many]");
-    ASSERT_EQ(Rows(), 3000);
-    ::UpdateWindow(List());
-    counter->cellsAsked = 0;
-    ::InvalidateRect(List(), nullptr, TRUE);
-    ::UpdateWindow(List());
-    EXPECT_GT(counter->cellsAsked, 0);
-    EXPECT_LE(counter->cellsAsked, 4 * (ListView_GetCountPerPage(List()) + 2));
-}
-
-TEST_F(PopupTest, ShowsALargeBookAsTheCatalogListsIt) {
-    IndexedBook large(50, 40, 50);
-    const TradeData trade(&large);
-    g_largeBook = &large;
-    popup = std::make_unique<CSeleCodeWnd>([] { return TradeData(g_largeBook); });
-    ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
-    popup->Refresh("");
+TEST_F(PopupTest, ShowsWhatTheCatalogListsAndFreesItWithTheNext) {
     std::function<void(const std::vector<CatalogNode>&, HTREEITEM)> compare =
-        [&](const std::vector<CatalogNode>& nodes, HTREEITEM first) {
+        [&](const std::vector<CatalogNode>& nodes, HTREEITEM item) {
             for (const CatalogNode& node : nodes) {
-                ASSERT_EQ(ItemText(first), node.text);
                 TVITEMA query{};
                 query.mask = TVIF_PARAM;
-                query.hItem = first;
+                query.hItem = item;
                 ::SendMessageA(Tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
                 ASSERT_EQ(reinterpret_cast<const char*>(query.lParam), node.data);
-                compare(node.children, TreeView_GetChild(Tree(), first));
-                first = TreeView_GetNextSibling(Tree(), first);
+                ASSERT_EQ(ItemText(item), node.text);
+                compare(node.children, TreeView_GetChild(Tree(), item));
+                item = TreeView_GetNextSibling(Tree(), item);
             }
-            ASSERT_EQ(first, nullptr);
+            ASSERT_EQ(item, nullptr);
         };
-    compare(BuildCatalog(trade, "", false), TreeView_GetRoot(Tree()));
-    EXPECT_EQ(TreeView_GetCount(Tree()), 50u + 2000u + 500u * 5u);
-    popup->Refresh("");
-    const long long before = CountResources().heapBytes;
-    for (int i = 0; i < 5; ++i) {
-        popup->Refresh("");
-    }
-    EXPECT_LT(CountResources().heapBytes - before, 1000) << "every refresh frees what the last one held";
+    Open();
+    compare(BuildCatalog(SampleTrade(), "", false), TreeView_GetRoot(Tree()));
+    EXPECT_LT(KeptByEach([&] { popup->Refresh(""); }, 10), 50);
 }
 
 TEST_F(PopupTest, KeepsGoingWithoutATradeService) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <functional>
 
 // What this process holds of the system at one moment.
 struct ResourceCount {
@@ -15,5 +15,6 @@ struct ResourceCount {
 
 ResourceCount CountResources();
 
-// Writes the pixels of a shown window, or of the screen for null, as a 24-bit BMP file.
-bool SaveScreenshot(struct HWND__* window, const std::string& path);
+// Repeats a use and expects that neither windows nor GDI objects stay behind. Returns the bytes of heap that
+// each round kept.
+long long KeptByEach(const std::function<void()>& use, int rounds = 100);

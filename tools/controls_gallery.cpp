@@ -13,9 +13,9 @@
 #include "res/language.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
-#include "support/leak_count.h"
 #include "tests/controls/control_dialog.h"
 #include "tests/controls/sample_contracts.h"
+#include "tools/screenshot.h"
 #include "trade/code_tables.h"
 
 #include <cstdlib>
