@@ -1,6 +1,7 @@
 #include "app/arguments.h"
-#include "app/desk_window.h"
 #include "book/book_file.h"
+#include "desk/desk_session.h"
+#include "desk/wide_text.h"
 #include "services/explain.h"
 
 #include <cstdio>
@@ -35,7 +36,8 @@ int RunExplain(const Arguments& arguments) {
     return differences.empty() ? 0 : kDifferent;
 }
 
-int RunDesk(const Arguments& arguments) {
+int OpenDesk(const Arguments& arguments) {
+    ScaleByOurselves();
     const std::string folder = ProgramFolder();
     const std::string bookPath = arguments.book.empty() ? folder + "data\\sample_book.json" : arguments.book;
     const std::unique_ptr<Book> book = ReadBookFile(bookPath);
@@ -46,16 +48,10 @@ int RunDesk(const Arguments& arguments) {
     if (!arguments.journal.empty() && !host.Services().journal.Open(arguments.journal)) {
         throw std::runtime_error(arguments.journal + ": cannot be written");
     }
-    DeskWindow desk(host);
-    host.Load(arguments.module.empty() ? folder + "EmendoOrd.dll" : arguments.module,
-              static_cast<WORD>(arguments.language));
-    ShowWindow(desk.Window(), SW_SHOW);
-    const int code = host.Run();
-    host.Unload();
-    if (!arguments.book.empty()) {  // the sample is for reading: only a book of one's own is written back
-        WriteBookFile(*book, bookPath);
-    }
-    return code;
+    // The sample is for reading: only a book of one's own is written back.
+    RunDesk(host, {arguments.module.empty() ? folder + "EmendoOrd.dll" : arguments.module, arguments.book,
+                   DeskSettingsPath(), static_cast<WORD>(arguments.language)});
+    return 0;
 }
 
 }  // namespace
@@ -67,7 +63,7 @@ int main(int count, char** words) {
             std::fputs(kUsage, stdout);
             return 0;
         }
-        return arguments.explain.empty() ? RunDesk(arguments) : RunExplain(arguments);
+        return arguments.explain.empty() ? OpenDesk(arguments) : RunExplain(arguments);
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "EmendoHost: %s\n%s", error.what(), kUsage);
         return kBadArguments;

@@ -49,6 +49,11 @@ void Journal::Write(const JournalEntry& entry) {
         changes.push_back(
             {{"kind", change.kind}, {"id", change.id}, {"what", change.what}, {"text", change.text}});
     }
+    if (review) {
+        if (const std::vector<std::string> remarks = review(entry); !remarks.empty()) {
+            line["remarks"] = remarks;
+        }
+    }
     m_lines.push_back(JsonText(line));
     if (m_file.is_open()) {
         m_file << m_lines.back() << '\n' << std::flush;

@@ -33,6 +33,8 @@ public:
     void Write(const JournalEntry& entry);
 
     const std::vector<std::string>& Lines() const { return m_lines; }
+    // Asked for remarks on each entry before it is written, when set: UTF-8, for people, without any effect.
+    std::function<std::vector<std::string>(const JournalEntry& entry)> review;
     // Called with each new line.
     std::function<void(const std::string& line)> onLine;
 

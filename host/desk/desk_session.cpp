@@ -1,0 +1,53 @@
+#include "desk/desk_session.h"
+
+#include "book/book_file.h"
+#include "book/host_text.h"
+#include "desk/wide_text.h"
+
+namespace {
+
+void SaveBook(const Book& book, const std::string& path) {
+    for (;;) {
+        try {
+            WriteBookFile(book, path);
+            return;
+        } catch (const BookFileError& error) {
+            const std::wstring text = L"The book was not saved:\n" + Wide(Utf8FromAnsi(error.what()));
+            if (MessageBoxW(nullptr, text.c_str(), L"Emendo desk", MB_RETRYCANCEL | MB_ICONERROR) !=
+                IDRETRY) {
+                throw;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void RunDesk(HostApp& host, const DeskOptions& options, const std::function<void(DeskWindow& desk)>& ready) {
+    DeskWindow desk(host, options.bookPath,
+                    options.settingsPath.empty() ? DeskSettings{} : ReadDeskSettings(options.settingsPath));
+    host.Load(options.modulePath, options.language);
+    desk.Show(options.language);
+    if (ready) {
+        ready(desk);
+    }
+    desk.Run();
+    host.Unload();
+    if (!options.settingsPath.empty()) {
+        WriteDeskSettings(desk.Settings(), options.settingsPath);  // a layout is not worth a question
+    }
+    if (!options.bookPath.empty()) {
+        SaveBook(host.TheBook(), options.bookPath);
+    }
+}
+
+std::string DeskSettingsPath() {
+    char folder[MAX_PATH];
+    const DWORD length = GetEnvironmentVariableA("APPDATA", folder, sizeof folder);
+    if (length == 0 || length >= sizeof folder) {
+        return {};
+    }
+    const std::string place = std::string(folder) + "\\Emendo";
+    CreateDirectoryA(place.c_str(), nullptr);  // normally there
+    return place + "\\desk.json";
+}

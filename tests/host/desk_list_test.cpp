@@ -1,0 +1,108 @@
+#include "desk/desk_list.h"
+#include "desk/pane_layout.h"
+#include "host/sample.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+
+namespace {
+
+std::string ColumnText(const DeskList& list, std::size_t column) {
+    std::string text;
+    for (std::size_t i = 0; i < list.Count(); ++i) {
+        text += (i ? "," : "") + list.Text(i, column);
+    }
+    return text;
+}
+
+TEST(DeskListTest, SortsNumbersAsNumbersAndKeepsTheBooksOrderAmongEquals) {
+    const std::vector<int> rows{30, 4, 100, 31};
+    DeskList list(
+        "Numbers",
+        {{"tens", 1, [](const void* row) { return std::to_string(*static_cast<const int*>(row) / 10); },
+          [](const void* row) { return *static_cast<const int*>(row) / 10; }},
+         {"text", 1, [](const void* row) { return std::to_string(*static_cast<const int*>(row)); }, nullptr}},
+        [&] {
+            std::vector<const void*> pointers;
+            for (const int& row : rows) {
+                pointers.push_back(&row);
+            }
+            return pointers;
+        });
+    struct Row {
+        int column;
+        bool descending;
+        const char* order;
+    };
+    for (const Row& row :
+         {Row{0, false, "4,30,31,100"}, Row{0, true, "100,30,31,4"}, Row{1, false, "100,30,31,4"},
+          Row{-1, false, "30,4,100,31"}, Row{7, false, "30,4,100,31"}}) {
+        list.SortBy(row.column, row.descending);
+        EXPECT_EQ(ColumnText(list, 1), row.order) << row.column << row.descending;
+    }
+    EXPECT_EQ(list.Find(&rows[2]), 2);
+    EXPECT_EQ(list.Find(nullptr), -1);
+    EXPECT_EQ(list.Text(4, 0) + list.Text(0, 2), "") << "beyond the end";
+}
+
+TEST(DeskListTest, FollowsBookAndJournal) {
+    const std::unique_ptr<Book> book = Sample();
+    Journal journal;
+    std::vector<DeskList> lists = MakeDeskLists(*book, journal);
+    ASSERT_EQ(lists.size(), static_cast<std::size_t>(kDeskListCount));
+    const std::size_t orders = lists[kOrderList].Count();
+    EXPECT_EQ(orders, book->ledger.Orders().size());
+    EXPECT_EQ(lists[kOrderList].Text(0, 2), "NWX F WH 2505");
+
+    const Outcome outcome =
+        book->ledger.SendOrder(MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, "S_list"));
+    JournalEntry entry;
+    entry.operation = "SendOrder";
+    entry.changes = outcome.changes;
+    journal.review = [](const JournalEntry&) { return std::vector<std::string>{"odd", "very odd"}; };
+    journal.Write(entry);
+    for (DeskList& list : lists) {
+        list.Reload();
+    }
+    EXPECT_EQ(lists[kOrderList].Count(), orders + 1);
+    ASSERT_EQ(lists[kJournalList].Count(), 1u);
+    EXPECT_EQ(lists[kJournalList].Text(0, 3), "odd; very odd");
+    EXPECT_TRUE(lists[kJournalList].marked(lists[kJournalList].Row(0)));
+}
+
+TEST(PaneLayoutTest, PanesCoverTheDeskAndNoneVanishes) {
+    PaneLayout layout;
+    layout.Move(kBelowOrders, 2);
+    layout.Move(kBesideFills, -1);
+    int area = 0;
+    for (const PaneBox& box : layout.Panes(1000, 600, 0)) {
+        EXPECT_GE(box.right - box.left, 100);
+        EXPECT_GE(box.bottom - box.top, 60);
+        area += (box.right - box.left) * (box.bottom - box.top);
+    }
+    EXPECT_EQ(area, 1000 * 600);
+}
+
+TEST(DeskSettingsTest, ComeBackAsTheyWereAndADamagedFileCostsNothing) {
+    const std::string path = "desk_settings_test.json";
+    DeskSettings settings;
+    settings.panes.at = {0.75, 0.9, 0.3, 0.2};
+    settings.placed = true;
+    settings.window = {-20, 10, 900, 700};
+    settings.lists[kFillList] = {{10, 20}, 1, true};
+    ASSERT_TRUE(WriteDeskSettings(settings, path));
+    const DeskSettings back = ReadDeskSettings(path);
+    EXPECT_EQ(back.panes.at, settings.panes.at);
+    EXPECT_EQ(back.window.left, -20);
+    EXPECT_EQ(back.lists[kFillList].widths, settings.lists[kFillList].widths);
+    EXPECT_TRUE(back.lists[kFillList].descending);
+    for (const char* text : {"", "[]", "{\"format\":\"emendo-desk-1\",\"dividers\":[1]}"}) {
+        std::ofstream(path) << text;
+        EXPECT_FALSE(ReadDeskSettings(path).placed) << text;
+    }
+    std::remove(path.c_str());
+}
+
+}  // namespace

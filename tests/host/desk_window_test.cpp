@@ -1,0 +1,194 @@
+#include "book/book_file.h"
+#include "desk/desk_session.h"
+#include "host/sample.h"
+#include "support/message_box_script.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+
+namespace {
+
+constexpr int kConfirm = 1061;
+constexpr char kBookFile[] = "desk_window_test.json";
+
+void Do(const DeskWindow& desk, unsigned command) {
+    SendMessageA(desk.Window(), WM_COMMAND, command, 0);
+}
+
+void Pump(DeskWindow& desk) {
+    MSG message;
+    while (desk.Window() && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        desk.Handle(message);
+    }
+}
+
+void PressKey(DeskWindow& desk, unsigned key) {
+    PostMessageA(GetFocus(), WM_KEYDOWN, key, 1);
+    Pump(desk);
+}
+
+std::string TitleOf(HWND window) {
+    char title[100] = "";
+    GetWindowTextA(window, title, sizeof title);
+    return title;
+}
+
+std::wstring Cell(HWND list, int row, int column) {
+    wchar_t text[100] = L"";
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = 100;
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    return text;
+}
+
+// A desk on the sample book that is saved to a file of its own.
+class DeskWindowTest : public testing::Test {
+protected:
+    void Run(const std::function<void(DeskWindow&)>& ready) {
+        RunDesk(host, {ProgramFolder() + "EmendoOrd.dll", kBookFile, "", 1033}, ready);
+        // Whatever happened: no module is left, and the file holds the whole book.
+        EXPECT_FALSE(host.Loaded());
+        EXPECT_EQ(host.Services().listeners.Count(), 0u);
+        EXPECT_EQ(BookText(*ReadBookFile(kBookFile)), BookText(*book));
+        EXPECT_FALSE(std::ifstream(std::string(kBookFile) + ".new").is_open());
+    }
+    void TearDown() override { std::remove(kBookFile); }
+
+    // Opens a dialog on the order in that row of the list and presses its confirm button once it runs.
+    void Confirm(DeskWindow& desk, int row, unsigned command) {
+        desk.Pane(kOrderList).Select(row);
+        Do(desk, command);
+        ASSERT_EQ(host.Dialogs().size(), 1u);
+        PostMessageA(host.Dialogs()[0], WM_COMMAND, kConfirm,
+                     reinterpret_cast<LPARAM>(GetDlgItem(host.Dialogs()[0], kConfirm)));
+    }
+
+    std::unique_ptr<Book> book = Sample();
+    HostApp host{*book};
+};
+
+TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
+    Run([&](DeskWindow& desk) {
+        HWND orders = desk.Pane(kOrderList).Window();
+        const int before = ListView_GetItemCount(orders);
+        desk.Pane(kOrderList).Select(2);
+        const void* selected = desk.Pane(kOrderList).Selected();
+        for (const char* number : {"S_desk1", "S_desk2"}) {
+            OrderRecord order = MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, number);
+            EXPECT_EQ(host.Services().trade.SendOrder(&order), 0);
+        }
+        Pump(desk);
+        EXPECT_EQ(ListView_GetItemCount(orders), before + 2);
+        EXPECT_NE(desk.StatusText().find(L"second look: the same was entered"), std::wstring::npos)
+            << "the remark on the second order";
+        desk.Pane(kOrderList).SortBy(0);
+        desk.Pane(kOrderList).SortBy(0);
+        EXPECT_EQ(Cell(orders, 0, 0), L"1010");
+        EXPECT_EQ(desk.Pane(kOrderList).Selected(), selected);
+        EXPECT_EQ(Cell(desk.Pane(kAccountList).Window(), 1, 1), L"\u9752\u77f3\u7cae\u6cb9")
+            << "on every code page";
+        PostMessageA(desk.Window(), WM_CLOSE, 0, 0);
+    });
+}
+
+TEST_F(DeskWindowTest, IsReachedWithKeysAlone) {
+    Run([&](DeskWindow& desk) {
+        EXPECT_EQ(GetFocus(), desk.Pane(kOrderList).Window());
+        PressKey(desk, VK_TAB);
+        EXPECT_EQ(GetFocus(), desk.Pane(kFillList).Window());
+        PressKey(desk, VK_RETURN);
+        ASSERT_EQ(host.Dialogs().size(), 1u);
+        EXPECT_EQ(TitleOf(host.Dialogs()[0]), "Modify Filled");
+        Do(desk, kInputFill);
+        EXPECT_NE(desk.StatusText().find(L"close the dialog"), std::wstring::npos)
+            << "one of a kind at a time";
+        host.CloseDialogs();
+        Do(desk, kInputFill);
+        ASSERT_EQ(host.Dialogs().size(), 1u);
+        EXPECT_EQ(TitleOf(host.Dialogs()[0]), "Input Filled - [OrderNo:1001]")
+            << "the order of the selected fill";
+        Do(desk, kCloseDesk);
+    });
+}
+
+TEST_F(DeskWindowTest, OpensEveryDialogOnTheSelectedOrder) {
+    Run([&](DeskWindow& desk) {
+        struct Row {
+            unsigned command;
+            const char* title;
+        };
+        for (const Row& row :
+             {Row{kInputOrder, "Input Order"}, Row{kCarry, "Carry"}, Row{kInputExercise, "Input Exercise"},
+              Row{kModifyOrder, "Modify Order - [OrderNo:1002]"},
+              Row{kRemoveFilled, "Remove Filled - [OrderNo:1002]"},
+              Row{kMoveOrder, "Move Order - [OrderNo:1002  Original account:800102]"},
+              Row{kInputFill, "Input Filled - [OrderNo:1002]"}, Row{kModifyFill, "Modify Filled"},
+              Row{kRemoveFill, "Modify Filled - [FillNo:F00000001]"}}) {
+            desk.Pane(kOrderList).Select(1);
+            Do(desk, row.command);
+            ASSERT_EQ(host.Dialogs().size(), 1u) << row.title;
+            EXPECT_EQ(TitleOf(host.Dialogs()[0]), row.title);
+            host.CloseDialogs();
+        }
+        Do(desk, kCloseDesk);
+    });
+}
+
+TEST_F(DeskWindowTest, ClosesWithDialogsOpen) {
+    Run([&](DeskWindow& desk) {
+        Do(desk, kCarry);
+        Do(desk, kRemoveFill);
+        EXPECT_EQ(host.Dialogs().size(), 2u);
+        PostMessageA(desk.Window(), WM_CLOSE, 0, 0);
+    });
+}
+
+TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
+    HWND window = nullptr;
+    MessageBoxScript boxes(
+        {{"The Order isn't Input,Are you sure to take this operation?", "Operational quaification", 0,
+          [&](HWND) { SendMessageA(window, WM_CLOSE, 0, 0); }}});
+    Run([&](DeskWindow& desk) {
+        window = desk.Window();
+        Confirm(desk, 2, kModifyOrder);
+    });
+    EXPECT_TRUE(host.Services().journal.Lines().empty()) << "an end is no consent";
+}
+
+TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
+    DeskWindow* opened = nullptr;
+    MessageBoxScript boxes({{"The Order isn't Input,Are you sure to take this operation?",
+                             "Operational quaification", 0, [&](HWND) {
+                                 Do(*opened, kFirstLanguage);
+                                 EXPECT_TRUE(host.Loaded()) << "a function of the module is still running";
+                                 PostMessageA(opened->Window(), WM_COMMAND, kModifyFill, 0);
+                                 PostMessageA(opened->Window(), WM_CLOSE, 0, 0);
+                             }}});
+    Run([&](DeskWindow& desk) {
+        opened = &desk;
+        Confirm(desk, 2, kModifyOrder);
+    });
+    EXPECT_TRUE(host.Services().journal.Lines().empty());
+}
+
+// The user closes the desk while the send sleeps, or it goes by itself.
+class SlowSendTest : public DeskWindowTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(SlowSendTest, KeepsWhatWasSentWhenTheDeskCloses) {
+    host.Services().faults.Set(GetParam());
+    Run([&](DeskWindow& desk) {
+        host.Services().faults.sleep = [&](unsigned) { PostMessageA(desk.Window(), WM_CLOSE, 0, 0); };
+        Confirm(desk, 0, kRemoveFilled);
+    });
+    ASSERT_EQ(host.Services().journal.Lines().size(), 1u);
+    EXPECT_EQ(ReadBookFile(kBookFile)->ledger.FindOrder(1001)->record.fillQty + 0, 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Faults, SlowSendTest,
+                         testing::Values("DeleteOrder slow 5 for 1", "DeleteOrder destroy-parent for 1"));
+
+}  // namespace

@@ -1,0 +1,121 @@
+#include "review/second_look.h"
+#include "host/sample.h"
+#include "services/service_set.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// A request as it goes through the services, seconds after the first one, and what is to be remarked on it.
+// The remark is a part of the text; "" means that there is none.
+struct Step {
+    int second;
+    const char* contract;
+    char direction;
+    double price;
+    std::uint32_t qty;
+    const char* remark;
+    const char* account = "800101";
+    char orderType = '2';
+    bool withFill = false;
+};
+
+struct Case {
+    const char* fault;
+    std::vector<Step> steps;
+};
+
+const Case kCases[] = {
+    {"the same order twice within two minutes",
+     {{0, "NWX F WH 2505", 'B', 2514, 5, ""},
+      {120, "NWX F WH 2505", 'B', 2514, 5, "the same was entered 120 s before"}}},
+    {"later it is another order",
+     {{0, "NWX F WH 2505", 'B', 2514, 5, ""}, {121, "NWX F WH 2505", 'B', 2514, 5, ""}}},
+    {"each of the five counts",
+     {{0, "NWX F WH 2505", 'B', 2514, 5, ""},
+      {1, "NWX F WH 2505", 'S', 2514, 5, ""},
+      {2, "NWX F WH 2505", 'B', 2515, 5, ""},
+      {3, "NWX F WH 2505", 'B', 2514, 6, ""},
+      {4, "NWX F WH 2505", 'B', 2514, 5, "", "800102"}}},
+    {"a refused request is no first one",
+     {{0, "NWX F WH 2505", 'B', 2514, 0, ""}, {1, "NWX F WH 2505", 'B', 2514, 5, ""}}},
+    {"a slip of one digit in the price",
+     {{0, "NWX F WH 2505", 'B', 2541, 5, ""},
+      {1, "NWX F WH 2505", 'B', 5214, 5, "price 5214 is far from the last, 2514"}}},
+    {"a market order has no price", {{0, "NWX F WH 2505", 'B', 0, 5, "", "800101", '1'}}},
+    {"a price without a last one cannot be far", {{0, "NWX F WH 2501", 'B', 1, 5, ""}}},
+    {"a fill is compared with the fill before it, not with itself",
+     {{0, "NWX F WH 2505", 'B', 2514, 5, "", "800101", '2', true},
+      {1, "NWX F WH 2505", 'B', 2900, 4, "price 2900 is far from the last, 2514", "800101", '2', true}}},
+    {"two zeros too many",
+     {{0, "NWX F WH 2501", 'B', 2500, 5, ""},
+      {300, "NWX F WH 2501", 'B', 2500, 6, ""},
+      {600, "NWX F WH 2501", 'B', 2500, 500, "quantity 500 is far above the usual"}}},
+    {"both legs of a listed spread, entered one by one",
+     {{0, "NWX F WH 2501", 'B', 2500, 7, ""},
+      {30, "NWX F WH 2505", 'S', 2514, 7, "looks like the spread NWX m WH 2501/2505"}}},
+    {"legs on one side, or of different size, are no spread",
+     {{0, "NWX F WH 2501", 'B', 2500, 7, ""},
+      {1, "NWX F WH 2505", 'B', 2514, 7, ""},
+      {2, "NWX F WH 2505", 'S', 2514, 8, ""}}},
+};
+
+TEST(SecondLookTest, RemarksOnLikelyMistakes) {
+    for (const Case& testCase : kCases) {
+        SCOPED_TRACE(testCase.fault);
+        const std::unique_ptr<Book> book = Sample();
+        ServiceSet services(*book, {});
+        SecondLook look(*book);
+        int second = 0;
+        services.journal.review = [&](const JournalEntry& entry) { return look.Look(entry, 1000 + second); };
+        int number = 0;
+        for (const Step& step : testCase.steps) {
+            second = step.second;
+            OrderRecord order = MakeOrder(step.account, step.contract, step.direction, step.price, step.qty,
+                                          "S_look" + std::to_string(number++));
+            order.orderType = step.orderType;
+            services.trade.SendOrder(&order);
+            if (step.withFill) {
+                FillRecord fill =
+                    MakeFill(order, FirstLegOf(order.key), step.direction, step.price, step.qty);
+                ASSERT_EQ(services.trade.SendFill(&fill), 0) << services.journal.Lines().back();
+            }
+            const Json line = Json::parse(services.journal.Lines().back());
+            const Json remarks = line.value("remarks", Json::array());
+            if (step.remark[0] == 0) {
+                EXPECT_TRUE(remarks.empty()) << number << ": " << remarks.dump();
+            } else {
+                ASSERT_EQ(remarks.size(), 1u) << number << ": " << remarks.dump() << line.dump();
+                EXPECT_NE(remarks[0].get<std::string>().find(step.remark), std::string::npos) << remarks[0];
+            }
+        }
+    }
+}
+
+// Records come from the other side of the border: nothing in them is followed or read past its field.
+TEST(SecondLookTest, SurvivesBrokenRecords) {
+    const std::unique_ptr<Book> book = Sample();
+    SecondLook look(*book);
+    OrderRecord order{};
+    FillRecord fill{};
+    UnterminateTexts(OrderLayout(), &order);
+    UnterminateTexts(FillLayout(), &fill);
+    order.orderType = '5';
+    order.contract = reinterpret_cast<ContractRecord*>(1);
+    for (const void* record : {static_cast<const void*>(&order), static_cast<const void*>(nullptr)}) {
+        JournalEntry entry;
+        entry.operation = "SendOrder";
+        entry.layout = &OrderLayout();
+        entry.record = record;
+        entry.changes = {{"order", "1001", "added", ""}};
+        EXPECT_TRUE(look.Look(entry, 0).empty());
+    }
+    JournalEntry entry;
+    entry.operation = "SendFill";
+    entry.layout = &FillLayout();
+    entry.record = &fill;
+    EXPECT_TRUE(look.Look(entry, 0).empty());
+    EXPECT_EQ(look.Look(entry, 0).size(), 1u) << "the same again";
+}
+
+}  // namespace
