@@ -28,12 +28,9 @@ TEST(TradeData, WithoutATradeInterfaceNothingIsFound) {
     const TradeData trade(nullptr);
     EXPECT_FALSE(trade.Available());
     EXPECT_TRUE(trade.Users("").empty());
-    EXPECT_TRUE(trade.Commodities({}).empty());
     EXPECT_TRUE(trade.Contracts({}).empty());
     EXPECT_EQ(trade.SignEntryCount(""), 0u);
     EXPECT_EQ(trade.User("1", ""), nullptr);
-    EXPECT_EQ(trade.Order(1), nullptr);
-    EXPECT_EQ(trade.Commodity({}), nullptr);
     EXPECT_EQ(trade.Contract({}), nullptr);
     EXPECT_EQ(trade.Position("1", {}, 'B', "1"), nullptr);
     EXPECT_EQ(trade.PositionQty("1", {}).longQty, 0u);
@@ -93,13 +90,12 @@ TEST(TradeData, ShortTextsComeWithTheWholeFieldsMemory) {
 TEST(TradeData, ThreeMonthContractIsBoundedAndNeverEmpty) {
     FakeTradeApi api;
     const TradeData trade(&api);
-    EXPECT_EQ(trade.ThreeMonthContractNo("S"), "3M");
-    api.threeMonthContractNo = "";
-    EXPECT_EQ(trade.ThreeMonthContractNo("S"), "3M");
-    api.threeMonthContractNo = "150320";
-    EXPECT_EQ(trade.ThreeMonthContractNo("S"), "150320");
-    api.threeMonthContractNo = "150320150320150320";
-    EXPECT_EQ(trade.ThreeMonthContractNo("S"), "1503201503");
+    const std::pair<const char*, const char*> rows[] = {
+        {nullptr, "3M"}, {"", "3M"}, {"150320", "150320"}, {"150320150320150320", "1503201503"}};
+    for (const auto& [answer, expected] : rows) {
+        api.threeMonthContractNo = answer;
+        EXPECT_EQ(trade.ThreeMonthContractNo("S"), expected);
+    }
 }
 
 TEST(TradeData, HostPriceTextIsReadBoundedAndFallsBack) {
@@ -126,22 +122,12 @@ TEST(PriceFormat, HasTheHostsTextForms) {
         std::uint32_t denominator;
         const char* text;
     } const rows[] = {
-        {97.25, 1, "97.25"},
-        {97, 0, "97"},
-        {100, 1, "100"},
-        {0, 1, "0"},
-        {0.1 + 0.2, 1, "0.3"},
-        {-2.5, 1, "-2.5"},
-        {-1e-12, 1, "0"},
-        {1e-9, 1, "0.000000001"},
-        {97.375, 8, "97+3/8"},
-        {97, 8, "97+0/8"},
-        {0, 4, "0+0/4"},
-        {97.99999999, 8, "98+0/8"},
-        {-0.25, 4, "-1+3/4"},
-        {0.999, 320, "1+0/320"},
-        {1e15, 1, "1000000000000000"},
-        {1.0 / 0.0, 8, ""},
+        // clang-format off
+        {97.25, 1, "97.25"}, {97, 0, "97"}, {100, 1, "100"}, {0, 1, "0"}, {0.1 + 0.2, 1, "0.3"},
+        {-2.5, 1, "-2.5"}, {-1e-12, 1, "0"}, {1e-9, 1, "0.000000001"}, {97.375, 8, "97+3/8"},
+        {97, 8, "97+0/8"}, {0, 4, "0+0/4"}, {97.99999999, 8, "98+0/8"}, {-0.25, 4, "-1+3/4"},
+        {0.999, 320, "1+0/320"}, {1e15, 1, "1000000000000000"}, {1.0 / 0.0, 8, ""},
+        // clang-format on
     };
     for (const auto& row : rows) {
         CommodityRecord commodity{};

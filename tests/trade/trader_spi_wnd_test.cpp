@@ -50,7 +50,6 @@ TEST_F(HiddenWindow, TurnsPostedEventsIntoCallbacksOnItsThread) {
         PostMessageA(window, kWmTradeSpi, Data(), 32 << 24);
         PostMessageA(window, kWmTradeSpi, 0, 32 << 24);  // no data: dropped
         PostMessageA(window, kWmTradeSpi, Data(), 0x08FF0005);
-        PostMessageA(window, kWmTradeSpi, Data(), static_cast<LPARAM>(0xA0000000));
         PostMessageA(window, kWmTradeSpi, Data(), 9 << 24);
     });
     worker.join();
