@@ -35,7 +35,7 @@ constexpr NumericTable kNumericTable{kNumericRows, IDC_FEE, TextRuleScope::Chang
 #define ON_NUMBER(id) ON_CONTROL_RANGE(EN_UPDATE, id, id, &CEmendoOrder::OnNumberUpdate)
 #define ON_SPIN(id) ON_NOTIFY_RANGE(UDN_DELTAPOS, id, id, &CEmendoOrder::OnSpin)
 
-BEGIN_MESSAGE_MAP(CEmendoOrder, CDialog)
+BEGIN_MESSAGE_MAP(CEmendoOrder, CSelfOwnedDialog)
 ON_WM_CLOSE()
 ON_WM_TIMER()
 ON_MESSAGE(WM_SELECTCODE, &CEmendoOrder::OnSelectCode)
@@ -102,9 +102,7 @@ CEmendoOrder::CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, H
 }
 
 CEmendoOrder::~CEmendoOrder() {
-    if (g_pOrderDialog == this) {
-        g_pOrderDialog = nullptr;
-    }
+    OnWindowGone();
 }
 
 bool CEmendoOrder::Create() {
@@ -153,6 +151,7 @@ BOOL CEmendoOrder::PreTranslateMessage(const MSG* message) {
 }
 
 BOOL CEmendoOrder::PreTranslateMessage(MSG* message) {
+    const RunningCall call(*this);
     const HWND window = m_hWnd;
     switch (TranslateDialogKey(window, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
         case KeyOutcome::Consumed: return TRUE;
@@ -167,9 +166,8 @@ void CEmendoOrder::OnConfirm() {
         return;
     }
     m_confirming = true;
-    const WindowWatch watch(this);
     DialogPrompt prompt(*this);
-    if (ConfirmElectronicOrder(m_form, prompt) && watch.WindowAlive()) {
+    if (ConfirmElectronicOrder(m_form, prompt)) {
         ReadForm();
         m_form.account = m_accountText;
         const TradeData trade = CurrentTradeData();
@@ -177,13 +175,11 @@ void CEmendoOrder::OnConfirm() {
         MessagePause pause;
         const Submission submission =
             SubmitOrder(m_form, OrderServices{trade, requests, prompt, pause, SystemClock()});
-        if (watch.WindowAlive()) {
+        if (prompt.DialogExists()) {
             Finish(submission);
         }
     }
-    if (watch.ObjectAlive()) {
-        m_confirming = false;
-    }
+    m_confirming = false;
 }
 
 void CEmendoOrder::Finish(const Submission& submission) {
@@ -213,9 +209,10 @@ void CEmendoOrder::OnCancelClicked() {
     SendMessage(WM_CLOSE);
 }
 
-void CEmendoOrder::PostNcDestroy() {
-    CDialog::PostNcDestroy();
-    delete this;
+void CEmendoOrder::OnWindowGone() {
+    if (g_pOrderDialog == this) {
+        g_pOrderDialog = nullptr;
+    }
 }
 
 void CEmendoOrder::OnNumberUpdate(UINT controlId) {

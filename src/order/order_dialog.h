@@ -3,7 +3,7 @@
 #include "controls/numeric_entry.h"
 #include "controls/sele_code_wnd.h"
 #include "controls/x_combo_box.h"
-#include "framework/dialog.h"
+#include "framework/self_owned_dialog.h"
 #include "order/carry_lists.h"
 #include "order/order_layout.h"
 #include "order/order_population.h"
@@ -16,7 +16,7 @@
 
 // The order dialog: one class for every mode of working on an order. It deletes itself when its window is
 // destroyed.
-class CEmendoOrder : public CDialog, public TradeSpiEx, public IEmendixOper, public ISelectDataNotify {
+class CEmendoOrder : public CSelfOwnedDialog, public TradeSpiEx, public IEmendixOper, public ISelectDataNotify {
 public:
     // `record` is the host's order to work on, may be null; it is kept, not copied.
     CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent);
@@ -41,7 +41,7 @@ public:
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
     BOOL OnInitDialog() override;
-    void PostNcDestroy() override;
+    void OnWindowGone() override;
 
     void OnClose();
     void OnTimer(UINT_PTR id);

@@ -176,6 +176,7 @@ void CEmendoOrder::UpdateQuantities(const PositionRecord* changed) {
 
 void CEmendoOrder::OnTradeNotify11(void* position) {
     Guarded([&] {
+        const RunningCall call(*this);
         if (m_form.mode == OrderMode::Carry && m_started && m_hWnd) {
             UpdateQuantities(static_cast<const PositionRecord*>(position));
         }
@@ -184,6 +185,7 @@ void CEmendoOrder::OnTradeNotify11(void* position) {
 
 void CEmendoOrder::OnSelectData(ITradeListWindow* list, int, PositionRecord* position) {
     Guarded([&] {
+        const RunningCall call(*this);
         const int id = m_carryLists.IsNear(list)      ? IDC_NEAR_POSITION_PRICE_WHOLE
                        : m_carryLists.IsForward(list) ? IDC_FORWARD_POSITION_PRICE_WHOLE
                                                       : 0;

@@ -77,8 +77,12 @@ Submission SubmitOrder(OrderForm& form, const OrderServices& services) {
     submission.focusFillPrice = check.focusFillPrice;
     if (check.passed) {
         const OrderForm entered = form;  // outlives the dialog
-        const OrderRecord order = BuildOrder(entered, check.contract, services.trade, services.clock.Now());
-        submission.outcome = Send(entered, order, services);
+        const OrderRecord order =
+            BuildOrder(entered, check.contract, services.trade, services.clock.Now());
+        // A host that took the dialog away meanwhile does not want its entry any more.
+        if (services.prompt.DialogExists()) {
+            submission.outcome = Send(entered, order, services);
+        }
     }
     if (!services.prompt.DialogExists()) {
         submission.outcome = SubmitOutcome::Gone;

@@ -3,6 +3,7 @@
 #include "trade/host_interfaces.h"
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,7 @@ public:
     std::string priceText;  // what FormatPrice writes, as far as the buffer goes, without a terminator
     std::string log;        // the arguments of the last look-up that takes texts
     std::vector<ITradeSpi*> listeners;
+    std::function<void()> whileAsked;  // what the host does during a list or look-up
     int unregistrations = 0;
 
     void RegisterSpi(ITradeSpi* listener) override { listeners.push_back(listener); }
@@ -100,16 +102,23 @@ public:
     // clang-format on
 
 private:
+    void Asked() {
+        if (whileAsked) {
+            whileAsked();
+        }
+    }
     template <typename Record>
     void AddAll(IDataContainer* list, const std::vector<Record*>& records, const char* sign) {
+        Asked();
         log = sign;
         for (Record* record : records) {
             list->Add(record);
         }
     }
     template <typename Record>
-    static void AddMatching(IDataContainer* list, const std::vector<Record*>& records, const void* key,
-                            std::size_t keySize) {
+    void AddMatching(IDataContainer* list, const std::vector<Record*>& records, const void* key,
+                     std::size_t keySize) {
+        Asked();
         for (Record* record : records) {
             if (!record || std::memcmp(record, key, keySize) == 0) {
                 list->Add(record);
@@ -117,7 +126,8 @@ private:
         }
     }
     template <typename Record, typename Matches>
-    static Record* Find(const std::vector<Record*>& records, Matches matches) {
+    Record* Find(const std::vector<Record*>& records, Matches matches) {
+        Asked();
         for (Record* record : records) {
             if (record && matches(*record)) {
                 return record;
@@ -126,7 +136,7 @@ private:
         return nullptr;
     }
     template <typename Record>
-    static Record* FindKey(const std::vector<Record*>& records, const void* key, std::size_t keySize) {
+    Record* FindKey(const std::vector<Record*>& records, const void* key, std::size_t keySize) {
         return Find(records, [&](const Record& record) { return std::memcmp(&record, key, keySize) == 0; });
     }
 };
