@@ -4,6 +4,8 @@
 #include "fill/fill_request.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
+#include "trade/code_tables.h"
+#include "trade/contract_text.h"
 
 #include <string>
 
@@ -19,11 +21,29 @@ bool NamesThreeMonthDate(const FillForm& form, const CommodityRecord& commodity,
     return date != "3M" && date == form.contract;
 }
 
+// A fill of a combination goes out as the legs that its contract names, any other as one leg. A contract of
+// the other kind than its commodity, which has the same code, would go out as legs of nothing or as half a
+// combination. A removal names its fill by the number, whatever the contract.
+bool NamesItsLegs(const FillForm& form, const CommodityRecord& commodity, const ContractKey& key,
+                  const TradeData& trade) {
+    if (!FillMode::IsInput(form.mode)) {
+        return true;
+    }
+    if (!IsTwoLegType(commodity.commodityType)) {
+        return !IsTwoLegType(key.commodityType);
+    }
+    SingleContractKey first{};
+    SingleContractKey second{};
+    SplitContractLegs(key, first, second, trade);
+    return !first.exchangeNo.Empty() || !first.commodityNo.Empty();
+}
+
 std::string MistakesOf(const FillForm& form, const CommodityRecord* commodity, const TradeData& trade) {
     std::string mistakes;
+    const ContractKey key = ContractKeyOf(form);
     if (!commodity) {
         mistakes += ResString(IDS_NO_COMMODITY);
-    } else if (!trade.Contract(ContractKeyOf(form))) {
+    } else if (!trade.Contract(key) || !NamesItsLegs(form, *commodity, key, trade)) {
         mistakes += ResString(IDS_CONTRACT_EMPTY);
     } else if (NamesThreeMonthDate(form, *commodity, trade)) {
         mistakes += ResString(IDS_CONTRACT_IS_3M_DATE);
