@@ -34,7 +34,7 @@ private:
 
 }  // namespace
 
-BEGIN_MESSAGE_MAP(CEmendoMatch, CDialog)
+BEGIN_MESSAGE_MAP(CEmendoMatch, CSelfOwnedDialog)
 ON_WM_CLOSE()
 ON_WM_DESTROY()
 ON_BN_CLICKED(IDC_CONFIRM, &CEmendoMatch::OnConfirm)
@@ -69,9 +69,7 @@ CEmendoMatch::CEmendoMatch(int mode, void* record, int recordKind, HWND parent)
 }
 
 CEmendoMatch::~CEmendoMatch() {
-    if (g_pFillDialog == this) {
-        g_pFillDialog = nullptr;
-    }
+    OnWindowGone();
 }
 
 bool CEmendoMatch::Create() {
@@ -224,26 +222,10 @@ void CEmendoMatch::OnDestroy() {
     CDialog::OnDestroy();
 }
 
-void CEmendoMatch::PostNcDestroy() {
-    CDialog::PostNcDestroy();
+void CEmendoMatch::OnWindowGone() {
     if (g_pFillDialog == this) {
         g_pFillDialog = nullptr;
     }
-    m_windowGone = true;
-    if (m_runningCalls == 0) {
-        delete this;
-    }
-}
-
-void CEmendoMatch::EndCall() {
-    if (--m_runningCalls == 0 && m_windowGone) {
-        delete this;
-    }
-}
-
-LRESULT CEmendoMatch::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    const RunningCall call(*this);
-    return CDialog::WindowProc(message, wParam, lParam);
 }
 
 // --- keyboard ---

@@ -5,7 +5,7 @@
 #include "fill/fill_form.h"
 #include "fill/fill_layout.h"
 #include "fill/fill_submission.h"
-#include "framework/dialog.h"
+#include "framework/self_owned_dialog.h"
 #include "trade/plugin_interface.h"
 
 #include <functional>
@@ -14,7 +14,7 @@
 
 // The fill dialog: inputs a fill for an order, or removes one. It deletes itself when its window is
 // destroyed.
-class CEmendoMatch : public CDialog, public IEmendixOper {
+class CEmendoMatch : public CSelfOwnedDialog, public IEmendixOper {
 public:
     // `record` is the host's, kept and not copied: a FillRecord for kRecordKindFill, an OrderRecord for
     // kRecordKindOrder, ignored for any other kind.
@@ -37,10 +37,9 @@ public:
     BOOL PreTranslateMessage(MSG* message) override;
 
 protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     BOOL OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;
-    void PostNcDestroy() override;
+    void OnWindowGone() override;
 
     void OnClose();
     void OnDestroy();
@@ -58,19 +57,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // Keeps the object while a call runs in it, even when the host takes the window away meanwhile.
-    class RunningCall {
-    public:
-        explicit RunningCall(CEmendoMatch& dialog) : m_dialog(dialog) { ++m_dialog.m_runningCalls; }
-        ~RunningCall() { m_dialog.EndCall(); }
-        RunningCall(const RunningCall&) = delete;
-        RunningCall& operator=(const RunningCall&) = delete;
-
-    private:
-        CEmendoMatch& m_dialog;
-    };
-    void EndCall();
-
     // The contract as it stands in the controls, for the numeric edits.
     class ChosenContract final : public INumericContext {
     public:
@@ -113,8 +99,6 @@ private:
     FillLayout m_layout = FillLayout::Full;
     std::string m_listedExchange;  // whose commodities the list holds
     bool m_reacting = false;  // the controls are set up: their notifications mean the operator or a selection
-    int m_runningCalls = 0;
-    bool m_windowGone = false;
     bool m_submitting = false;  // a confirmed entry is on its way
 
     CxComboBox m_upper;
