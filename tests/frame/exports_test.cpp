@@ -1,7 +1,6 @@
 // What the file of the module shows to the system: its exports, its imports, its resources.
 
 #include "frame/loaded_module.h"
-#include "frame/module_image.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,6 +9,20 @@
 #include <set>
 
 namespace {
+
+// What stands at an offset of a loaded module.
+template <typename Part>
+const Part* At(HMODULE module, DWORD offset) {
+    return reinterpret_cast<const Part*>(reinterpret_cast<const char*>(module) + offset);
+}
+
+const IMAGE_NT_HEADERS32& Headers(HMODULE module) {
+    return *At<IMAGE_NT_HEADERS32>(module, static_cast<DWORD>(At<IMAGE_DOS_HEADER>(module, 0)->e_lfanew));
+}
+
+DWORD Directory(HMODULE module, int index) {
+    return Headers(module).OptionalHeader.DataDirectory[index].VirtualAddress;
+}
 
 using testing::UnorderedElementsAre;
 
@@ -30,8 +43,8 @@ TEST(ModuleFile, ExportsFiveUndecoratedNamesAndNothingElse) {
 
 TEST(ModuleFile, ImportsSystemLibrariesOnly) {
     const LoadedModule module;
-    const std::set<std::string> allowed = {"advapi32.dll", "comctl32.dll", "gdi32.dll",
-                                           "kernel32.dll", "msvcrt.dll",   "user32.dll"};
+    const std::set<std::string> allowed = {"advapi32.dll", "comctl32.dll", "gdi32.dll",  "kernel32.dll",
+                                           "msvcrt.dll",   "user32.dll",   "uxtheme.dll"};
     const auto* import = At<IMAGE_IMPORT_DESCRIPTOR>(module.Handle(), Directory(module.Handle(), 1));
     for (; import->Name; ++import) {
         std::string name = At<char>(module.Handle(), import->Name);

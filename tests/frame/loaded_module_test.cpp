@@ -1,5 +1,4 @@
 #include "frame/loaded_module.h"
-#include "frame/module_image.h"
 #include "support/leak_count.h"
 #include "support/window_kit.h"
 
@@ -141,27 +140,26 @@ TEST_F(Module, LanguageThatItDoesNotCarryStillShowsDialogs) {
     Close(dialog);
 }
 
-// Copies the module's file, with the template of the order dialog under another id.
-void CopyWithoutOrderTemplate(HMODULE module, const std::string& copy) {
-    char original[MAX_PATH];
-    GetModuleFileNameA(module, original, sizeof(original));
-    ASSERT_TRUE(CopyFileA(original, copy.c_str(), FALSE));
-    const DWORD dialogs = ResourceEntry(module, 0, 5 /* dialogs */);
-    ASSERT_NE(dialogs, 0U);
-    const DWORD order =
-        ResourceEntry(module, At<IMAGE_RESOURCE_DIRECTORY_ENTRY>(module, dialogs)->OffsetToDirectory, 278);
-    ASSERT_NE(order, 0U);
-    std::fstream file(copy, std::ios::binary | std::ios::in | std::ios::out);
-    file.seekp(static_cast<std::streamoff>(FileOffset(module, order)));
-    file.put(277 & 0xFF);
-    ASSERT_TRUE(file.good());
+// Copies the module's file, with the template of the order dialog under another id: in the directory of the
+// dialogs each entry is an id and a place.
+void CopyWithoutOrderTemplate(const char* original, const std::string& copy) {
+    std::ifstream file(original, std::ios::binary);
+    std::string bytes(std::istreambuf_iterator<char>(file), {});
+    const auto idAt = [&](std::size_t at) { return *reinterpret_cast<const DWORD*>(bytes.data() + at); };
+    std::size_t entry = 0;
+    while (idAt(entry) != 278 || idAt(entry + 8) != 279 || idAt(entry + 16) != 280) {
+        entry += 4;
+        ASSERT_LT(entry + 20, bytes.size());
+    }
+    --bytes[entry];
+    std::ofstream(copy, std::ios::binary) << bytes;
 }
 
 TEST_F(Module, MissingTemplateOpensNothing) {
-    char folder[MAX_PATH];
-    GetTempPathA(sizeof(folder), folder);
-    const std::string copy = std::string(folder) + "EmendoOrdWithoutOrder.dll";
-    CopyWithoutOrderTemplate(loaded->Handle(), copy);
+    char original[MAX_PATH];
+    GetModuleFileNameA(loaded->Handle(), original, sizeof(original));
+    const std::string copy = std::string(original) + ".without_order.dll";
+    CopyWithoutOrderTemplate(original, copy);
     loaded = std::make_unique<LoadedModule>(copy);
     loaded->load(kEnglish);
     loaded->init(host.Manager());
@@ -254,21 +252,15 @@ TEST_F(Module, UnloadedWithOpenDialogsTakesThemAlong) {
 
 TEST_F(Module, OpeningAndClosingLeavesNothingBehind) {
     Start();
-    const auto once = [&] {
-        void* order = OpenOrder(0);
-        void* fill = OpenFill(0);
-        HostLoop().PumpUntilIdle();
-        Close(order);
-        Close(fill);
-    };
-    once();
-    const ResourceCount before = CountResources();
-    for (int round = 0; round < 10; ++round) {
-        once();
-    }
-    const ResourceCount after = CountResources();
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+    KeptByEach(
+        [&] {
+            void* order = OpenOrder(0);
+            void* fill = OpenFill(0);
+            HostLoop().PumpUntilIdle();
+            Close(order);
+            Close(fill);
+        },
+        10);
 }
 
 }  // namespace

@@ -72,170 +72,95 @@ TEST(DialogResource, OrderTemplatesHoldTheSame96Controls) {
     }
 }
 
-TEST(DialogResource, HiddenControlsStandBelowTheVisibleArea) {
-    const std::map<unsigned, int> visibleBottom = {{IDD_ORDER, 225}, {IDD_CARRY, 354}, {IDD_EXERCISE, 115}};
-    const std::set<unsigned> shownLater = {IDC_CURRENCY_LABEL, IDC_CURRENCY, IDC_FEE_GIVEN, IDC_FEE};
-    const std::set<unsigned> neverInCarry = {IDC_EX_SYSTEM_NO_LABEL, IDC_EX_SYSTEM_NO};
-    for (const auto& [id, bottom] : visibleBottom) {
-        const DialogTemplate dialog = TemplateIn(kEnglish, id);
-        for (const auto& control : dialog.controls) {
-            const bool hidden = !(control.style & WS_VISIBLE);
-            int expectedFrom = bottom;
-            if (id == IDD_ORDER && shownLater.count(control.id)) expectedFrom = 184;
-            if (id == IDD_CARRY && neverInCarry.count(control.id)) expectedFrom = 325;
-            EXPECT_EQ(hidden, control.y >= expectedFrom) << id << ' ' << control.id;
-            EXPECT_TRUE(!hidden || id != IDD_EXERCISE || control.style & WS_DISABLED) << control.id;
-            EXPECT_LE(control.y + (control.type == L"#133" ? 12 : control.height), dialog.height)
-                << control.id;
-        }
-    }
-}
-
-// A control's place as the operators know it; -1 for a size that is no one's concern.
+// A control's place as the operators know it; -1 for a size that is no one's concern. Unless said otherwise
+// it is enabled.
 struct Place {
     unsigned id;
     const wchar_t* type;
     int x, y, width, height;
-    DWORD style, mask;
+    DWORD style = 0, mask = WS_DISABLED;
 };
 constexpr wchar_t kButton[] = L"#128", kEdit[] = L"#129", kStatic[] = L"#130", kCombo[] = L"#133";
 constexpr wchar_t kSpin[] = L"MSCTLS_UPDOWN32", kDate[] = L"SYSDATETIMEPICK32";
 constexpr DWORD kOff = WS_DISABLED;
+constexpr DWORD kList = CBS_DROPDOWN, kUpper = CBS_DROPDOWN | CBS_UPPERCASE,
+                kScroll = CBS_DROPDOWN | CBS_AUTOHSCROLL;
 constexpr DWORD kComboMask = CBS_UPPERCASE | CBS_AUTOHSCROLL | 3;
 
-void ExpectPlaces(unsigned id, int width, int height, const std::vector<Place>& places) {
-    const DialogTemplate dialog = TemplateIn(kEnglish, id);
-    EXPECT_EQ(dialog.width, width);
-    EXPECT_EQ(dialog.height, height);
-    EXPECT_EQ(dialog.style & (WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE),
-              WS_POPUP | WS_CAPTION | WS_SYSMENU);
-    for (const Place& place : places) {
-        const auto* control = dialog.Find(place.id);
-        ASSERT_NE(control, nullptr) << place.id;
-        EXPECT_EQ(control->type, place.type) << place.id;
-        EXPECT_EQ(control->x, place.x) << place.id;
-        EXPECT_EQ(control->y, place.y) << place.id;
-        EXPECT_EQ(place.width >= 0 ? control->width : -1, place.width) << place.id;
-        EXPECT_EQ(place.height >= 0 ? control->height : -1, place.height) << place.id;
-        EXPECT_EQ(control->style & place.mask, place.style) << place.id;
+const struct {
+    unsigned dialog;
+    int width, height;
+    std::vector<Place> places;
+} kPlaces[] = {
+    // clang-format off
+    {IDD_ORDER, 307, 288, {
+        {1037, kCombo, 44, 6, 90, 30, kScroll, kComboMask}, {1126, kCombo, 209, 6, 90, 30},
+        {1054, kEdit, 44, 22, 90, 12, kOff}, {1039, kCombo, 209, 22, 90, 30}, {10001, kEdit, 44, 39, 81, 12},
+        {10000, kButton, 125, 39, 9, -1}, {1052, kCombo, 209, 39, 90, 30}, {1053, kCombo, 44, 55, 90, 30},
+        {1040, kCombo, 209, 55, 90, 30}, {1114, kCombo, 44, 71, 90, 30},
+        {1012, kDate, 209, 71, 90, -1, kOff}, {1125, kEdit, 44, 87, 80, 12},
+        {1127, kSpin, 124, 87, 10, -1, 0, UDS_SETBUDDYINT | UDS_AUTOBUDDY | UDS_ARROWKEYS},
+        {1123, kButton, 209, 87, -1, -1, BS_AUTOCHECKBOX, BS_TYPEMASK}, {1129, kEdit, 44, 103, -1, 12},
+        {1153, kEdit, 209, 103, 90, 12}, {1132, kEdit, 44, 119, 90, 12}, {1133, kSpin, 134, 119, 10, -1},
+        {1136, kEdit, 161, 119, 72, 12}, {1138, kStatic, 2, 135, -1, 11}, {1139, kEdit, 44, 135, 90, 12},
+        {1145, kEdit, 44, 151, 90, 12}, {1160, kEdit, 44, 167, 90, 12}, {1164, kCombo, 44, 184, 90, 30},
+        {1186, kButton, 165, 184, -1, -1, BS_AUTOCHECKBOX, BS_TYPEMASK}, {1167, kEdit, 209, 184, 90, 12},
+        {1239, kStatic, 7, 201, 42, -1}, {1240, kEdit, 54, 201, 80, 12}, {1015, kStatic, 135, 201, 55, -1},
+        {1061, kButton, 193, 201, 50, 14}, {1067, kButton, 249, 201, 50, 14}}},
+    {IDD_CARRY, 307, 439, {
+        {1037, kCombo, 44, 7, 90, 30}, {1039, kCombo, 209, 7, 90, 30}, {1054, kEdit, 44, 24, 90, 12, kOff},
+        {1153, kEdit, 209, 24, 90, 12}, {1052, kCombo, 44, 40, 90, 30}, {10001, kEdit, 209, 40, 81, 12},
+        {10000, kButton, 290, 40, -1, -1}, {1145, kEdit, 44, 57, 37, 12}, {1146, kSpin, 81, 57, 10, -1},
+        {1148, kEdit, 101, 57, 26, 12}, {1129, kEdit, 209, 57, 80, 12},
+        {1243, kButton, 2, 73, 71, 10, BS_AUTOCHECKBOX, BS_TYPEMASK}, {1154, kEdit, 44, 85, 37, 12, kOff},
+        {1165, kEdit, 101, 85, 26, 12, kOff}, {1213, kEdit, 209, 85, 90, 12, kOff},
+        {1212, kStatic, 2, 171, -1, -1, SS_ETCHEDHORZ, SS_TYPEMASK}, {1188, kCombo, 44, 174, 90, 30, kOff},
+        {1192, kCombo, 209, 174, 90, 30}, {1160, kEdit, 44, 191, 37, 12},
+        {1216, kEdit, 209, 191, 90, 12, kOff}, {1244, kButton, 2, 207, 71, 10, BS_AUTOCHECKBOX, BS_TYPEMASK},
+        {1172, kEdit, 44, 219, 37, 12, kOff}, {1214, kEdit, 209, 219, 90, 12, kOff},
+        {1217, kStatic, 2, 305, -1, -1, SS_ETCHEDHORZ, SS_TYPEMASK}, {1164, kCombo, 44, 308, 90, 30},
+        {1186, kButton, 165, 308, -1, -1}, {1167, kEdit, 209, 308, 90, 12},
+        {1015, kStatic, 73, 325, 119, -1}, {1061, kButton, 193, 325, 50, 14},
+        {1067, kButton, 249, 325, 50, 14}}},
+    {IDD_EXERCISE, 307, 317, {
+        {1037, kCombo, 44, 6, 90, 30}, {1044, kStatic, 171, 6, -1, 12}, {1039, kCombo, 209, 6, 90, 30},
+        {10001, kEdit, 44, 25, 81, 12}, {10000, kButton, 125, 25, 9, -1}, {1192, kCombo, 209, 25, 90, 30},
+        {1052, kCombo, 44, 44, 90, 30}, {1125, kEdit, 209, 44, 80, 12}, {1127, kSpin, 289, 44, 10, -1},
+        {1061, kButton, 194, 62, 50, 14}, {1067, kButton, 250, 62, 50, 14}}},
+    {IDD_FILL, 309, 190, {
+        {1152, kStatic, 7, 6, -1, -1}, {1153, kEdit, 59, 6, 85, -1, kOff}, {1047, kStatic, 174, 6, -1, -1},
+        {1054, kEdit, 215, 6, 85, -1, kOff}, {1039, kCombo, 59, 24, 85, -1, kList, kComboMask},
+        {1037, kCombo, 215, 24, 85, -1, kScroll, kComboMask},
+        {1158, kCombo, 59, 42, 85, -1, kList, kComboMask}, {1129, kEdit, 215, 42, -1, -1},
+        {1122, kCombo, 59, 60, 85, -1, kUpper, kComboMask},
+        {1051, kCombo, 215, 60, 85, -1, kUpper, kComboMask}, {1056, kEdit, 59, 79, 85, -1},
+        {1052, kCombo, 215, 79, 85, -1, kList, kComboMask}, {1145, kEdit, 59, 97, 85, -1},
+        {1058, kEdit, 59, 115, 85, -1}, {1053, kCombo, 215, 115, 85, -1, kList, kComboMask},
+        {1160, kEdit, 59, 133, 85, -1}, {1164, kCombo, 59, 151, 85, -1, kUpper, kComboMask},
+        {1165, kButton, 174, 151, -1, -1, BS_AUTOCHECKBOX, BS_TYPEMASK}, {1167, kEdit, 215, 151, 85, -1},
+        {1061, kButton, 194, 170, 50, 14, BS_DEFPUSHBUTTON, BS_TYPEMASK},
+        {1067, kButton, 250, 170, 50, 14, BS_PUSHBUTTON, BS_TYPEMASK}}},
+    // clang-format on
+};
+
+TEST(DialogResource, ControlsStandInTheirPlaces) {
+    for (const auto& row : kPlaces) {
+        const DialogTemplate dialog = TemplateIn(kEnglish, row.dialog);
+        EXPECT_EQ(dialog.width, row.width);
+        EXPECT_EQ(dialog.height, row.height);
+        EXPECT_EQ(dialog.style & (WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE),
+                  WS_POPUP | WS_CAPTION | WS_SYSMENU);
+        for (const Place& place : row.places) {
+            const auto* control = dialog.Find(place.id);
+            ASSERT_NE(control, nullptr) << place.id;
+            EXPECT_EQ(control->type, place.type) << place.id;
+            EXPECT_EQ(control->x, place.x) << place.id;
+            EXPECT_EQ(control->y, place.y) << place.id;
+            EXPECT_EQ(place.width >= 0 ? control->width : -1, place.width) << place.id;
+            EXPECT_EQ(place.height >= 0 ? control->height : -1, place.height) << place.id;
+            EXPECT_EQ(control->style & place.mask, place.style) << place.id;
+        }
     }
-}
-
-TEST(DialogResource, OrderControlsStandInTheirPlaces) {
-    ExpectPlaces(IDD_ORDER, 307, 288,
-                 {
-                     {1037, kCombo, 44, 6, 90, 30, CBS_DROPDOWN | CBS_AUTOHSCROLL, kComboMask},
-                     {1126, kCombo, 209, 6, 90, 30, 0, kOff},
-                     {1054, kEdit, 44, 22, 90, 12, kOff, kOff},
-                     {1039, kCombo, 209, 22, 90, 30, 0, kOff},
-                     {10001, kEdit, 44, 39, 81, 12, 0, kOff},
-                     {10000, kButton, 125, 39, 9, -1, 0, kOff},
-                     {1052, kCombo, 209, 39, 90, 30, 0, kOff},
-                     {1053, kCombo, 44, 55, 90, 30, 0, kOff},
-                     {1040, kCombo, 209, 55, 90, 30, 0, kOff},
-                     {1114, kCombo, 44, 71, 90, 30, 0, kOff},
-                     {1012, kDate, 209, 71, 90, -1, kOff, kOff},
-                     {1125, kEdit, 44, 87, 80, 12, 0, kOff},
-                     {1127, kSpin, 124, 87, 10, -1, 0, UDS_SETBUDDYINT | UDS_AUTOBUDDY | UDS_ARROWKEYS},
-                     {1123, kButton, 209, 87, -1, -1, BS_AUTOCHECKBOX, BS_TYPEMASK},
-                     {1129, kEdit, 44, 103, -1, 12, 0, kOff},
-                     {1153, kEdit, 209, 103, 90, 12, 0, kOff},
-                     {1132, kEdit, 44, 119, 90, 12, 0, kOff},
-                     {1133, kSpin, 134, 119, 10, -1, 0, kOff},
-                     {1136, kEdit, 161, 119, 72, 12, 0, kOff},
-                     {1138, kStatic, 2, 135, -1, 11, 0, kOff},
-                     {1139, kEdit, 44, 135, 90, 12, 0, kOff},
-                     {1145, kEdit, 44, 151, 90, 12, 0, kOff},
-                     {1160, kEdit, 44, 167, 90, 12, 0, kOff},
-                     {1164, kCombo, 44, 184, 90, 30, 0, kOff},
-                     {1186, kButton, 165, 184, -1, -1, BS_AUTOCHECKBOX, BS_TYPEMASK},
-                     {1167, kEdit, 209, 184, 90, 12, 0, kOff},
-                     {1239, kStatic, 7, 201, 42, -1, 0, kOff},
-                     {1240, kEdit, 54, 201, 80, 12, 0, kOff},
-                     {1015, kStatic, 135, 201, 55, -1, 0, kOff},
-                     {1061, kButton, 193, 201, 50, 14, 0, kOff},
-                     {1067, kButton, 249, 201, 50, 14, 0, kOff},
-                 });
-}
-
-TEST(DialogResource, CarryControlsStandInTheirPlaces) {
-    ExpectPlaces(IDD_CARRY, 307, 439,
-                 {
-                     {1037, kCombo, 44, 7, 90, 30, 0, kOff},
-                     {1039, kCombo, 209, 7, 90, 30, 0, kOff},
-                     {1054, kEdit, 44, 24, 90, 12, kOff, kOff},
-                     {1153, kEdit, 209, 24, 90, 12, 0, kOff},
-                     {1052, kCombo, 44, 40, 90, 30, 0, kOff},
-                     {10001, kEdit, 209, 40, 81, 12, 0, kOff},
-                     {10000, kButton, 290, 40, -1, -1, 0, kOff},
-                     {1145, kEdit, 44, 57, 37, 12, 0, kOff},
-                     {1146, kSpin, 81, 57, 10, -1, 0, kOff},
-                     {1148, kEdit, 101, 57, 26, 12, 0, kOff},
-                     {1129, kEdit, 209, 57, 80, 12, 0, kOff},
-                     {1243, kButton, 2, 73, 71, 10, BS_AUTOCHECKBOX, BS_TYPEMASK},
-                     {1154, kEdit, 44, 85, 37, 12, kOff, kOff},
-                     {1165, kEdit, 101, 85, 26, 12, kOff, kOff},
-                     {1213, kEdit, 209, 85, 90, 12, kOff, kOff},
-                     {1212, kStatic, 2, 171, -1, -1, SS_ETCHEDHORZ, SS_TYPEMASK},
-                     {1188, kCombo, 44, 174, 90, 30, kOff, kOff},
-                     {1192, kCombo, 209, 174, 90, 30, 0, kOff},
-                     {1160, kEdit, 44, 191, 37, 12, 0, kOff},
-                     {1216, kEdit, 209, 191, 90, 12, kOff, kOff},
-                     {1244, kButton, 2, 207, 71, 10, BS_AUTOCHECKBOX, BS_TYPEMASK},
-                     {1172, kEdit, 44, 219, 37, 12, kOff, kOff},
-                     {1214, kEdit, 209, 219, 90, 12, kOff, kOff},
-                     {1217, kStatic, 2, 305, -1, -1, SS_ETCHEDHORZ, SS_TYPEMASK},
-                     {1164, kCombo, 44, 308, 90, 30, 0, kOff},
-                     {1186, kButton, 165, 308, -1, -1, 0, kOff},
-                     {1167, kEdit, 209, 308, 90, 12, 0, kOff},
-                     {1015, kStatic, 73, 325, 119, -1, 0, kOff},
-                     {1061, kButton, 193, 325, 50, 14, 0, kOff},
-                     {1067, kButton, 249, 325, 50, 14, 0, kOff},
-                 });
-}
-
-TEST(DialogResource, ExerciseControlsStandInTheirPlaces) {
-    ExpectPlaces(IDD_EXERCISE, 307, 317,
-                 {
-                     {1037, kCombo, 44, 6, 90, 30, 0, kOff},
-                     {1044, kStatic, 171, 6, -1, 12, 0, kOff},
-                     {1039, kCombo, 209, 6, 90, 30, 0, kOff},
-                     {10001, kEdit, 44, 25, 81, 12, 0, kOff},
-                     {10000, kButton, 125, 25, 9, -1, 0, kOff},
-                     {1192, kCombo, 209, 25, 90, 30, 0, kOff},
-                     {1052, kCombo, 44, 44, 90, 30, 0, kOff},
-                     {1125, kEdit, 209, 44, 80, 12, 0, kOff},
-                     {1127, kSpin, 289, 44, 10, -1, 0, kOff},
-                     {1061, kButton, 194, 62, 50, 14, 0, kOff},
-                     {1067, kButton, 250, 62, 50, 14, 0, kOff},
-                 });
-}
-
-TEST(DialogResource, FillControlsStandInTheirPlaces) {
-    ExpectPlaces(IDD_FILL, 309, 190,
-                 {
-                     {1152, kStatic, 7, 6, -1, -1, 0, kOff},
-                     {1153, kEdit, 59, 6, 85, -1, kOff, kOff},
-                     {1047, kStatic, 174, 6, -1, -1, 0, kOff},
-                     {1054, kEdit, 215, 6, 85, -1, kOff, kOff},
-                     {1039, kCombo, 59, 24, 85, -1, CBS_DROPDOWN, kComboMask},
-                     {1037, kCombo, 215, 24, 85, -1, CBS_DROPDOWN | CBS_AUTOHSCROLL, kComboMask},
-                     {1158, kCombo, 59, 42, 85, -1, CBS_DROPDOWN, kComboMask},
-                     {1129, kEdit, 215, 42, -1, -1, 0, kOff},
-                     {1122, kCombo, 59, 60, 85, -1, CBS_DROPDOWN | CBS_UPPERCASE, kComboMask},
-                     {1051, kCombo, 215, 60, 85, -1, CBS_DROPDOWN | CBS_UPPERCASE, kComboMask},
-                     {1056, kEdit, 59, 79, 85, -1, 0, kOff},
-                     {1052, kCombo, 215, 79, 85, -1, CBS_DROPDOWN, kComboMask},
-                     {1145, kEdit, 59, 97, 85, -1, 0, kOff},
-                     {1058, kEdit, 59, 115, 85, -1, 0, kOff},
-                     {1053, kCombo, 215, 115, 85, -1, CBS_DROPDOWN, kComboMask},
-                     {1160, kEdit, 59, 133, 85, -1, 0, kOff},
-                     {1164, kCombo, 59, 151, 85, -1, CBS_DROPDOWN | CBS_UPPERCASE, kComboMask},
-                     {1165, kButton, 174, 151, -1, -1, BS_AUTOCHECKBOX, BS_TYPEMASK},
-                     {1167, kEdit, 215, 151, 85, -1, 0, kOff},
-                     {1061, kButton, 194, 170, 50, 14, BS_DEFPUSHBUTTON, BS_TYPEMASK},
-                     {1067, kButton, 250, 170, 50, 14, BS_PUSHBUTTON, BS_TYPEMASK},
-                 });
     EXPECT_EQ(TemplateIn(kEnglish, IDD_FILL).controls.size(), 45u);
 }
 
@@ -318,59 +243,31 @@ TEST(DialogResource, NoTextIsClippedAndNoControlCoversAnother) {
     }
 }
 
-BOOL CALLBACK KeepLanguage(HMODULE, LPCWSTR, LPCWSTR, WORD language, LONG_PTR languages) {
-    reinterpret_cast<std::set<WORD>*>(languages)->insert(language);
-    return TRUE;
-}
-
-// Language ids of a resource.
-std::set<WORD> LanguagesOf(LPCWSTR type, unsigned id) {
-    std::set<WORD> languages;
-    const auto found = reinterpret_cast<LONG_PTR>(&languages);
-    EnumResourceLanguagesW(nullptr, type, MAKEINTRESOURCEW(id), KeepLanguage, found);
-    return languages;
-}
-
-const LPCWSTR kDialogInitType = MAKEINTRESOURCEW(240);
-
-TEST(DialogResource, NothingStandsInAFourthLanguageOrInNone) {
-    const std::set<WORD> all = {kTraditionalChinese, kEnglish, kSimplifiedChinese};
-    for (unsigned id : kDialogs) EXPECT_EQ(LanguagesOf(MAKEINTRESOURCEW(5), id), all) << id;
-    for (unsigned block = 10000 / 16 + 1; block <= 10120 / 16 + 1; ++block)
-        EXPECT_EQ(LanguagesOf(MAKEINTRESOURCEW(6), block), all) << block;
-    EXPECT_EQ(LanguagesOf(kDialogInitType, IDD_FILL),
-              (std::set<WORD>{kTraditionalChinese, kSimplifiedChinese}));
-    EXPECT_EQ(LanguagesOf(MAKEINTRESOURCEW(16), 1), std::set<WORD>{kEnglish});
-}
-
 TEST(DialogResource, FillSourcesAreTheInitialItemsOfTheChineseFillDialogs) {
-    const struct {
-        WORD language;
-        UINT codePage;
-    } rows[] = {{kSimplifiedChinese, 936}, {kTraditionalChinese, 950}};
+    const std::pair<WORD, UINT> rows[] = {{kSimplifiedChinese, 936}, {kTraditionalChinese, 950}};
     constexpr unsigned sources[] = {IDS_SOURCE_E_TRADE, IDS_SOURCE_J_TRADE, IDS_SOURCE_PROXY,
                                     IDS_SOURCE_MANUAL,  IDS_SOURCE_PROGRAM, IDS_SOURCE_DELIVERY_EXERCISE,
                                     IDS_SOURCE_RTS};
-    for (const auto& row : rows) {
+    for (const auto& [language, codePage] : rows) {
         const HRSRC found =
-            FindResourceExW(nullptr, kDialogInitType, MAKEINTRESOURCEW(IDD_FILL), row.language);
+            FindResourceExW(nullptr, MAKEINTRESOURCEW(240), MAKEINTRESOURCEW(IDD_FILL), language);
         ASSERT_NE(found, nullptr);
         std::string expected;
         for (unsigned source : sources) {
             // The string block, walked here to have the characters without the code page of this system.
-            const auto block = FindResourceInLanguage(nullptr, RT_STRING, source, row.language);
+            const auto block = FindResourceInLanguage(nullptr, RT_STRING, source, language);
             auto entry = static_cast<const wchar_t*>(LockResource(block));
             for (unsigned i = source % 16; i > 0; --i) entry += 1 + *entry;
             char text[32];
             const int length =
-                WideCharToMultiByte(row.codePage, 0, entry + 1, *entry, text, 31, nullptr, nullptr);
+                WideCharToMultiByte(codePage, 0, entry + 1, *entry, text, 31, nullptr, nullptr);
             text[length] = 0;
             const WORD head[] = {IDC_FILL_SOURCE, 0x403, static_cast<WORD>(length + 1), 0};
             expected.append(reinterpret_cast<const char*>(head), sizeof head).append(text, length + 1);
         }
         expected.append(2, '\0');
         const auto data = static_cast<const char*>(LockResource(LoadResource(nullptr, found)));
-        EXPECT_EQ(std::string(data, SizeofResource(nullptr, found)), expected) << row.language;
+        EXPECT_EQ(std::string(data, SizeofResource(nullptr, found)), expected) << language;
     }
 }
 

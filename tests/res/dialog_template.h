@@ -18,7 +18,6 @@ struct DialogTemplate {
     DWORD style = 0;
     short width = 0, height = 0;
     std::wstring caption;
-    unsigned pointSize = 0;
     std::vector<Control> controls;
 
     const Control* Find(unsigned id) const {
@@ -44,8 +43,7 @@ public:
         NameOrNumber();  // menu
         NameOrNumber();  // class
         dialog.caption = NameOrNumber();
-        dialog.pointSize = Take<WORD>();
-        m_at += 4;  // weight, slant, character set
+        m_at += 6;  // point size, weight, slant, character set
         NameOrNumber();
         for (unsigned i = 0; i < count; ++i) dialog.controls.push_back(ReadControl());
         return dialog;

@@ -85,13 +85,4 @@ TEST(ResourceLoader, DialogComesInTheLanguageAndFromTheModuleAskedFor) {
     EXPECT_EQ(LoadResDialog(IDD_CARRY, GetModuleHandleA("kernel32.dll")), nullptr);
 }
 
-TEST(ResourceLoader, StringBlockIsFoundByAnyOfItsIds) {
-    const HMODULE own = GetOwnModuleHandle();
-    const HGLOBAL first = FindResourceInLanguage(own, RT_STRING, 10000, kEnglish);
-    ASSERT_NE(first, nullptr);
-    EXPECT_EQ(FindResourceInLanguage(own, RT_STRING, 10015, kEnglish), first);
-    EXPECT_NE(FindResourceInLanguage(own, RT_STRING, 10016, kEnglish), first);
-    EXPECT_EQ(FindResourceInLanguage(own, RT_STRING, 20000, kEnglish), nullptr);
-}
-
 }  // namespace
