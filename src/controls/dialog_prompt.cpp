@@ -21,6 +21,7 @@ bool QuitIsPending() {
     return PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) != FALSE;
 }
 
+constexpr COLORREF kWarningText = RGB(0, 0, 0);
 constexpr COLORREF kWarningBackground = RGB(255, 199, 206);
 
 }  // namespace
@@ -55,5 +56,5 @@ PromptAnswer DialogPrompt::AskColoured(const std::string& text, const std::strin
         return PromptAnswer::None;
     }
     return AnswerOf(XMessageBox(m_owner, text, caption, MB_OKCANCEL | kXmbBuiltInCaptions,
-                                {CLR_INVALID, kWarningBackground}));
+                                {kWarningText, kWarningBackground}));
 }
