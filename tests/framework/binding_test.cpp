@@ -100,10 +100,13 @@ TEST(Binding, RefusedOrThrowingCreationLeavesNothing) {
     delete window;
 }
 
+HWND AddEdit(const HostWindow& host, const char* text) {
+    return CreateWindowExA(0, "Edit", text, WS_CHILD, 0, 0, 50, 20, host.Get(), nullptr, nullptr, nullptr);
+}
+
 TEST(Binding, DeletingTheObjectDestroysItsOwnWindowOnly) {
     const HostWindow host;
-    const HWND edit =
-        CreateWindowExA(0, "Edit", "text", WS_CHILD, 0, 0, 50, 20, host.Get(), nullptr, nullptr, nullptr);
+    const HWND edit = AddEdit(host, "text");
     HWND own = nullptr;
     {
         RecordingWindow subclassed;
@@ -118,7 +121,6 @@ TEST(Binding, DeletingTheObjectDestroysItsOwnWindowOnly) {
     EXPECT_EQ(TextOf(edit), "text");
 }
 
-LRESULT CALLBACK CountingProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 WNDPROC g_below = nullptr;
 int g_countedTexts = 0;
 
@@ -130,8 +132,7 @@ LRESULT CALLBACK CountingProc(HWND window, UINT message, WPARAM wParam, LPARAM l
 // The host, or a tool, subclasses one of the module's controls after the module did.
 TEST(Binding, UnsubclassingBelowAnotherSubclassKeepsTheChain) {
     const HostWindow host;
-    const HWND edit =
-        CreateWindowExA(0, "Edit", "", WS_CHILD, 0, 0, 50, 20, host.Get(), nullptr, nullptr, nullptr);
+    const HWND edit = AddEdit(host, "");
     const LONG original = GetWindowLongA(edit, GWL_WNDPROC);
     {
         RecordingWindow object;
@@ -154,18 +155,15 @@ TEST(Binding, UnsubclassingBelowAnotherSubclassKeepsTheChain) {
 }
 
 TEST(Binding, HandlerMayDestroyItsWindowAndObject) {
-    struct Row {
-        UINT message;
-        LRESULT result;
-    };
-    for (const Row row : {Row{WM_APP, 42}, Row{WM_COMMAND, 0}, Row{WM_CLOSE, 0}}) {
+    const std::pair<UINT, LRESULT> rows[] = {{WM_APP, 42}, {WM_COMMAND, 0}, {WM_CLOSE, 0}};
+    for (const auto& [message, result] : rows) {
         int alive = 0;
         auto* window = new SelfDeleting(alive);
         ASSERT_TRUE(window->Create(nullptr, "w", WS_OVERLAPPEDWINDOW, kSmall, nullptr, 0));
         const WindowWatch watch(window);
         EXPECT_TRUE(watch.WindowAlive());
-        EXPECT_EQ(SendMessageA(window->m_hWnd, row.message, 1, 0), row.result) << row.message;
-        EXPECT_EQ(alive, 0) << row.message;
+        EXPECT_EQ(SendMessageA(window->m_hWnd, message, 1, 0), result) << message;
+        EXPECT_EQ(alive, 0) << message;
         EXPECT_FALSE(watch.ObjectAlive());
     }
 }
@@ -190,7 +188,7 @@ TEST(Binding, NoExceptionLeavesAWindowProcedure) {
 
 TEST(Binding, RepeatedUseLeavesNothingBehind) {
     const HostWindow host;
-    const auto useAll = [&] {
+    KeptByEach([&] {
         CTreeCtrl tree;
         CListCtrl list;
         CComboBox combo;
@@ -203,20 +201,10 @@ TEST(Binding, RepeatedUseLeavesNothingBehind) {
         const HTREEITEM item = tree.InsertItem("EXA", 7, TVI_ROOT);
         EXPECT_EQ(tree.GetItemText(item), "EXA");
         EXPECT_EQ(tree.GetItemData(item), 7);
-        list.InsertColumn(0, "code", LVCFMT_LEFT, 40);
-        EXPECT_EQ(list.GetColumnCount(), 1);
         combo.AddString("USD US Dollar");
         EXPECT_EQ(combo.GetLBText(0), "USD US Dollar");
         EXPECT_EQ(combo.GetLBText(1), "");
-    };
-    useAll();
-    const ResourceCount before = CountResources();
-    for (int round = 0; round < 100; ++round) {
-        useAll();
-    }
-    const ResourceCount after = CountResources();
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+    });
 }
 
 TEST(Redraw, HiddenWindowStaysHidden) {

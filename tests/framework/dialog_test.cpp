@@ -80,24 +80,16 @@ BEGIN_MESSAGE_MAP(TestDialog, CDialog)
 ON_BN_CLICKED(107, &TestDialog::OnOther)
 END_MESSAGE_MAP()
 
+// The dialog-initialisation resource that adds these items to combo boxes.
 std::vector<std::byte> InitData(const std::vector<std::pair<int, std::string>>& items) {
-    std::vector<std::byte> data;
-    const auto put = [&](unsigned value, int bytes) {
-        for (int index = 0; index < bytes; ++index) {
-            data.push_back(static_cast<std::byte>(value >> (8 * index)));
-        }
-    };
+    std::string data;
     for (const auto& [id, text] : items) {
-        put(static_cast<unsigned>(id), 2);
-        put(0x0403, 2);
-        put(static_cast<unsigned>(text.size() + 1), 4);
-        for (const char character : text) {
-            put(static_cast<unsigned char>(character), 1);
-        }
-        put(0, 1);
+        const WORD head[] = {static_cast<WORD>(id), 0x0403, static_cast<WORD>(text.size() + 1), 0};
+        data.append(reinterpret_cast<const char*>(head), sizeof(head)).append(text).append(1, 0);
     }
-    put(0, 2);
-    return data;
+    data.append(2, 0);
+    const auto* bytes = reinterpret_cast<const std::byte*>(data.data());
+    return {bytes, bytes + data.size()};
 }
 
 struct Dialogs : testing::Test {

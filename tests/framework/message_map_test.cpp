@@ -95,7 +95,6 @@ END_MESSAGE_MAP()
 
 struct MessageMaps : testing::Test {
     MessageMaps() {
-        g_trace.clear();
         parent.Create(nullptr, "parent", WS_OVERLAPPEDWINDOW, kSmall, nullptr, 0);
         g_trace.clear();
     }
