@@ -23,16 +23,19 @@ if ! timeout --kill-after=5 300 "$here/with_wine.sh" wine wineboot -i </dev/null
 fi
 timeout 60 "$here/with_wine.sh" wineserver -w </dev/null >>"$log" 2>&1 9>&-
 
-# The dialogs ask for faces that no free system has; one with Chinese glyphs stands in. Small ones need smoothing
-# to be readable.
+# The dialogs ask for faces that no free system has; one stands in that has Chinese glyphs and allows smoothing at
+# the dialogs' sizes (a font says in its `gasp` table where it does; without it small glyphs fall apart).
+cp /usr/share/fonts/truetype/wqy/wqy-microhei.ttc "$partial/drive_c/windows/Fonts/"
 cat >>"$partial/user.reg" <<'END'
 
 [Software\\Wine\\Fonts\\Replacements]
-"Microsoft YaHei"="WenQuanYi Zen Hei"
-"MingLiU"="WenQuanYi Zen Hei"
-"PMingLiU"="WenQuanYi Zen Hei"
-"NSimSun"="WenQuanYi Zen Hei"
-"SimSun"="WenQuanYi Zen Hei"
+"Microsoft YaHei"="WenQuanYi Micro Hei"
+"MingLiU"="WenQuanYi Micro Hei"
+"PMingLiU"="WenQuanYi Micro Hei"
+"NSimSun"="WenQuanYi Micro Hei"
+"SimSun"="WenQuanYi Micro Hei"
+"Tahoma"="WenQuanYi Micro Hei"
+"Microsoft Sans Serif"="WenQuanYi Micro Hei"
 
 [Control Panel\\Desktop]
 "FontSmoothing"="2"

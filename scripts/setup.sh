@@ -12,7 +12,7 @@ packages=(
     clang libclang-rt-14-dev                                # fuzz targets
     googletest nlohmann-json3-dev
     xvfb xauth openbox x11-utils xdotool imagemagick        # virtual display, window manager, pictures
-    fonts-wqy-zenhei locales
+    fonts-wqy-microhei locales
     debootstrap util-linux
 )
 languages=(zh_CN zh_TW zh_HK zh_SG ja_JP)

@@ -12,7 +12,7 @@ wine_root_stamp=$wine_root/.emendo-recipe
 wine_on_path_stamp=$EMENDO_CACHE/wine-on-path
 
 # A finished prefix, from which every prefix in a build folder is copied. Raise the number when its contents change.
-wine_template_recipe=2
+wine_template_recipe=3
 wine_template=$EMENDO_CACHE/wine-prefix
 wine_template_stamp=$wine_template/.emendo-recipe
 
