@@ -47,6 +47,7 @@ BEGIN_MESSAGE_MAP(CxComboBox, CComboBox)
 ON_WM_TIMER()
 ON_WM_DESTROY()
 ON_CBN_EDITUPDATE_REFLECT(&CxComboBox::OnEditUpdate)
+ON_CBN_SELCHANGE_REFLECT(&CxComboBox::OnOperatorSelection)
 ON_WM_SETCURSOR()
 END_MESSAGE_MAP()
 
@@ -228,12 +229,26 @@ std::string CxComboBox::GetText() const {
 LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT result = CComboBox::WindowProc(message, wParam, lParam);
     if (message == CB_SETCURSEL || message == CB_SELECTSTRING) {
+        WindowWatch watch(this);
+        m_reporting = true;
         NotifyDialog(CBN_SELCHANGE);
+        if (watch.WindowAlive()) {
+            m_reporting = false;
+        }
     } else if (message == WM_CREATE && result != -1 && !m_edit) {
         // A control created by code gets its edit part only now.
         AttachEdit();
     }
     return result;
+}
+
+// The system reports a line picked from the open list before it shows it, while the dialog reads what is shown.
+bool CxComboBox::OnOperatorSelection() {
+    const int selected = GetCurSel();
+    if (!m_reporting && selected >= 0) {
+        ListMessage(CB_SETCURSEL, static_cast<WPARAM>(selected));
+    }
+    return false;  // the dialog wants to know as well
 }
 
 void CxComboBox::NotifyDialog(UINT notification) const {

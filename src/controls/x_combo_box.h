@@ -68,6 +68,7 @@ protected:
     void OnTimer(UINT_PTR id);
     void OnDestroy();
     bool OnEditUpdate();
+    bool OnOperatorSelection();
     BOOL OnSetCursor(HWND window, UINT hitTest, UINT message);
 
     DECLARE_MESSAGE_MAP()
@@ -104,6 +105,7 @@ private:
     bool m_showFullText = false;
     bool m_typing = true;    // the last key was neither Delete nor Backspace
     bool m_ownText = false;  // the control itself reads or sets the edit's whole text
+    bool m_reporting = false;  // the dialog is being told about a selection by program
     int m_minVisibleItems = 0;
 
     bool m_clickTimerRunning = false;

@@ -161,6 +161,7 @@ protected:                                     \
 #define ON_CONTROL_REFLECT(code, handler) \
     EMENDO_MAP_ROW(ReflectedCommand, code, 0, 0, return Handles([&] { return (self.*(handler))(); });)
 #define ON_CBN_EDITUPDATE_REFLECT(handler) ON_CONTROL_REFLECT(CBN_EDITUPDATE, handler)
+#define ON_CBN_SELCHANGE_REFLECT(handler) ON_CONTROL_REFLECT(CBN_SELCHANGE, handler)
 #define ON_NOTIFY_REFLECT(code, handler)                                                            \
     EMENDO_MAP_ROW(ReflectedNotify, code, 0, 0, return Handles([&] {                                \
                        return (self.*(handler))(reinterpret_cast<NMHDR*>(message.lParam), &result); \
