@@ -126,7 +126,7 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
         {"unknown order", [](OrderRecord& order) { order.orderNo = 4711; }},
         {"unknown upper", [](OrderRecord& order) { order.upperNo.Set("UP999"); }},
         {"account that may not trade", [](OrderRecord& order) { order.accountNo.Set("800199"); }},
-        {"account of another sign", [](OrderRecord& order) { order.accountNo.Set("610001"); }},
+        {"account of another sign", [](OrderRecord& order) { order.accountNo.Set("860001"); }},
         {"no number as price", [](OrderRecord& order) { order.orderPrice = 0.0 / 0.0; }},
     };
     const std::string before = BookText(*m_book);

@@ -35,8 +35,8 @@ TEST_F(ServicesTest, AnEmptySignMeansAnyAndKeysAreReadAsTheModuleWritesThem) {
     EXPECT_EQ(UserCount(""), 12u);
     EXPECT_EQ(UserCount("COAST"), 3u);
     EXPECT_EQ(UserCount("NOWHERE"), 0u);
-    EXPECT_TRUE(Api().GetUser("610001", ""));
-    EXPECT_FALSE(Api().GetUser("610001", "HQ"));
+    EXPECT_TRUE(Api().GetUser("860001", ""));
+    EXPECT_FALSE(Api().GetUser("860001", "HQ"));
 
     // Option types left 0, no sign, and a field with old text behind its terminator.
     ContractKey key{};
