@@ -4,10 +4,12 @@
 
 const char kUsage[] =
     "usage: EmendoHost [--book FILE] [--module FILE] [--lang 2052|1028|1033|0] [--journal FILE] [--fault TEXT]...\n"
+    "       EmendoHost --scenario FILE... [--lang 2052|1028|1033] [--out FOLDER] [--slow] [--book FILE]\n"
     "       EmendoHost --explain FILE [--record NAME]\n"
     "       EmendoHost --explain FILE FILE [--ignore-clock]\n"
     "\n"
     "The first form opens the desk. --fault makes an operation fail, e.g. --fault \"SendOrder fail at 2\".\n"
+    "--scenario plays operator steps, each file on a fresh book; pictures and journals go to the folder.\n"
     "--explain prints a journal or a record (raw bytes or hexadecimal) field by field; with two files it prints\n"
     "what differs and ends with 1 when something does.\n";
 
@@ -41,6 +43,15 @@ Arguments ReadArguments(const std::vector<std::string>& words) {
             if (at < words.size() && !words[at].starts_with("--")) {
                 arguments.explain.push_back(words[at++]);
             }
+        } else if (word == "--scenario") {
+            arguments.scenarios.push_back(value());
+            while (at < words.size() && !words[at].starts_with("--")) {
+                arguments.scenarios.push_back(words[at++]);
+            }
+        } else if (word == "--out") {
+            arguments.out = value();
+        } else if (word == "--slow") {
+            arguments.slow = true;
         } else if (word == "--lang") {
             const std::string language = value();
             if (language != "2052" && language != "1028" && language != "1033" && language != "0") {

@@ -13,6 +13,9 @@ struct Arguments {
     std::vector<std::string> faults;   // as FaultPlan reads them
     std::vector<std::string> explain;  // one file to explain, or two to compare
     std::optional<std::string> record;
+    std::vector<std::string> scenarios;  // files to play, one after the other
+    std::string out;                     // folder for what a scenario leaves; empty: it leaves nothing
+    bool slow = false;
     bool ignoreClock = false;
     bool help = false;
 };

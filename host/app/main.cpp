@@ -2,6 +2,7 @@
 #include "book/book_file.h"
 #include "desk/desk_session.h"
 #include "desk/wide_text.h"
+#include "scenario/play.h"
 #include "services/explain.h"
 
 #include <cstdio>
@@ -36,11 +37,25 @@ int RunExplain(const Arguments& arguments) {
     return differences.empty() ? 0 : kDifferent;
 }
 
+std::string BookPath(const Arguments& arguments) {
+    return arguments.book.empty() ? ProgramFolder() + "data\\sample_book.json" : arguments.book;
+}
+
+std::string ModulePath(const Arguments& arguments) {
+    return arguments.module.empty() ? ProgramFolder() + "EmendoOrd.dll" : arguments.module;
+}
+
+int RunScenarios(const Arguments& arguments) {
+    if (arguments.language == 0) {
+        throw std::invalid_argument("a scenario needs a language");
+    }
+    return PlayScenarios({arguments.scenarios, BookPath(arguments), ModulePath(arguments), arguments.out,
+                          static_cast<WORD>(arguments.language), arguments.slow});
+}
+
 int OpenDesk(const Arguments& arguments) {
     ScaleByOurselves();
-    const std::string folder = ProgramFolder();
-    const std::string bookPath = arguments.book.empty() ? folder + "data\\sample_book.json" : arguments.book;
-    const std::unique_ptr<Book> book = ReadBookFile(bookPath);
+    const std::unique_ptr<Book> book = ReadBookFile(BookPath(arguments));
     HostApp host(*book);
     for (const std::string& fault : arguments.faults) {
         host.Services().faults.Set(fault);
@@ -49,8 +64,8 @@ int OpenDesk(const Arguments& arguments) {
         throw std::runtime_error(arguments.journal + ": cannot be written");
     }
     // The sample is for reading: only a book of one's own is written back.
-    RunDesk(host, {arguments.module.empty() ? folder + "EmendoOrd.dll" : arguments.module, arguments.book,
-                   DeskSettingsPath(), static_cast<WORD>(arguments.language)});
+    RunDesk(host, {ModulePath(arguments), arguments.book, DeskSettingsPath(),
+                   static_cast<WORD>(arguments.language)});
     return 0;
 }
 
@@ -62,6 +77,9 @@ int main(int count, char** words) {
         if (arguments.help) {
             std::fputs(kUsage, stdout);
             return 0;
+        }
+        if (!arguments.scenarios.empty()) {
+            return RunScenarios(arguments);
         }
         return arguments.explain.empty() ? OpenDesk(arguments) : RunExplain(arguments);
     } catch (const std::invalid_argument& error) {
