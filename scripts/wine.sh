@@ -104,6 +104,8 @@ make_prefix() {
     for file in system.reg user.reg userdef.reg .update-timestamp; do
         cp --remove-destination "$wine_template/$file" "$WINEPREFIX.partial/$file"
     done
+    # Wine's own is nearly that of the background; this is the usual one.
+    sed -i 's/^"HotTrackingColor"=.*/"HotTrackingColor"="0 102 204"/' "$WINEPREFIX.partial/user.reg"
     if [ "$display" = null ]; then
         printf '\n[Software\\\\Wine\\\\Drivers]\n"Graphics"="null"\n' >>"$WINEPREFIX.partial/user.reg"
     fi
