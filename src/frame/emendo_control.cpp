@@ -3,24 +3,10 @@
 #include "fill/fill_dialog.h"
 #include "framework/guard.h"
 #include "order/order_dialog.h"
-#include "res/resource_ids.h"
+#include "order/order_mode.h"
 #include "trade/host_services.h"
 
 namespace {
-
-constexpr int kCarryMode = 1;
-constexpr int kExerciseMode = 5;
-
-unsigned OrderTemplate(int mode) {
-    switch (mode) {
-        case kCarryMode:
-            return IDD_CARRY;
-        case kExerciseMode:
-            return IDD_EXERCISE;
-        default:
-            return IDD_ORDER;
-    }
-}
 
 // `slot` is the single-instance pointer; a dialog whose window is destroyed clears it itself, also when that
 // happens while it is being created.
@@ -60,7 +46,8 @@ IEmendixOper* IEmendoControl::OpenOrderDialog(int mode, OrderRecord* record, HWN
     return Guarded(
         [&] {
             return OpenOrBringForward(g_pOrderDialog, [&] {
-                return new CEmendoOrder(OrderTemplate(mode), mode, record, parentWindow);
+                const OrderModeTraits& traits = TraitsOf(static_cast<OrderMode>(mode));
+                return new CEmendoOrder(static_cast<unsigned>(traits.templateId), mode, record, parentWindow);
             });
         },
         static_cast<IEmendixOper*>(nullptr));

@@ -13,8 +13,6 @@ public:
     ScopedActivationContext(const ScopedActivationContext&) = delete;
     ScopedActivationContext& operator=(const ScopedActivationContext&) = delete;
 
-    bool Active() const { return m_active; }
-
 private:
     ULONG_PTR m_cookie = 0;
     bool m_active = false;

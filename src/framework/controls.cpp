@@ -7,9 +7,6 @@
 
 namespace {
 
-// Long enough for every text that the module puts into a tree or a list.
-using CellText = std::array<char, 512>;
-
 bool CreateControl(CWnd& control, const char* className, DWORD classes, DWORD style, const RECT& rect,
                    HWND parent, UINT id) {
     const ScopedActivationContext commonControls6;
@@ -39,42 +36,12 @@ bool CTreeCtrl::Create(DWORD style, const RECT& rect, HWND parent, UINT id) {
     return CreateControl(*this, WC_TREEVIEWA, ICC_TREEVIEW_CLASSES, style, rect, parent, id);
 }
 
-HTREEITEM CTreeCtrl::InsertItem(const std::string& text, LPARAM data, HTREEITEM parent,
-                                HTREEITEM after) const {
-    TVINSERTSTRUCTA insert{};
-    insert.hParent = parent;
-    insert.hInsertAfter = after;
-    insert.item.mask = TVIF_TEXT | TVIF_PARAM;
-    insert.item.pszText = const_cast<char*>(text.c_str());  // read only by the control
-    insert.item.lParam = data;
-    return reinterpret_cast<HTREEITEM>(SendMessage(TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert)));
-}
-
-std::string CTreeCtrl::GetItemText(HTREEITEM item) const {
-    CellText text{};
-    TVITEMA query{};
-    query.mask = TVIF_TEXT;
-    query.hItem = item;
-    query.pszText = text.data();
-    query.cchTextMax = static_cast<int>(text.size());
-    return SendMessage(TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query)) ? std::string(query.pszText)
-                                                                          : std::string();
-}
-
 LPARAM CTreeCtrl::GetItemData(HTREEITEM item) const {
     TVITEMA query{};
     query.mask = TVIF_PARAM;
     query.hItem = item;
     SendMessage(TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
     return query.lParam;
-}
-
-void CTreeCtrl::SetItemData(HTREEITEM item, LPARAM data) const {
-    TVITEMA change{};
-    change.mask = TVIF_PARAM;
-    change.hItem = item;
-    change.lParam = data;
-    SendMessage(TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&change));
 }
 
 HTREEITEM CTreeCtrl::HitTest(POINT point, UINT* flags) const {
@@ -102,7 +69,7 @@ int CListCtrl::InsertColumn(int index, const std::string& heading, int format, i
 }
 
 std::string CListCtrl::GetItemText(int row, int column) const {
-    CellText text{};
+    std::array<char, 512> text{};  // long enough for every text that the module puts into a list
     LVITEMA query{};
     query.iSubItem = column;
     query.pszText = text.data();

@@ -52,13 +52,8 @@ class CTreeCtrl : public CWnd {
 public:
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
 
-    // `data` is the item's 32-bit value; null when it could not be inserted.
-    HTREEITEM InsertItem(const std::string& text, LPARAM data, HTREEITEM parent,
-                         HTREEITEM after = TVI_LAST) const;
     bool DeleteAllItems() const { return TreeView_DeleteAllItems(m_hWnd); }
-    std::string GetItemText(HTREEITEM item) const;
     LPARAM GetItemData(HTREEITEM item) const;
-    void SetItemData(HTREEITEM item, LPARAM data) const;
     bool Expand(HTREEITEM item, UINT code = TVE_EXPAND) const { return TreeView_Expand(m_hWnd, item, code); }
     bool IsExpanded(HTREEITEM item) const {
         return (TreeView_GetItemState(m_hWnd, item, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
@@ -83,7 +78,6 @@ public:
     HWND GetHeaderCtrl() const { return ListView_GetHeader(m_hWnd); }
     int GetColumnCount() const { return Header_GetItemCount(GetHeaderCtrl()); }
     bool DeleteAllItems() const { return ListView_DeleteAllItems(m_hWnd); }
-    int GetItemCount() const { return ListView_GetItemCount(m_hWnd); }
     void SetItemCount(int count) const { SendMessage(LVM_SETITEMCOUNT, count); }
     void SetExtendedStyle(DWORD style) const { SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, 0, style); }
     int GetSelectionMark() const { return ListView_GetSelectionMark(m_hWnd); }

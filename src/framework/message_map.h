@@ -141,7 +141,6 @@ protected:                                     \
 #define ON_CBN_KILLFOCUS(id, handler) ON_CONTROL(CBN_KILLFOCUS, id, handler)
 #define ON_CBN_EDITUPDATE(id, handler) ON_CONTROL(CBN_EDITUPDATE, id, handler)
 #define ON_EN_CHANGE(id, handler) ON_CONTROL(EN_CHANGE, id, handler)
-#define ON_EN_UPDATE(id, handler) ON_CONTROL(EN_UPDATE, id, handler)
 #define ON_EN_KILLFOCUS(id, handler) ON_CONTROL(EN_KILLFOCUS, id, handler)
 
 // Notifications of a common control (WM_NOTIFY): void OnX(NMHDR*, LRESULT*), or a BOOL that says whether it

@@ -114,7 +114,6 @@ public:
     HWND SetFocus() const { return ::SetFocus(m_hWnd); }
     HWND GetParent() const { return ::GetParent(m_hWnd); }
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(m_hWnd); }
-    DWORD GetStyle() const { return static_cast<DWORD>(::GetWindowLongA(m_hWnd, GWL_STYLE)); }
     RECT GetClientRect() const;
     RECT GetWindowRect() const;
     void SetFont(HFONT font, bool redraw = true) const {

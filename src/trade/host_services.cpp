@@ -44,10 +44,6 @@ void AcquireHostServices(IPluginManager* manager) {
     FetchOnce(g_pTradeList, *manager, "TradeList", "1.0.0.1");
 }
 
-ISysConfig* GetSysConfig() {
-    return g_hostServices.sysConfig;
-}
-
 TradeData CurrentTradeData() {
     return TradeData(g_pTradeApi, g_hostServices.sysConfig);
 }

@@ -23,8 +23,6 @@ extern ITradeList* g_pTradeList;
 // Fetches what is not there yet. A null manager is ignored; a repeated call only retries "TradeList".
 void AcquireHostServices(IPluginManager* manager);
 
-ISysConfig* GetSysConfig();
-
 // The trade data and requests of the services that are held now.
 TradeData CurrentTradeData();
 TradeRequests CurrentTradeRequests();

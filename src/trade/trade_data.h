@@ -14,9 +14,6 @@ class TradeData {
 public:
     explicit TradeData(ITradeApi* api, ISysConfig* config = nullptr) : m_api(api), m_config(config) {}
 
-    // True when there is a trade interface at all.
-    bool Available() const { return m_api != nullptr; }
-
     // Lists, in the host's order. `sign` "" means all signs.
     std::vector<const UserRecord*> Users(const std::string& sign) const;
     std::vector<const UpperRecord*> Uppers(const std::string& sign) const;

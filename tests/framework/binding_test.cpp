@@ -198,9 +198,6 @@ TEST(Binding, RepeatedUseLeavesNothingBehind) {
         ASSERT_TRUE(combo.Create(WS_CHILD | CBS_DROPDOWN, kSmall, host.Get(), 3));
         ASSERT_TRUE(font.CreatePointFont(130, "Microsoft YaHei"));
         list.SetFont(font.Get());
-        const HTREEITEM item = tree.InsertItem("EXA", 7, TVI_ROOT);
-        EXPECT_EQ(tree.GetItemText(item), "EXA");
-        EXPECT_EQ(tree.GetItemData(item), 7);
         combo.AddString("USD US Dollar");
         EXPECT_EQ(combo.GetLBText(0), "USD US Dollar");
         EXPECT_EQ(combo.GetLBText(1), "");

@@ -26,7 +26,6 @@ ServerConfigRecord Config(const char* name, const char* address, std::uint32_t p
 
 TEST(TradeData, WithoutATradeInterfaceNothingIsFound) {
     const TradeData trade(nullptr);
-    EXPECT_FALSE(trade.Available());
     EXPECT_TRUE(trade.Users("").empty());
     EXPECT_TRUE(trade.Contracts({}).empty());
     EXPECT_EQ(trade.SignEntryCount(""), 0u);
