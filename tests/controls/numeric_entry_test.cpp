@@ -183,19 +183,14 @@ TEST(NumericEntry, PutsTheLastGoodTextBack) {
 TEST(DialogKeys, EnterIsTabAndClicksTheButtons) {
     Entry entry(1);
     const std::string clicked = std::to_string(kConfirm) + ":0";
-    entry.Set(kSecondNumerator, "");
-    entry.dialog.TakeLog();
+    ::SetFocus(entry.Item(kFee));
     entry.dialog.Keys({VK_RETURN});
-    EXPECT_EQ(::GetFocus(), entry.Item(kFee));
-    entry.dialog.Keys({VK_TAB});
     EXPECT_EQ(::GetFocus(), entry.Item(kConfirm));
     EXPECT_EQ(std::count(entry.dialog.log.begin(), entry.dialog.log.end(), clicked), 0);
-    entry.dialog.Keys({VK_RETURN});
+    entry.dialog.Keys({VK_RETURN, VK_ESCAPE, VK_F1});
     EXPECT_EQ(std::count(entry.dialog.log.begin(), entry.dialog.log.end(), clicked), 1);
     EXPECT_EQ(::GetFocus(), entry.Item(kCancel)) << "the click is followed by Tab";
-    EXPECT_EQ(entry.tabs, 3);
-    entry.dialog.Keys({VK_ESCAPE, VK_F1});
-    EXPECT_EQ(entry.tabs, 3) << "nothing else is the dialog's";
+    EXPECT_EQ(entry.tabs, 2) << "nothing else is the dialog's";
 }
 
 TEST(DialogKeys, AButtonMayTakeTheDialogAway) {

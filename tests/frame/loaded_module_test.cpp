@@ -130,16 +130,6 @@ TEST_F(Module, EveryModeShowsItsTemplate) {
     }
 }
 
-TEST_F(Module, LanguageThatItDoesNotCarryStillShowsDialogs) {
-    loaded->load(MAKELANGID(LANG_FRENCH, SUBLANG_FRENCH));
-    loaded->init(host.Manager());
-    api = loaded->createApi("1.0.0.1");
-    void* dialog = OpenOrder(1);
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_NE(Title(dialog), "");
-    Close(dialog);
-}
-
 // Copies the module's file, with the template of the order dialog under another id: in the directory of the
 // dialogs each entry is an id and a place.
 void CopyWithoutOrderTemplate(const char* original, const std::string& copy) {

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "res/language.h"
 #include "res/resource_ids.h"
@@ -42,18 +43,13 @@ TEST(DialogResource, LanguagesDifferInTextsAndTheWidthOfThreeLabelsOnly) {
         const DialogTemplate english = TemplateIn(kEnglish, id);
         for (std::uint16_t language : {kSimplifiedChinese, kTraditionalChinese}) {
             const DialogTemplate chinese = TemplateIn(language, id);
-            EXPECT_EQ(chinese.style, english.style);
-            EXPECT_EQ(chinese.width, english.width);
-            EXPECT_EQ(chinese.height, english.height);
+            EXPECT_EQ(std::tie(chinese.style, chinese.width, chinese.height),
+                      std::tie(english.style, english.width, english.height));
             ASSERT_EQ(chinese.controls.size(), english.controls.size());
             for (std::size_t i = 0; i < english.controls.size(); ++i) {
                 const auto &a = english.controls[i], &b = chinese.controls[i];
-                EXPECT_EQ(a.id, b.id);
-                EXPECT_EQ(a.type, b.type) << a.id;
-                EXPECT_EQ(a.style, b.style) << a.id;
-                EXPECT_EQ(a.x, b.x) << a.id;
-                EXPECT_EQ(a.y, b.y) << a.id;
-                EXPECT_EQ(a.height, b.height) << a.id;
+                EXPECT_EQ(std::tie(a.id, a.type, a.style, a.x, a.y, a.height),
+                          std::tie(b.id, b.type, b.style, b.x, b.y, b.height));
                 EXPECT_TRUE(a.width == b.width || wider.count(a.id)) << a.id;
                 EXPECT_EQ(a.text.empty(), b.text.empty()) << a.id;
             }

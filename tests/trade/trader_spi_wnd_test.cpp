@@ -76,23 +76,6 @@ TEST_F(HiddenWindow, ForwardsDirectCallsAtOnce) {
     EXPECT_EQ(dialog.calls.size(), 6u);
 }
 
-TEST_F(HiddenWindow, UsesTheDispatcherItWasGiven) {
-    class Refusing : public ITradeSpiSwitch {
-    public:
-        ITradeSpi* listener = nullptr;
-        std::uint32_t packed = 0;
-        bool Dispatch(ITradeSpi* target, void*, std::uint32_t code) override {
-            listener = target;
-            packed = code;
-            return false;
-        }
-    } dispatcher;
-    const Dialog dialog(&dispatcher);
-    EXPECT_EQ(SendMessageA(NotifyWindow(), kWmTradeSpi, 0, 0x7F010203), 0);
-    EXPECT_EQ(dispatcher.listener, static_cast<const ITradeSpi*>(&dialog));
-    EXPECT_EQ(dispatcher.packed, 0x7F010203u);
-}
-
 TEST_F(HiddenWindow, GoesWithTheDialogAlsoInTheMiddleOfAnEvent) {
     auto dialog = std::make_unique<Dialog>();
     const HWND window = NotifyWindow();
