@@ -1,12 +1,15 @@
 #include "book/host_text.h"
 
+#include <algorithm>
+
 #include <windows.h>
 
 namespace {
 
 std::string Convert(std::string_view text, UINT from, UINT to) {
-    if (text.empty()) {
-        return {};
+    // Most texts are plain, and those are the same in every code page.
+    if (std::all_of(text.begin(), text.end(), [](unsigned char c) { return c < 0x80; })) {
+        return std::string(text);
     }
     const int length = static_cast<int>(text.size());
     std::wstring wide(MultiByteToWideChar(from, 0, text.data(), length, nullptr, 0), L'\0');

@@ -188,11 +188,10 @@ void DeskWindow::ExplainEntry() {
         text.replace(at, 1, "\r\n");
     }
     if (!IsWindow(m_explanation)) {
-        m_explanation = CreateWindowExW(
-            WS_EX_TOOLWINDOW, L"EDIT", L"Journal",
-            WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_VSCROLL | ES_MULTILINE | ES_READONLY,
-            CW_USEDEFAULT, 0, Scaled(560), Scaled(520), m_window, nullptr, GetModuleHandleW(nullptr),
-            nullptr);
+        m_explanation =
+            CreateWindowExW(0, L"EDIT", L"Journal",
+                            WS_OVERLAPPEDWINDOW | WS_VSCROLL | ES_MULTILINE | ES_READONLY, CW_USEDEFAULT, 0,
+                            Scaled(560), Scaled(520), m_window, nullptr, GetModuleHandleW(nullptr), nullptr);
         RECT desk{};
         GetWindowRect(m_window, &desk);
         SetWindowPos(m_explanation, nullptr, desk.left + Scaled(80), desk.top + Scaled(80), 0, 0,

@@ -107,6 +107,15 @@ std::span<const LanguageChoice> Languages() {
     return kLanguages;
 }
 
+bool CanShow(WORD language) {
+    constexpr UINT kSimplifiedPage = 936;  // has the traditional characters too
+    constexpr UINT kTraditionalPage = 950;
+    const UINT page = GetACP();
+    return language == 1028   ? page == kTraditionalPage || page == kSimplifiedPage
+           : language == 2052 ? page == kSimplifiedPage
+                              : true;
+}
+
 HMENU MakeDeskMenu() {
     HMENU book = CreatePopupMenu();
     Append(book, kBookItems);

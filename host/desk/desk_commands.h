@@ -49,6 +49,8 @@ struct LanguageChoice {
     const wchar_t* text;
 };
 std::span<const LanguageChoice> Languages();
+// The module's texts are in the ANSI code page: only some systems have the characters of a language.
+bool CanShow(WORD language);
 
 HMENU MakeDeskMenu();
 // The menu "Sort by" of that bar, which is filled when it opens.

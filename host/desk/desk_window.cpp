@@ -14,12 +14,13 @@ constexpr unsigned kFirstListId = 1000;
 constexpr int kWidth = 1180;
 constexpr int kHeight = 760;
 constexpr int kGap = 5;
-constexpr int kLanguagePart = 190;
+constexpr int kLanguagePart = 290;
 
 FontHandle MessageFont() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    metrics.lfMessageFont.lfQuality = CLEARTYPE_QUALITY;  // small letters without it are hard to read in Wine
     return FontHandle(CreateFontIndirectW(&metrics.lfMessageFont));
 }
 
@@ -272,6 +273,7 @@ void DeskWindow::Arrange() {
     for (std::size_t i = 0; i < boxes.size(); ++i) {
         m_panes[i]->Place(boxes[i]);
     }
+    RedrawWindow(m_window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 int DeskWindow::DividerAt(POINT point) const {
@@ -332,10 +334,11 @@ void DeskWindow::SetStatus(const std::string& utf8) {
 }
 
 void DeskWindow::ShowLanguage() {
-    const std::wstring text =
-        m_host.Loaded()
-            ? L"Module in language " + (m_language ? std::to_wstring(m_language) : L"of the system")
-            : L"No module";
+    std::wstring text = L"No module";
+    if (m_host.Loaded()) {
+        text = L"Module in language " + (m_language ? std::to_wstring(m_language) : L"of the system") +
+               (CanShow(m_language) ? L"" : L", not in this code page");
+    }
     SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(text.c_str()));
 }
 

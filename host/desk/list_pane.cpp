@@ -53,8 +53,10 @@ void ListPane::MakeColumns() {
 void ListPane::Place(const PaneBox& box) {
     const int heading = Scaled(kHeadingHeight);
     const int width = box.right - box.left;
-    MoveWindow(m_heading, box.left + Scaled(4), box.top, width - Scaled(4), heading, TRUE);
-    MoveWindow(m_list, box.left, box.top + heading, width, box.bottom - box.top - heading, TRUE);
+    // Pixels are not carried along: a list view's header and scroll bars would stay where they were.
+    constexpr UINT kFlags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS;
+    SetWindowPos(m_heading, nullptr, box.left + Scaled(4), box.top, width - Scaled(4), heading, kFlags);
+    SetWindowPos(m_list, nullptr, box.left, box.top + heading, width, box.bottom - box.top - heading, kFlags);
 }
 
 const void* ListPane::Selected() const {
@@ -83,7 +85,14 @@ void ListPane::Reload(bool follow) {
 // The rows may all have moved: the selection, which the list view keeps by place, is set anew.
 void ListPane::Show(const void* selected) {
     const int count = static_cast<int>(m_model.Count());
-    ListView_SetItemState(m_list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    // Row by row: taking the state off all rows at once visits every one of them.
+    for (const UINT state : {LVIS_SELECTED, LVIS_FOCUSED}) {
+        const int row =
+            ListView_GetNextItem(m_list, -1, state == LVIS_SELECTED ? LVNI_SELECTED : LVNI_FOCUSED);
+        if (row >= 0) {
+            ListView_SetItemState(m_list, row, 0, state);
+        }
+    }
     ListView_SetItemCountEx(m_list, count, LVSICF_NOSCROLL);
     if (const int index = m_model.Find(selected); index >= 0) {
         Select(index);

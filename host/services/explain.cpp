@@ -191,6 +191,9 @@ std::string Explain(const ExplainInput& input) {
             ExplainRecord(request, text);
         }
         if (request.line.is_object()) {
+            for (const Json& remark : request.line.value("remarks", Json::array())) {
+                text += "  remark: " + remark.get<std::string>() + '\n';
+            }
             for (const Json& change : request.line.value("changed", Json::array())) {
                 text += "  " + change.value("what", "") + ' ' + change.value("kind", "") + ' ' +
                         change.value("id", "") + ": " + change.value("text", "") + '\n';
