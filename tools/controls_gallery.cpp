@@ -13,9 +13,9 @@
 #include "res/language.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
+#include "scenario/picture.h"
 #include "tests/controls/control_dialog.h"
 #include "tests/controls/sample_contracts.h"
-#include "tools/screenshot.h"
 #include "trade/code_tables.h"
 
 #include <cstdlib>
@@ -300,7 +300,7 @@ struct Picture {
 // By a timer: the message box runs a loop of its own.
 void CALLBACK TakePicture(HWND, UINT, UINT_PTR timer, DWORD) {
     ::KillTimer(nullptr, timer);
-    g_picture.saved = SaveScreenshot(nullptr, g_picture.file);
+    g_picture.saved = SavePicture(nullptr, g_picture.file);
     ::PostQuitMessage(0);
 }
 
