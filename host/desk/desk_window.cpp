@@ -20,7 +20,6 @@ FontHandle MessageFont() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    metrics.lfMessageFont.lfQuality = CLEARTYPE_QUALITY;  // small letters without it are hard to read in Wine
     return FontHandle(CreateFontIndirectW(&metrics.lfMessageFont));
 }
 
