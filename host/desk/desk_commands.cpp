@@ -14,7 +14,7 @@ constexpr DialogCommand kDialogCommands[] = {
     {kRemoveFilled, L"&Remove filled\tCtrl+R", Subject::kOrder, false, 3},
     {kInputFill, L"Input &fill\tCtrl+F", Subject::kOrder, true, 0},
     {kModifyFill, L"Mod&ify fill\tCtrl+I", Subject::kFill, true, 2},
-    {kRemoveFill, L"Remove fi&ll\tDel", Subject::kFill, true, 3},
+    {kRemoveFill, L"Remove fi&ll\tCtrl+D", Subject::kFill, true, 3},
 };
 
 constexpr LanguageChoice kLanguages[] = {{2052, L"&Simplified Chinese"},
@@ -55,7 +55,7 @@ constexpr ACCEL kKeys[] = {
     {kControl, 'R', kRemoveFilled},
     {kControl, 'F', kInputFill},
     {kControl, 'I', kModifyFill},
-    {FVIRTKEY, VK_DELETE, kRemoveFill},
+    {kControl, 'D', kRemoveFill},
     {kControl, 'S', kSaveBook},
     {FVIRTKEY, VK_F5, kRefresh},
     {FVIRTKEY, VK_TAB, kNextList},

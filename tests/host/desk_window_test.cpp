@@ -91,6 +91,13 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
         EXPECT_EQ(desk.Pane(kOrderList).Selected(), selected);
         EXPECT_EQ(Cell(desk.Pane(kAccountList).Window(), 1, 1), L"\u9752\u77f3\u7cae\u6cb9")
             << "on every code page";
+        LVFINDINFOW wanted{};
+        wanted.flags = LVFI_STRING | LVFI_PARTIAL;
+        wanted.psz = L"1003";
+        EXPECT_EQ(
+            SendMessageW(orders, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)),
+            7)
+            << "typing goes to the row";
         PostMessageA(desk.Window(), WM_CLOSE, 0, 0);
     });
 }
