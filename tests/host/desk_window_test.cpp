@@ -11,6 +11,8 @@
 namespace {
 
 constexpr int kConfirm = 1061;
+constexpr char kQuestion[] = "The Order isn't Input,Are you sure to take this operation?";
+constexpr char kQuestionCaption[] = "Operational quaification";
 constexpr char kBookFile[] = "desk_window_test.json";
 
 void Do(const DeskWindow& desk, unsigned command) {
@@ -157,8 +159,7 @@ TEST_F(DeskWindowTest, ClosesWithDialogsOpen) {
 TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
     HWND window = nullptr;
     MessageBoxScript boxes(
-        {{"The Order isn't Input,Are you sure to take this operation?", "Operational quaification", 0,
-          [&](HWND) { SendMessageA(window, WM_CLOSE, 0, 0); }}});
+        {{kQuestion, kQuestionCaption, 0, [&](HWND) { SendMessageA(window, WM_CLOSE, 0, 0); }}});
     Run([&](DeskWindow& desk) {
         window = desk.Window();
         Confirm(desk, 2, kModifyOrder);
@@ -167,17 +168,20 @@ TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
 }
 
 TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
+    constexpr wchar_t kDone[] = L"Module started again";
     DeskWindow* opened = nullptr;
-    MessageBoxScript boxes({{"The Order isn't Input,Are you sure to take this operation?",
-                             "Operational quaification", 0, [&](HWND) {
+    MessageBoxScript boxes({{kQuestion, kQuestionCaption, 0, [&](HWND) {
                                  Do(*opened, kFirstLanguage);
-                                 EXPECT_TRUE(host.Loaded()) << "a function of the module is still running";
-                                 PostMessageA(opened->Window(), WM_COMMAND, kModifyFill, 0);
-                                 PostMessageA(opened->Window(), WM_CLOSE, 0, 0);
+                                 EXPECT_NE(opened->StatusText(), kDone) << "the module is still asking";
                              }}});
     Run([&](DeskWindow& desk) {
         opened = &desk;
         Confirm(desk, 2, kModifyOrder);
+        Pump(desk);
+        EXPECT_EQ(desk.StatusText(), kDone);
+        Do(desk, kModifyFill);
+        EXPECT_EQ(host.Dialogs().size(), 1u);
+        Do(desk, kCloseDesk);
     });
     EXPECT_TRUE(host.Services().journal.Lines().empty());
 }
