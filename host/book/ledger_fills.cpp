@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-// The part of the ledger that deals with fills: the order that a fill belongs to, booking and removal,
+// How the ledger deals with fills: the order that a fill belongs to, booking and removal,
 // exercise; and how a saved ledger is restored.
 
 namespace {

@@ -25,7 +25,7 @@ std::size_t CodeLength(std::wstring_view line, const CodedTextFormat& format);
 inline std::string_view CodeOf(std::string_view line, const CodedTextFormat& format) {
     return line.substr(0, CodeLength(line, format));
 }
-// The part behind the separator without leading white space; empty without a separator.
+// What stands behind the separator, without leading white space; empty without a separator.
 std::string_view NameOf(std::string_view line, const CodedTextFormat& format);
 
 // The same lines with their names in one column, at least one separator behind the longest code.
