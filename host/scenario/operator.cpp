@@ -12,9 +12,10 @@ struct KeyName {
     unsigned virtualKey;
 };
 constexpr KeyName kKeys[] = {
-    {"Enter", VK_RETURN}, {"Tab", VK_TAB},   {"Esc", VK_ESCAPE},     {"Space", VK_SPACE},    {"Up", VK_UP},
-    {"Down", VK_DOWN},    {"Left", VK_LEFT}, {"Right", VK_RIGHT},    {"Home", VK_HOME},      {"End", VK_END},
-    {"PageUp", VK_PRIOR}, {"PageDown", VK_NEXT}, {"Delete", VK_DELETE}, {"Backspace", VK_BACK}, {"F4", VK_F4},
+    {"Enter", VK_RETURN},  {"Tab", VK_TAB},        {"Esc", VK_ESCAPE},   {"Space", VK_SPACE},
+    {"Up", VK_UP},         {"Down", VK_DOWN},      {"Left", VK_LEFT},    {"Right", VK_RIGHT},
+    {"Home", VK_HOME},     {"End", VK_END},        {"PageUp", VK_PRIOR}, {"PageDown", VK_NEXT},
+    {"Delete", VK_DELETE}, {"Backspace", VK_BACK}, {"F4", VK_F4},
 };
 
 // Where typed characters go: the edit part of a combo box, otherwise the control itself.
@@ -22,7 +23,7 @@ HWND EditOf(HWND control) {
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     return ClassOf(control) == "ComboBox" && GetComboBoxInfo(control, &info) && info.hwndItem ? info.hwndItem
-                                                                                             : control;
+                                                                                              : control;
 }
 
 int FindLine(HWND comboBox, const std::string& text) {
@@ -167,8 +168,9 @@ std::string Operator::Choose(HWND comboBox, const std::string& text) {
     SendMessageW(info.hwndList, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&line));
     ClickAt(info.hwndList, Middle(line));
     const auto chosen = static_cast<int>(SendMessageW(comboBox, CB_GETCURSEL, 0, 0));
-    return chosen == index ? "" : "shows line " + std::to_string(chosen) + " after line " +
-                                      std::to_string(index) + " was clicked";
+    return chosen == index ? ""
+                           : "shows line " + std::to_string(chosen) + " after line " + std::to_string(index) +
+                                 " was clicked";
 }
 
 std::string Operator::ClickNode(HWND tree, HTREEITEM& parent, const std::string& text) {
@@ -200,7 +202,8 @@ std::string Operator::ClickCell(HWND list, const std::string& text) {
             }
             SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
             RECT place{LVIR_LABEL, column, 0, 0};
-            SendMessageW(list, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+            SendMessageW(list, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row),
+                         reinterpret_cast<LPARAM>(&place));
             ClickAt(list, Middle(place));
             return {};
         }

@@ -8,8 +8,8 @@
 
 #include <commctrl.h>
 
-// An operator at keyboard and mouse: every input is a message in the terminal's queue, which is served until it
-// is empty. Functions that can be refused return the reason, empty when it was done.
+// An operator at keyboard and mouse: every input is a message in the terminal's queue, which is served until
+// it is empty. Functions that can be refused return the reason, empty when it was done.
 class Operator {
 public:
     // `pause`: milliseconds between two characters and before a list is left, for people who watch.

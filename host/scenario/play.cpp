@@ -108,9 +108,9 @@ std::string PlayOne(const std::string& file, const PlayOptions& options) {
     }
     journal.onLine = PrintRequest;
     host.Load(options.module, options.language);
-    const std::string picture =
-        options.out.empty() ? ""
-                            : options.out + "/failed-" + name + '-' + std::to_string(options.language) + ".bmp";
+    const std::string picture = options.out.empty() ? ""
+                                                    : options.out + "/failed-" + name + '-' +
+                                                          std::to_string(options.language) + ".bmp";
     try {
         const Script script = ReadScript(Content(file), file);
         StepLimit limit(file, picture);

@@ -10,9 +10,9 @@
 
 struct PlayerSettings {
     WORD language;
-    std::string out;         // folder for pictures; empty: none are taken
-    std::string name;        // of the scenario, for the picture of a failure
-    unsigned pause;          // milliseconds between steps, for people who watch
+    std::string out;                          // folder for pictures; empty: none are taken
+    std::string name;                         // of the scenario, for the picture of a failure
+    unsigned pause;                           // milliseconds between steps, for people who watch
     std::function<void(const Step&)> onStep;  // before each step
 };
 
@@ -66,7 +66,8 @@ private:
     Control Find(const Step& step, const std::string& name) const;
     // One that an operator can use now.
     Control FindUsable(const Step& step, const std::string& name) const;
-    // What differs from one word of "expect CONTROL"; `next` is the word behind it and moved over what is used.
+    // What differs from one word of "expect CONTROL"; `next` is the word behind it and moved over what is
+    // used.
     std::string CheckState(const Step& step, const Control& control, std::size_t& next) const;
     // The text that a word means, with kAnything where it leaves something open.
     std::string Pattern(const Step& step, const Word& word, CodeList codes) const;
@@ -81,8 +82,8 @@ private:
     HWND m_parent = nullptr;
     HWND m_dialog = nullptr;  // the one opened last
     DialogKind m_kind = DialogKind::kOrder;
-    std::size_t m_next = 0;       // the step that comes next
+    std::size_t m_next = 0;  // the step that comes next
     const Step* m_current = nullptr;
-    std::size_t m_requests = 0;   // requests that were expected so far
+    std::size_t m_requests = 0;  // requests that were expected so far
     std::string m_failure;
 };

@@ -45,7 +45,8 @@ std::string CheckBytes(const Json& request, const std::string& expected) {
         return "the record ends before byte " + std::to_string(offset + bytes.size());
     }
     const std::string found = all.substr(offset * 2, wanted.size());
-    return found == wanted ? "" : "bytes at " + std::to_string(offset) + " are " + found + ", expected " + wanted;
+    return found == wanted ? ""
+                           : "bytes at " + std::to_string(offset) + " are " + found + ", expected " + wanted;
 }
 
 }  // namespace

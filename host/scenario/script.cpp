@@ -104,7 +104,8 @@ Step ReadStep(std::vector<Word> words, std::string_view source, const std::strin
         }
         return {number, form.kind, std::move(words), std::string(source)};
     }
-    throw ScenarioError(file, number, "unknown step '" + words[0].text + "', expected one of " + KnownSteps());
+    throw ScenarioError(file, number,
+                        "unknown step '" + words[0].text + "', expected one of " + KnownSteps());
 }
 
 }  // namespace

@@ -5,10 +5,22 @@
 #include <string_view>
 #include <vector>
 
-// A scenario as text: one step a line, words between blanks, a text with blanks in double quotes. docs/scenarios.md
-// describes the steps.
+// A scenario as text: one step a line, words between blanks, a text with blanks in double quotes.
+// docs/scenarios.md describes the steps.
 
-enum class StepKind { kOpen, kChoose, kType, kPress, kClick, kPick, kWait, kAnswer, kExpect, kFault, kScreenshot };
+enum class StepKind {
+    kOpen,
+    kChoose,
+    kType,
+    kPress,
+    kClick,
+    kPick,
+    kWait,
+    kAnswer,
+    kExpect,
+    kFault,
+    kScreenshot
+};
 
 struct Word {
     std::string text;
@@ -34,8 +46,8 @@ public:
         : std::runtime_error(file + ':' + std::to_string(line) + ": " + reason) {}
 };
 
-// `file` is what messages call it. Throws ScenarioError for a step that does not exist or has the wrong number
-// of words, and for a quotation mark that is not closed.
+// `file` is what messages call it. Throws ScenarioError for a step that does not exist or has the wrong
+// number of words, and for a quotation mark that is not closed.
 Script ReadScript(std::string_view text, const std::string& file);
 
 // How a step of this kind is written, for messages.

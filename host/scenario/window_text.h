@@ -13,6 +13,6 @@ std::string ClassOf(HWND window);
 // Empty for an index that does not exist.
 std::string ListTextOf(HWND comboBox, int index);
 
-// A text of the module's string table in one language, as it looks after the way through the code page that the
-// module takes; empty when the table does not have it.
+// A text of the module's string table in one language, as it looks after the way through the code page that
+// the module takes; empty when the table does not have it.
 std::string ModuleString(HMODULE module, unsigned id, WORD language);
