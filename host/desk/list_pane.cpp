@@ -76,26 +76,27 @@ void ListPane::Reload(bool follow) {
     if (follow && m_model.Count() > before) {
         selected = nullptr;
     }
-    Show(selected);
+    Show(selected, false);
     if (follow && !selected && m_model.Count() > 0) {
         Select(static_cast<int>(m_model.Count()) - 1);
     }
 }
 
-// The rows may all have moved: the selection, which the list view keeps by place, is set anew.
-void ListPane::Show(const void* selected) {
+// The rows may all have moved: the selection, which the list view keeps by place, goes with its row.
+void ListPane::Show(const void* selected, bool reveal) {
+    constexpr UINT kSelection = LVIS_SELECTED | LVIS_FOCUSED;
     const int count = static_cast<int>(m_model.Count());
-    // Row by row: taking the state off all rows at once visits every one of them.
-    for (const UINT state : {LVIS_SELECTED, LVIS_FOCUSED}) {
-        const int row =
-            ListView_GetNextItem(m_list, -1, state == LVIS_SELECTED ? LVNI_SELECTED : LVNI_FOCUSED);
-        if (row >= 0) {
-            ListView_SetItemState(m_list, row, 0, state);
-        }
+    const int was = ListView_GetNextItem(m_list, -1, LVNI_SELECTED);
+    const int index = m_model.Find(selected);
+    if (was >= 0 && was != index) {
+        ListView_SetItemState(m_list, was, 0, kSelection);
     }
     ListView_SetItemCountEx(m_list, count, LVSICF_NOSCROLL);
-    if (const int index = m_model.Find(selected); index >= 0) {
-        Select(index);
+    if (index >= 0 && index != was) {
+        ListView_SetItemState(m_list, index, kSelection, kSelection);
+    }
+    if (index >= 0 && reveal) {
+        ListView_EnsureVisible(m_list, index, FALSE);
     }
     InvalidateRect(m_list, nullptr, FALSE);
     SetWindowTextW(m_heading, Wide(m_model.Name() + " (" + std::to_string(count) + ")").c_str());
@@ -120,7 +121,7 @@ void ListPane::SortBy(int column) {
     ShowSortMark(m_model.SortColumn(), false);
     m_model.SortBy(column, column == m_model.SortColumn() && !m_model.Descending());
     ShowSortMark(m_model.SortColumn(), true);
-    Show(selected);
+    Show(selected, true);
 }
 
 void ListPane::Apply(const DeskSettings::List& settings) {
@@ -132,7 +133,7 @@ void ListPane::Apply(const DeskSettings::List& settings) {
     }
     m_model.SortBy(settings.sortColumn, settings.descending);
     ShowSortMark(m_model.SortColumn(), true);
-    Show(nullptr);
+    Show(nullptr, false);
 }
 
 DeskSettings::List ListPane::Settings() const {

@@ -18,8 +18,8 @@ public:
     void Place(const PaneBox& box);
     bool HasFocus() const { return GetFocus() == m_list; }
 
-    // Reads the rows again; the selected row stays selected when it is still there. `follow`: when it is not,
-    // or none was, the last row is selected and brought into view.
+    // Reads the rows again, without scrolling; the selected row stays selected when it is still there.
+    // `follow`: when it is not, or none was, the last row is selected and brought into view.
     void Reload(bool follow);
     // The selected row; null for none.
     const void* Selected() const;
@@ -38,7 +38,7 @@ public:
 private:
     void MakeColumns();
     void ShowSortMark(int column, bool show);
-    void Show(const void* selected);
+    void Show(const void* selected, bool reveal);
     int FindText(const NMLVFINDITEMW& find) const;
 
     DeskList& m_model;
