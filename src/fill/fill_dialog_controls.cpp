@@ -4,6 +4,7 @@
 #include "fill/fill_population.h"
 #include "fill/fill_request.h"
 #include "framework/data_exchange.h"
+#include "framework/redraw_off.h"
 #include "framework/window_helpers.h"
 #include "res/resource_ids.h"
 #include "trade/code_tables.h"

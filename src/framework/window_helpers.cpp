@@ -30,17 +30,3 @@ void MoveCaretToEnd(HWND edit) {
     const int length = GetWindowTextLengthA(edit);
     SendMessageA(edit, EM_SETSEL, static_cast<WPARAM>(length), length);
 }
-
-RedrawOff::RedrawOff(HWND window)
-    : m_window(GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE ? window : nullptr) {
-    if (m_window) {
-        SendMessageA(m_window, WM_SETREDRAW, FALSE, 0);
-    }
-}
-
-RedrawOff::~RedrawOff() {
-    if (m_window) {
-        SendMessageA(m_window, WM_SETREDRAW, TRUE, 0);
-        RedrawWindow(m_window, nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN);
-    }
-}

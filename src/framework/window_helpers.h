@@ -16,16 +16,3 @@ bool HasClass(HWND window, const char* className);
 
 // Puts the caret behind the last character.
 void MoveCaretToEnd(HWND edit);
-
-// Many changes of one visible window without painting in between; everything is painted once at the end. A
-// window that is not shown is left alone, because switching redrawing on again would show it.
-class RedrawOff {
-public:
-    explicit RedrawOff(HWND window);
-    ~RedrawOff();
-    RedrawOff(const RedrawOff&) = delete;
-    RedrawOff& operator=(const RedrawOff&) = delete;
-
-private:
-    HWND m_window;
-};

@@ -3,6 +3,7 @@
 
 #include "controls/dialog_setup.h"
 #include "framework/data_exchange.h"
+#include "framework/redraw_off.h"
 #include "framework/window_helpers.h"
 #include "order/order_dialog.h"
 #include "trade/code_tables.h"

@@ -1,6 +1,7 @@
 #include "framework/controls.h"
 #include "framework/font.h"
 #include "framework/module_instance.h"
+#include "framework/redraw_off.h"
 #include "framework/window_helpers.h"
 #include "support/leak_count.h"
 #include "support/window_kit.h"
@@ -209,10 +210,43 @@ TEST(Redraw, HiddenWindowStaysHidden) {
     ASSERT_TRUE(window.Create(nullptr, "w", WS_POPUP, kSmall, nullptr, 0));
     { const RedrawOff hidden(window.m_hWnd); }
     EXPECT_FALSE(window.IsWindowVisible());
+}
+
+TEST(Redraw, PaintsWhatLooksDifferent) {
+    RecordingWindow window;
+    ASSERT_TRUE(window.Create(nullptr, "w", WS_POPUP, RECT{0, 0, 300, 100}, nullptr, 0));
+    const auto label = [&](int left) {
+        return CreateWindowExA(0, "Static", "same", WS_CHILD | WS_VISIBLE, left, 0, 40, 20, window.m_hWnd,
+                               nullptr, nullptr, nullptr);
+    };
+    const HWND still = label(0), renamed = label(50), disabled = label(100), moved = label(150);
     window.ShowWindow(SW_SHOWNA);
-    { const RedrawOff shown(window.m_hWnd); }
-    EXPECT_TRUE(window.IsWindowVisible());
-    EXPECT_TRUE(GetUpdateRect(window.m_hWnd, nullptr, FALSE));
+    const auto paintedAfter = [&](auto change) {
+        RedrawWindow(window.m_hWnd, nullptr, nullptr, RDW_VALIDATE | RDW_ALLCHILDREN);
+        {
+            const RedrawOff redrawOff(window.m_hWnd);
+            change();
+        }
+        std::vector<HWND> painted;
+        for (const HWND control : {still, renamed, disabled, moved}) {
+            if (GetUpdateRect(control, nullptr, FALSE)) {
+                painted.push_back(control);
+            }
+        }
+        return painted;
+    };
+    EXPECT_EQ(paintedAfter([] {}), (std::vector<HWND>{}));
+    EXPECT_EQ(paintedAfter([&] {
+                  SetWindowTextA(renamed, "other");
+                  EnableWindow(disabled, FALSE);
+                  SetWindowPos(moved, nullptr, 200, 0, 40, 20, SWP_NOZORDER);
+              }),
+              (std::vector<HWND>{renamed, disabled, moved}));
+    RECT update{};
+    EXPECT_TRUE(GetUpdateRect(window.m_hWnd, &update, FALSE));
+    EXPECT_LE(update.left, 150) << "where a control stood is painted too";
+    EXPECT_EQ(paintedAfter([&] { SetWindowPos(window.m_hWnd, nullptr, 0, 0, 310, 100, SWP_NOZORDER); }).size(),
+              4u);
 }
 
 }  // namespace
