@@ -180,19 +180,10 @@ void ReadPosition(Book& book, const BookNode& node) {
     book.ledger.RestoreOpening(opening);
 }
 
-// Members that are no fields of the record are taken out, the rest goes through the field table.
-Json FieldsOf(const BookNode& node, std::initializer_list<const char*> others) {
-    Json fields = node.Value();
-    for (const char* other : others) {
-        fields.erase(other);
-    }
-    return fields;
-}
-
 void ReadOrder(Book& book, const BookNode& node) {
     OrderRecord order{};
-    RecordFromJson(OrderLayout(), FieldsOf(node, {"contract", "underlying", "restState", "madeFromFill"}),
-                   &order);
+    RecordFromJson(OrderLayout(), node.Value(), &order,
+                   {"contract", "underlying", "restState", "madeFromFill"});
     const std::string sign = order.key.sign.Str();
     order.key = ReadKey(node, "contract", sign);
     if (node.Has("underlying")) {
@@ -206,8 +197,8 @@ void ReadOrder(Book& book, const BookNode& node) {
 
 void ReadFill(Book& book, const BookNode& node) {
     FillRecord fill{};
-    RecordFromJson(FillLayout(), FieldsOf(node, {"contract", "orderNo", "sequence", "bookedContractNo"}),
-                   &fill);
+    RecordFromJson(FillLayout(), node.Value(), &fill,
+                   {"contract", "orderNo", "sequence", "bookedContractNo"});
     const ContractKey key = ReadKey(node, "contract", fill.key.sign.Str());
     fill.key = FirstLegOf(key);
     const std::string contractNo = fill.key.contractNo.Str();

@@ -3,8 +3,10 @@
 #include "book/host_text.h"
 #include "book/record_json.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <iterator>
 #include <unordered_map>
 
 namespace {
@@ -130,16 +132,22 @@ Json SharedToJson(const std::deque<Entry<Record>>& entries, const char* codeName
     return list;
 }
 
-// The fields of a record without its key, which the file names in one text.
-Json FieldsWithoutKey(const RecordLayout& layout, const void* record) {
-    Json object = RecordToJson(layout, record);
-    for (const char* name : {"exchangeNo", "commodityType", "commodityNo", "contractNo", "strikePrice",
-                             "optionType", "contractNo2", "strikePrice2", "optionType2", "unnamed"}) {
-        object.erase(name);
-    }
+// Part of the contract, which the file names in one text.
+bool BelongsToContract(const RecordField& field) {
+    static constexpr std::string_view kNames[] = {"exchangeNo",  "commodityType", "commodityNo",
+                                                  "contractNo",  "strikePrice",   "optionType",
+                                                  "contractNo2", "strikePrice2",  "optionType2"};
+    return std::find(std::begin(kNames), std::end(kNames), field.name) != std::end(kNames);
+}
+
+// The fields of a record that are not 0, without its contract and pointers.
+Json FieldsToJson(const RecordLayout& layout, const void* record) {
+    Json object = Json::object();
     for (const RecordField& field : layout.fields) {
-        if (field.kind == FieldKind::kPointer) {
-            object.erase(std::string(field.name));
+        const auto* bytes = static_cast<const unsigned char*>(record) + field.offset;
+        if (field.kind != FieldKind::kPointer && !BelongsToContract(field) &&
+            std::any_of(bytes, bytes + field.width, [](unsigned char byte) { return byte != 0; })) {
+            object[std::string(field.name)] = FieldToJson(field, record);
         }
     }
     return object;
@@ -161,7 +169,7 @@ void PutLedger(Json& root, const Ledger& ledger) {
     }
     Json& orders = root["orders"] = Json::array();
     for (const OrderEntry& order : ledger.Orders()) {
-        Json& object = orders.emplace_back(FieldsWithoutKey(OrderLayout(), &order.record));
+        Json& object = orders.emplace_back(FieldsToJson(OrderLayout(), &order.record));
         object["contract"] = ContractName(order.record.key);
         if (order.record.orderType == '5') {
             object["underlying"] = ContractName(order.record.contract->key);
@@ -171,7 +179,7 @@ void PutLedger(Json& root, const Ledger& ledger) {
     }
     Json& fills = root["fills"] = Json::array();
     for (const FillEntry* fill : ledger.Fills()) {
-        Json& object = fills.emplace_back(FieldsWithoutKey(FillLayout(), &fill->record));
+        Json& object = fills.emplace_back(FieldsToJson(FillLayout(), &fill->record));
         object["contract"] = ContractName(fill->record.key);
         object["bookedContractNo"] = fill->bookedLeg.contractNo.Str();
         object["orderNo"] = fill->order->record.orderNo + 0;

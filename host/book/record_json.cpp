@@ -2,6 +2,7 @@
 
 #include "book/host_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -20,31 +21,6 @@ T ReadAt(const unsigned char* bytes) {
 template <typename T>
 void WriteAt(unsigned char* bytes, T value) {
     std::memcpy(bytes, &value, sizeof value);
-}
-
-Json FieldToJson(const RecordField& field, const unsigned char* bytes) {
-    switch (field.kind) {
-        case FieldKind::kText: {
-            const void* end = std::memchr(bytes, 0, field.width);
-            const std::size_t length = end ? static_cast<const unsigned char*>(end) - bytes : field.width;
-            return Utf8FromAnsi({reinterpret_cast<const char*>(bytes), length});
-        }
-        case FieldKind::kCode:
-            return *bytes == 0 ? std::string() : Utf8FromAnsi({reinterpret_cast<const char*>(bytes), 1});
-        case FieldKind::kDouble: {
-            const double value = ReadAt<double>(bytes);
-            return std::isfinite(value) ? Json(value) : Json(ToHex(bytes, sizeof value));
-        }
-        case FieldKind::kUint32:
-            return ReadAt<std::uint32_t>(bytes);
-        case FieldKind::kUint16:
-            return ReadAt<std::uint16_t>(bytes);
-        case FieldKind::kPointer:
-            break;
-    }
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(ReadAt<std::uint32_t>(bytes)));
-    return text;
 }
 
 void FieldFromJson(const RecordField& field, const Json& value, unsigned char* bytes) {
@@ -79,6 +55,32 @@ void FieldFromJson(const RecordField& field, const Json& value, unsigned char* b
 
 }  // namespace
 
+Json FieldToJson(const RecordField& field, const void* record) {
+    const auto* bytes = static_cast<const unsigned char*>(record) + field.offset;
+    switch (field.kind) {
+        case FieldKind::kText: {
+            const void* end = std::memchr(bytes, 0, field.width);
+            const std::size_t length = end ? static_cast<const unsigned char*>(end) - bytes : field.width;
+            return Utf8FromAnsi({reinterpret_cast<const char*>(bytes), length});
+        }
+        case FieldKind::kCode:
+            return *bytes == 0 ? std::string() : Utf8FromAnsi({reinterpret_cast<const char*>(bytes), 1});
+        case FieldKind::kDouble: {
+            const double value = ReadAt<double>(bytes);
+            return std::isfinite(value) ? Json(value) : Json(ToHex(bytes, sizeof value));
+        }
+        case FieldKind::kUint32:
+            return ReadAt<std::uint32_t>(bytes);
+        case FieldKind::kUint16:
+            return ReadAt<std::uint16_t>(bytes);
+        case FieldKind::kPointer:
+            break;
+    }
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%08x", static_cast<unsigned>(ReadAt<std::uint32_t>(bytes)));
+    return text;
+}
+
 Json RecordToJson(const RecordLayout& layout, const void* record) {
     const auto* bytes = static_cast<const unsigned char*>(record);
     Json object = Json::object();
@@ -94,7 +96,7 @@ Json RecordToJson(const RecordLayout& layout, const void* record) {
     };
     for (const RecordField& field : layout.fields) {
         noteGap(end, field.offset);
-        object[std::string(field.name)] = FieldToJson(field, bytes + field.offset);
+        object[std::string(field.name)] = FieldToJson(field, record);
         end = field.offset + field.width;
     }
     noteGap(end, layout.size);
@@ -104,8 +106,12 @@ Json RecordToJson(const RecordLayout& layout, const void* record) {
     return object;
 }
 
-void RecordFromJson(const RecordLayout& layout, const Json& object, void* record) {
+void RecordFromJson(const RecordLayout& layout, const Json& object, void* record,
+                    std::initializer_list<std::string_view> others) {
     for (const auto& [name, value] : object.items()) {
+        if (std::find(others.begin(), others.end(), name) != others.end()) {
+            continue;
+        }
         const RecordField* field = FindField(layout, name);
         if (!field) {
             throw std::invalid_argument("'" + name + "' is no field of " + std::string(layout.name));

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,10 +16,14 @@ using Json = nlohmann::ordered_json;
 // numbers, a pointer as its value in hexadecimal. Bytes that have no name and are not 0 follow in "unnamed",
 // by their offset, in hexadecimal.
 Json RecordToJson(const RecordLayout& layout, const void* record);
+// One of them.
+Json FieldToJson(const RecordField& field, const void* record);
 
-// Fills the fields that the object has; the others and all pointers are left alone. Throws
-// std::invalid_argument with the reason for an unknown name, a wrong type, or a text that does not fit.
-void RecordFromJson(const RecordLayout& layout, const Json& object, void* record);
+// Fills the fields that the object has; the others and all pointers are left alone. `others` are members of
+// the object that are no fields. Throws std::invalid_argument with the reason for an unknown name, a wrong
+// type, or a text that does not fit.
+void RecordFromJson(const RecordLayout& layout, const Json& object, void* record,
+                    std::initializer_list<std::string_view> others = {});
 
 // One line of text; bytes that are no valid text become replacement characters.
 std::string JsonText(const Json& value, int indent = -1);
