@@ -1,70 +1,38 @@
 #pragma once
 
-#include "tests/trade/fake_trade.h"
-#include "trade/contract_key.h"
+#include "tests/trade/sample_book.h"
 
-#include <deque>
 #include <string>
 
-// A small host for the popup and its catalog: records are added one by one and stay where they are.
-class SampleContracts {
+// A small host for the popup and its catalog.
+class SampleContracts : public SampleBook {
 public:
-    FakeTradeApi api;
+    FakeTradeApi& api = *this;
 
-    ExchangeRecord& AddExchange(const char* exchangeNo, const char* name, bool forward = false) {
-        ExchangeRecord& exchange = m_exchanges.emplace_back();
-        exchange.exchangeNo.Set(exchangeNo);
-        exchange.exchangeName.Set(name);
-        exchange.forwardMarket = forward ? 1 : 0;
-        api.exchanges.push_back(&exchange);
-        return exchange;
-    }
     // On the exchange added last.
     CommodityRecord& AddCommodity(char type, const char* commodityNo, const char* name,
                                   const char* firstLeg = "", const char* secondLeg = "") {
-        CommodityRecord& commodity = m_commodities.emplace_back();
-        commodity.exchangeNo = m_exchanges.back().exchangeNo;
-        commodity.commodityType = type;
-        commodity.commodityNo.Set(commodityNo);
+        CommodityRecord& commodity = SampleBook::AddCommodity(type, commodityNo);
         commodity.commodityName.Set(name);
         commodity.relatedCommodityNo.Set(firstLeg);
         commodity.secondCommodityNo.Set(secondLeg);
-        api.commodities.push_back(&commodity);
         return commodity;
     }
-    // Of the commodity added last.
-    ContractRecord& AddContract(const std::string& contractNo, const std::string& strike = "",
-                                char optionType = 'N', const std::string& strike2 = "",
-                                char optionType2 = 'N') {
-        ContractRecord& contract = m_contracts.emplace_back();
-        const CommodityRecord& commodity = m_commodities.back();
-        contract.key = {commodity.sign,
-                        commodity.exchangeNo,
-                        commodity.commodityType,
-                        commodity.commodityNo,
-                        {},
-                        {},
-                        optionType,
-                        {},
-                        {},
-                        optionType2};
-        contract.key.contractNo.Set(contractNo);
-        contract.key.strikePrice.Set(strike);
-        contract.key.strikePrice2.Set(strike2);
-        api.contracts.push_back(&contract);
-        return contract;
+    // Of the commodity added last: the contract's part of the text.
+    ContractRecord& AddContract(const std::string& part) {
+        const CommodityRecord& commodity = *commodities.back();
+        return SampleBook::AddContract(commodity.exchangeNo.Str() + ' ' + commodity.commodityNo.Str() + ' ' + part);
     }
 
     // Two exchanges: EXA with goods, futures, options and straddles, LMX (forward market) with one commodity.
     void AddUsualBook() {
         AddExchange("EXA", "Exchange A");
         AddCommodity('O', "CMO", "Options", "CM");
-        for (const char* strike : {"900", "1000", "900"}) {
-            AddContract("1512", strike, 'C');
+        for (const char* contract : {"1512 C900", "1512 C1000", "1512 C900", "1509 P3000"}) {
+            AddContract(contract);
         }
-        AddContract("1509", "3000", 'P');
         AddCommodity('d', "CMD", "Straddles", "CM");
-        AddContract("1509", "3000", 'C', "3000", 'P');
+        AddContract("1509 C3000/1509 P3000");
         AddCommodity('G', "CM", "Goods");
         AddContract("");
         AddCommodity('F', "CM", "Copper");
@@ -76,9 +44,4 @@ public:
         AddCommodity('F', "CA", "Copper");
         AddContract("3M");
     }
-
-private:
-    std::deque<ExchangeRecord> m_exchanges;
-    std::deque<CommodityRecord> m_commodities;
-    std::deque<ContractRecord> m_contracts;
 };

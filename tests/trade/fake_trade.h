@@ -115,12 +115,20 @@ private:
             list->Add(record);
         }
     }
+    // A key without a sign means those of every sign.
+    template <typename Record>
+    static bool IsOfKey(const Record& record, const void* key, std::size_t keySize) {
+        const auto* wanted = static_cast<const char*>(key);
+        const auto* found = reinterpret_cast<const char*>(&record);
+        const std::size_t from = *wanted ? 0 : sizeof(ExchangeKey::sign);
+        return std::memcmp(found + from, wanted + from, keySize - from) == 0;
+    }
     template <typename Record>
     void AddMatching(IDataContainer* list, const std::vector<Record*>& records, const void* key,
                      std::size_t keySize) {
         Asked();
         for (Record* record : records) {
-            if (!record || std::memcmp(record, key, keySize) == 0) {
+            if (!record || IsOfKey(*record, key, keySize)) {
                 list->Add(record);
             }
         }
@@ -137,6 +145,6 @@ private:
     }
     template <typename Record>
     Record* FindKey(const std::vector<Record*>& records, const void* key, std::size_t keySize) {
-        return Find(records, [&](const Record& record) { return std::memcmp(&record, key, keySize) == 0; });
+        return Find(records, [&](const Record& record) { return IsOfKey(record, key, keySize); });
     }
 };
