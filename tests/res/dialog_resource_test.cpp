@@ -1,24 +1,21 @@
 // The compiled templates: the same controls in every language, each where the dialogs' code expects it, and
 // every text readable in its place.
-#include <gtest/gtest.h>
-#include <windows.h>
+#include "framework/owned_handle.h"
+#include "framework/window_helpers.h"
+#include "res/resource_loader.h"
+#include "tests/res/dialog_template.h"
+#include "tests/res/texts.h"
 
 #include <commctrl.h>
+#include <gtest/gtest.h>
 
 #include <map>
 #include <set>
 #include <tuple>
 
-#include "res/language.h"
-#include "res/resource_ids.h"
-#include "res/resource_loader.h"
-#include "tests/res/chinese_forms.h"
-#include "tests/res/dialog_template.h"
-
 namespace {
 
 constexpr unsigned kDialogs[] = {IDD_ORDER, IDD_CARRY, IDD_FILL, IDD_EXERCISE};
-constexpr unsigned kOrderDialogs[] = {IDD_ORDER, IDD_CARRY, IDD_EXERCISE};
 constexpr std::uint16_t kLanguages[] = {kEnglish, kSimplifiedChinese, kTraditionalChinese};
 
 const void* LoadIn(std::uint16_t language, unsigned dialog) {
@@ -30,10 +27,12 @@ DialogTemplate TemplateIn(std::uint16_t language, unsigned dialog) {
     return DialogTemplateReader(LoadIn(language, dialog)).Read();
 }
 
-std::set<unsigned> Ids(const DialogTemplate& dialog) {
-    std::set<unsigned> ids;
-    for (const auto& control : dialog.controls) EXPECT_TRUE(ids.insert(control.id).second) << control.id;
-    return ids;
+std::map<unsigned, std::wstring> TypesById(const DialogTemplate& dialog) {
+    std::map<unsigned, std::wstring> types;
+    for (const auto& control : dialog.controls) {
+        EXPECT_TRUE(types.emplace(control.id, control.type).second) << "twice: " << control.id;
+    }
+    return types;
 }
 
 TEST(DialogResource, LanguagesDifferInTextsAndTheWidthOfThreeLabelsOnly) {
@@ -58,13 +57,10 @@ TEST(DialogResource, LanguagesDifferInTextsAndTheWidthOfThreeLabelsOnly) {
 }
 
 TEST(DialogResource, OrderTemplatesHoldTheSame96Controls) {
-    const DialogTemplate order = TemplateIn(kEnglish, IDD_ORDER);
-    EXPECT_EQ(order.controls.size(), 96u);
-    for (unsigned id : kOrderDialogs) {
-        const DialogTemplate other = TemplateIn(kEnglish, id);
-        ASSERT_EQ(Ids(other), Ids(order)) << id;
-        for (const auto& control : other.controls)
-            EXPECT_EQ(control.type, order.Find(control.id)->type) << control.id;
+    for (unsigned id : {IDD_ORDER, IDD_CARRY, IDD_EXERCISE}) {
+        const DialogTemplate dialog = TemplateIn(kEnglish, id);
+        EXPECT_EQ(dialog.controls.size(), 96u) << id;
+        EXPECT_EQ(TypesById(dialog), TypesById(TemplateIn(kEnglish, IDD_ORDER))) << id;
     }
 }
 
@@ -142,16 +138,14 @@ const struct {
 TEST(DialogResource, ControlsStandInTheirPlaces) {
     for (const auto& row : kPlaces) {
         const DialogTemplate dialog = TemplateIn(kEnglish, row.dialog);
-        EXPECT_EQ(dialog.width, row.width);
-        EXPECT_EQ(dialog.height, row.height);
+        EXPECT_EQ(std::tie(dialog.width, dialog.height), std::tie(row.width, row.height));
         EXPECT_EQ(dialog.style & (WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE),
                   WS_POPUP | WS_CAPTION | WS_SYSMENU);
         for (const Place& place : row.places) {
             const auto* control = dialog.Find(place.id);
             ASSERT_NE(control, nullptr) << place.id;
             EXPECT_EQ(control->type, place.type) << place.id;
-            EXPECT_EQ(control->x, place.x) << place.id;
-            EXPECT_EQ(control->y, place.y) << place.id;
+            EXPECT_EQ(std::tie(control->x, control->y), std::tie(place.x, place.y)) << place.id;
             EXPECT_EQ(place.width >= 0 ? control->width : -1, place.width) << place.id;
             EXPECT_EQ(place.height >= 0 ? control->height : -1, place.height) << place.id;
             EXPECT_EQ(control->style & place.mask, place.style) << place.id;
@@ -161,21 +155,14 @@ TEST(DialogResource, ControlsStandInTheirPlaces) {
 }
 
 TEST(DialogResource, TraditionalLabelsAreTheSimplifiedOnesInTraditionalForms) {
-    std::map<wchar_t, wchar_t> forms;
-    wchar_t pairs[256] = {};
-    ASSERT_GT(MultiByteToWideChar(CP_UTF8, 0, kChineseForms, -1, pairs, std::size(pairs)), 0);
-    for (const wchar_t* pair = pairs; *pair; pair += 2) forms[pair[0]] = pair[1];
-    auto traditional = [&](std::wstring text) {
-        for (wchar_t& c : text)
-            if (forms.count(c)) c = forms[c];
-        return text;
-    };
     for (unsigned id : kDialogs) {
-        const auto simplified = TemplateIn(kSimplifiedChinese, id),
-                   actual = TemplateIn(kTraditionalChinese, id);
-        EXPECT_EQ(actual.caption, traditional(simplified.caption));
-        for (const auto& control : simplified.controls)
-            EXPECT_EQ(actual.Find(control.id)->text, traditional(control.text)) << id << ' ' << control.id;
+        const auto simplified = TemplateIn(kSimplifiedChinese, id);
+        const auto traditional = TemplateIn(kTraditionalChinese, id);
+        EXPECT_EQ(traditional.caption, InTraditionalForms(simplified.caption));
+        for (const auto& control : simplified.controls) {
+            EXPECT_EQ(traditional.Find(control.id)->text, InTraditionalForms(control.text))
+                << id << ' ' << control.id;
+        }
     }
 }
 
@@ -189,26 +176,26 @@ struct Covered {
 std::vector<Covered> VisibleControls(HWND dialog) {
     std::vector<Covered> controls;
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        if (!(GetWindowLongW(child, GWL_STYLE) & WS_VISIBLE)) continue;
+        const LONG style = GetWindowLongW(child, GWL_STYLE);
+        if (!(style & WS_VISIBLE)) {
+            continue;
+        }
         Covered control = {static_cast<unsigned>(GetDlgCtrlID(child)), {}, 0};
         GetWindowRect(child, &control.place);
         // Dialog units are rounded, so neighbours may share a pixel.
         --control.place.right;
         --control.place.bottom;
-        wchar_t type[32], text[64];
-        GetClassNameW(child, type, std::size(type));
-        const int length = GetWindowTextW(child, text, std::size(text));
-        const bool isButton = !lstrcmpiW(type, L"Button");
-        if (isButton || !lstrcmpiW(type, L"Static")) {
-            const HDC dc = GetDC(child);
-            SelectObject(dc, reinterpret_cast<HFONT>(SendMessageW(child, WM_GETFONT, 0, 0)));
+        const bool isButton = HasClass(child, "Button");
+        if (isButton || HasClass(child, "Static")) {
+            const WindowDc dc(child);
+            const SelectedObject font(dc.Get(),
+                                      reinterpret_cast<HFONT>(SendMessageW(child, WM_GETFONT, 0, 0)));
+            wchar_t text[64];
             RECT needed = {};
-            DrawTextW(dc, text, length, &needed, DT_CALCRECT | DT_SINGLELINE);
-            control.textWidth = needed.right;
-            const bool isBox =
-                isButton && (GetWindowLongW(child, GWL_STYLE) & BS_TYPEMASK) == BS_AUTOCHECKBOX;
-            if (isBox) control.textWidth += GetSystemMetrics(SM_CYHSCROLL);
-            ReleaseDC(child, dc);
+            DrawTextW(dc.Get(), text, GetWindowTextW(child, text, std::size(text)), &needed,
+                      DT_CALCRECT | DT_SINGLELINE);
+            const bool isBox = isButton && (style & BS_TYPEMASK) == BS_AUTOCHECKBOX;
+            control.textWidth = needed.right + (isBox ? GetSystemMetrics(SM_CYHSCROLL) : 0);
         }
         controls.push_back(control);
     }
@@ -245,23 +232,18 @@ TEST(DialogResource, FillSourcesAreTheInitialItemsOfTheChineseFillDialogs) {
                                     IDS_SOURCE_MANUAL,  IDS_SOURCE_PROGRAM, IDS_SOURCE_DELIVERY_EXERCISE,
                                     IDS_SOURCE_RTS};
     for (const auto& [language, codePage] : rows) {
+        std::string expected;
+        for (unsigned source : sources) {
+            char text[32];
+            const int size = WideCharToMultiByte(codePage, 0, WrittenText(language, source).c_str(), -1, text,
+                                                 sizeof text, nullptr, nullptr);
+            const WORD head[] = {IDC_FILL_SOURCE, 0x403, static_cast<WORD>(size), 0};
+            expected.append(reinterpret_cast<const char*>(head), sizeof head).append(text, text + size);
+        }
+        expected.append(2, '\0');
         const HRSRC found =
             FindResourceExW(nullptr, MAKEINTRESOURCEW(240), MAKEINTRESOURCEW(IDD_FILL), language);
         ASSERT_NE(found, nullptr);
-        std::string expected;
-        for (unsigned source : sources) {
-            // The string block, walked here to have the characters without the code page of this system.
-            const auto block = FindResourceInLanguage(nullptr, RT_STRING, source, language);
-            auto entry = static_cast<const wchar_t*>(LockResource(block));
-            for (unsigned i = source % 16; i > 0; --i) entry += 1 + *entry;
-            char text[32];
-            const int length =
-                WideCharToMultiByte(codePage, 0, entry + 1, *entry, text, 31, nullptr, nullptr);
-            text[length] = 0;
-            const WORD head[] = {IDC_FILL_SOURCE, 0x403, static_cast<WORD>(length + 1), 0};
-            expected.append(reinterpret_cast<const char*>(head), sizeof head).append(text, length + 1);
-        }
-        expected.append(2, '\0');
         const auto data = static_cast<const char*>(LockResource(LoadResource(nullptr, found)));
         EXPECT_EQ(std::string(data, SizeofResource(nullptr, found)), expected) << language;
     }

@@ -1,58 +1,32 @@
+// What depends on the language and the code page of the system that runs it.
 #include "res/resource_loader.h"
+#include "res/system_language.h"
+#include "tests/res/texts.h"
 
 #include <gtest/gtest.h>
 
-#include "res/language.h"
-#include "res/resource_ids.h"
+#include <cstdlib>
 
 namespace {
 
-struct Text {
-    std::uint16_t language;
-    unsigned id;
-    const char* utf8;
-};
-
-#define STRING(id, text) {kEnglish, id, text},
-constexpr Text kEnglishTexts[] = {
-#include "res/strings_en.rc"
-};
-#undef STRING
-#define STRING(id, text) {kSimplifiedChinese, id, text},
-constexpr Text kSimplifiedTexts[] = {
-#include "res/strings_zh_cn.rc"
-};
-#undef STRING
-#define STRING(id, text) {kTraditionalChinese, id, text},
-constexpr Text kTraditionalTexts[] = {
-#include "res/strings_zh_tw.rc"
-};
-
-// What the system makes of a text in its own code page.
-std::string InCodePage(const char* utf8) {
-    wchar_t wide[512];
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8, -1, wide, std::size(wide));
-    char text[1024];
-    EXPECT_GT(WideCharToMultiByte(CP_ACP, 0, wide, length, text, sizeof text, nullptr, nullptr), 0);
+std::string InCodePageOfSystem(const wchar_t* wide) {
+    char text[1024] = "";
+    EXPECT_GT(WideCharToMultiByte(CP_ACP, 0, wide, -1, text, sizeof text, nullptr, nullptr), 0);
     return text;
 }
 
 TEST(ResourceLoader, EveryTextArrivesInTheCodePageOfTheSystem) {
-    auto check = [](const Text& text) {
+    for (const Text& text : kTexts) {
         g_wResLanguage = text.language;
-        EXPECT_EQ(ResString(text.id), InCodePage(text.utf8)) << text.language << ' ' << text.id;
-    };
-    for (const Text& text : kEnglishTexts) check(text);
-    for (const Text& text : kSimplifiedTexts) check(text);
-    for (const Text& text : kTraditionalTexts) check(text);
+        EXPECT_EQ(ResString(text.id), InCodePageOfSystem(text.text)) << text.language << ' ' << text.id;
+    }
 }
 
 TEST(ResourceLoader, UnknownTextIsEmptyAndEmptiesTheOutput) {
     g_wResLanguage = kEnglish;
     for (unsigned id : {0u, 9999u, 10121u, 10127u, 10128u, 20000u, 65536u + 10000u}) {
         std::string text = "old";
-        EXPECT_EQ(&LoadResString(text, id), &text);
-        EXPECT_EQ(text, "") << id;
+        EXPECT_EQ(LoadResString(text, id), "") << id;
     }
 }
 
@@ -64,8 +38,9 @@ TEST(ResourceLoader, LongTextIsCutAtTheBuffer) {
 }
 
 TEST(ResourceLoader, LanguageThatTheModuleLacksFallsBackToOneItHas) {
-    for (int language : {1041, 1036, 3076, 0}) {
-        g_wResLanguage = static_cast<std::uint16_t>(language);
+    constexpr std::uint16_t lacking[] = {1041, 1036, 3076, 0};
+    for (const std::uint16_t language : lacking) {
+        g_wResLanguage = language;
         EXPECT_NE(ResString(IDS_OK), "") << language;
         EXPECT_NE(LoadResDialog(IDD_FILL), nullptr) << language;
     }
@@ -79,10 +54,20 @@ TEST(ResourceLoader, DialogComesInTheLanguageAndFromTheModuleAskedFor) {
         const HRSRC exact = FindResourceExW(own, MAKEINTRESOURCEW(5), MAKEINTRESOURCEW(IDD_CARRY), language);
         ASSERT_NE(exact, nullptr);
         EXPECT_EQ(LoadResDialog(IDD_CARRY), LoadResource(own, exact));
-        EXPECT_EQ(LoadResDialog(IDD_CARRY, own), LoadResource(own, exact));
     }
     EXPECT_EQ(LoadResDialog(999), nullptr);
     EXPECT_EQ(LoadResDialog(IDD_CARRY, GetModuleHandleA("kernel32.dll")), nullptr);
+}
+
+TEST(SystemLanguage, IsTakenOnlyWhenTheHostLeavesTheChoice) {
+    const char* expected = std::getenv("EMENDO_EXPECTED_LANGUAGE");
+    ASSERT_NE(expected, nullptr);
+    constexpr std::uint16_t ofHost[] = {0, 1028, 1033, 1036, 2052};
+    for (const std::uint16_t host : ofHost) {
+        ChooseResourceLanguage(host);
+        EXPECT_EQ(g_wSystemLanguage, std::atoi(expected));
+        EXPECT_EQ(g_wResLanguage, host == 0 ? std::atoi(expected) : host);
+    }
 }
 
 }  // namespace
