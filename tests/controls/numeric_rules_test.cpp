@@ -1,6 +1,4 @@
-#include "controls/numeric_rules.h"
-
-#include "tests/controls/sample_contracts.h"
+#include "tests/controls/numeric_context.h"
 
 #include <gtest/gtest.h>
 
@@ -13,61 +11,27 @@ constexpr NumericRow kRows[] = {
 };
 constexpr NumericTable kTable{kRows, 40, TextRuleScope::ChangedEdit};
 
-// The contract that a test's dialog shows.
-struct Context final : INumericContext {
-    SampleContracts book;
-    CommodityKey key{};
-
-    Context() {
-        book.AddExchange("EXA", "A");
-        Add('F', "DEC", 0.5, 1);
-        Add('F', "QTR", 1, 4);
-        Add('m', "SPR", 2, 1, "QTR");
-    }
-    void Add(char type, const char* commodityNo, double tick, std::uint32_t denominator,
-             const char* firstLeg = "") {
-        CommodityRecord& commodity = book.AddCommodity(type, commodityNo, "", firstLeg);
-        commodity.tickNumerator = tick;
-        commodity.tickDenominator = denominator;
-        commodity.relatedExchangeNo = commodity.exchangeNo;
-        commodity.relatedCommodityType = 'F';
-    }
-    void Choose(char type, const char* commodityNo) {
-        key = {};
-        key.exchangeNo.Set("EXA");
-        key.commodityType = type;
-        key.commodityNo.Set(commodityNo);
-    }
-    CommodityKey Commodity() const override { return key; }
-    TradeData Trade() const override { return TradeData(const_cast<FakeTradeApi*>(&book.api)); }
-    std::string FormatPrice(double price) const override { return "<" + std::to_string(price) + ">"; }
-};
-
 TEST(NumericRules, AcceptWhatTheContractCanHold) {
     const struct {
         int control;
-        char type;
         const char *commodity, *text;
         bool accepted;
     } rows[] = {
-        {20, 'F', "DEC", "12.5", true},  {20, 'F', "QTR", "12.5", false}, {20, 'F', "QTR", "12", true},
-        {20, 'F', "none", "12.5", true}, {20, 'F', "DEC", "-1", false},   {20, 'm', "SPR", "-1.5", true},
-        {30, 'm', "SPR", "-1", false},   {40, 'm', "SPR", "-1", false},   {40, 'F', "QTR", "1.5", false},
-        {40, 'F', "DEC", "1.5", true},   {22, 'F', "DEC", "1.5", false},  {22, 'm', "SPR", "-1", false},
-        {10, 'F', "DEC", "1.5", false},  {10, 'F', "DEC", "", true},      {99, 'F', "DEC", "word", true},
+        {20, "DEC", "12.5", true}, {20, "QTR", "12.5", false}, {20, "QTR", "12", true},
+        {20, "", "12.5", true},    {20, "DEC", "-1", false},   {20, "SPR", "-1.5", true},
+        {30, "SPR", "-1", false},  {40, "SPR", "-1", false},   {40, "QTR", "1.5", false},
+        {40, "DEC", "1.5", true},  {22, "DEC", "1.5", false},  {22, "SPR", "-1", false},
+        {10, "DEC", "1.5", false}, {10, "DEC", "", true},      {99, "DEC", "word", true},
     };
-    Context context;
     for (const auto& row : rows) {
-        context.Choose(row.type, row.commodity);
-        NumericTextRule rule;
-        const auto instead = rule.Judge(FindNumeric(kTable, row.control), row.text, context);
+        const auto instead = NumericTextRule().Judge(FindNumeric(kTable, row.control), row.text,
+                                                     NumericContext(row.commodity));
         EXPECT_EQ(!instead, row.accepted) << row.control << " " << row.commodity << " " << row.text;
     }
 }
 
 TEST(NumericRules, OneLastGoodTextServesAllEdits) {
-    Context context;
-    context.Choose('F', "DEC");
+    const NumericContext context("DEC");
     NumericTextRule rule;
     EXPECT_EQ(rule.Judge(FindNumeric(kTable, 10), "x", context), "");
     EXPECT_EQ(rule.Judge(FindNumeric(kTable, 20), "7.5", context), std::nullopt);
@@ -78,32 +42,25 @@ TEST(NumericRules, OneLastGoodTextServesAllEdits) {
 TEST(NumericRules, StepARowByItsTick) {
     const struct {
         int control;
-        char type;
         const char *commodity, *whole, *numerator;
         bool up;
         const char* result;  // "-" for none
     } rows[] = {
-        {10, 'F', "DEC", "0", "", false, "0"},
-        {10, 'F', "DEC", "7", "", true, "8"},
-        {20, 'F', "DEC", "1.4", "", true, "<2.000000>"},
-        {20, 'F', "DEC", "1", "", false, "<0.500000>"},
-        {20, 'F', "QTR", "10", "3", true, "11/0"},
-        {22, 'F', "QTR", "10", "0", false, "9/3"},
-        {20, 'm', "SPR", "4", "", true, "<6.000000>"},  // its own tick
-        {30, 'm', "SPR", "10", "3", true, "11/0"},      // its first leg's fractions
-        {20, 'F', "none", "5", "", true, "<6.000000>"},
-        {40, 'F', "DEC", "5", "", true, "-"},
-        {99, 'F', "DEC", "5", "", true, "-"},
+        // clang-format off
+        {10, "DEC", "0", "", false, "0"}, {10, "DEC", "7", "", true, "8"},
+        {20, "DEC", "1.4", "", true, "2"}, {20, "DEC", "1", "", false, "0.5"},
+        {20, "QTR", "10", "3", true, "11/0"}, {22, "QTR", "10", "0", false, "9/3"},
+        {20, "SPR", "4", "", true, "6"},  // its own tick
+        {30, "SPR", "10", "3", true, "11/0"},  // its first leg's fractions
+        {20, "", "5", "", true, "6"}, {40, "DEC", "5", "", true, "-"}, {99, "DEC", "5", "", true, "-"},
+        // clang-format on
     };
-    Context context;
     for (const auto& row : rows) {
-        context.Choose(row.type, row.commodity);
-        const auto step =
-            StepNumeric(FindNumeric(kTable, row.control), row.whole, row.numerator, row.up, context);
-        std::string result = "-";
-        if (step) {
-            result = step->edit + (step->numerator ? "/" + *step->numerator : "");
-        }
+        const auto step = StepNumeric(FindNumeric(kTable, row.control), row.whole, row.numerator, row.up,
+                                      NumericContext(row.commodity));
+        const std::string result = !step             ? "-"
+                                   : step->numerator ? step->edit + "/" + *step->numerator
+                                                     : step->edit;
         EXPECT_EQ(result, row.result) << row.control << " " << row.commodity << " " << row.whole;
     }
 }

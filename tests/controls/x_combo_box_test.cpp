@@ -1,64 +1,20 @@
-#include "controls/x_combo_box.h"
-
-#include "tests/controls/control_dialog.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
+#include "tests/controls/combo_box_fixture.h"
 
 namespace {
 
-constexpr int kCombo = 1051;
+using Lines = std::vector<std::string>;
+
 const std::string kSelected = "1051:1";     // CBN_SELCHANGE
 const std::string kTextChanged = "1051:5";  // CBN_EDITCHANGE
 
-// Keeps the registered click messages.
-class WatchedComboBox : public CxComboBox {
-public:
-    std::vector<LPARAM> clicks;
-
+class ComboBoxTest : public ComboBoxFixture {
 protected:
-    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if (message == g_uLButtonClick) {
-            clicks.push_back(lParam);
-        }
-        return CxComboBox::WindowProc(message, wParam, lParam);
-    }
-};
-
-class ComboBoxTest : public testing::Test {
-protected:
-    ControlDialog dialog;
-    WatchedComboBox combo;
-
-    void SetUp() override {
-        ASSERT_TRUE(dialog.m_hWnd);
-        ASSERT_TRUE(dialog.Add("COMBOBOX", CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL, kCombo));
-        ASSERT_TRUE(combo.SubclassDlgItem(kCombo, dialog.m_hWnd));
-        ASSERT_TRUE(combo.EditWindow());
-        for (const char* line : {"SHFE Shanghai Futures", "SGX Singapore", "DCE  Dalian", "NONAME"}) {
-            combo.AddString(line);
-        }
-        ::SetFocus(combo.EditWindow());
+    ComboBoxTest() {
+        Add({"SHFE Shanghai Futures", "SGX Singapore", "DCE  Dalian", "NONAME"});
         dialog.Pump();
         dialog.log.clear();
     }
-    void TearDown() override { dialog.DestroyWindow(); }
-
-    std::string Shown() const { return TextOf(combo.EditWindow()); }
-    std::pair<int, int> Marked() const {
-        const auto marked = static_cast<DWORD>(::SendMessageA(combo.EditWindow(), EM_GETSEL, 0, 0));
-        return {LOWORD(marked), HIWORD(marked)};
-    }
-    // The whole text of the edit, whatever the box says.
-    LRESULT EditLength() const { return ::SendMessageW(combo.EditWindow(), WM_GETTEXTLENGTH, 0, 0); }
-    std::vector<std::string> Items() const {
-        std::vector<std::string> items;
-        for (int i = 0; i < combo.GetCount(); ++i) {
-            items.push_back(combo.GetLBText(i));
-        }
-        return items;
-    }
+    LRESULT EditLength() const { return ToEdit(WM_GETTEXTLENGTH); }
 };
 
 TEST_F(ComboBoxTest, CompletesWhatIsTypedAndLeavesDeletionsAlone) {
@@ -85,7 +41,7 @@ TEST_F(ComboBoxTest, CompletesWhatIsTypedAndLeavesDeletionsAlone) {
 TEST_F(ComboBoxTest, EmptyTextClearsTheSelectionAndReportsIt) {
     combo.SetCurSel(1);
     dialog.log.clear();
-    ::SendMessageA(combo.EditWindow(), EM_SETSEL, 0, -1);
+    ToEdit(EM_SETSEL, 0, -1);
     dialog.Keys({VK_DELETE});
     EXPECT_EQ(combo.GetCurSel(), CB_ERR);
     EXPECT_EQ(combo.GetCurrentCode(), "");
@@ -93,28 +49,25 @@ TEST_F(ComboBoxTest, EmptyTextClearsTheSelectionAndReportsIt) {
 }
 
 TEST_F(ComboBoxTest, PastedTextIsCompleted) {
-    ASSERT_TRUE(::OpenClipboard(dialog.m_hWnd));
-    ::EmptyClipboard();
-    HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, 3);
-    memcpy(::GlobalLock(memory), "no", 3);
-    ::GlobalUnlock(memory);
-    ::SetClipboardData(CF_TEXT, memory);
-    ::CloseClipboard();
-    ::SendMessageA(combo.EditWindow(), WM_PASTE, 0, 0);
+    const HWND source = dialog.Add("EDIT", 0, 7);
+    ::SetWindowTextA(source, "no");
+    ::SendMessageA(source, EM_SETSEL, 0, -1);
+    ::SendMessageA(source, WM_COPY, 0, 0);
+    ToEdit(WM_PASTE);
     EXPECT_EQ(Shown(), "NONAME");
     combo.SetListOnly(true);
-    ::SendMessageA(combo.EditWindow(), WM_PASTE, 0, 0);
-    ::SendMessageA(combo.EditWindow(), WM_CUT, 0, 0);
+    ToEdit(WM_PASTE);
+    ToEdit(WM_CUT);
     EXPECT_EQ(Shown(), "NONAME");
 }
 
 TEST_F(ComboBoxTest, ReportsEverySelectionByProgram) {
     combo.SetCurSel(0);
     EXPECT_EQ(Shown(), "SHFE");
-    EXPECT_EQ(dialog.TakeLog(), (std::vector<std::string>{kTextChanged, kSelected}));
+    EXPECT_EQ(dialog.TakeLog(), (Lines{kTextChanged, kSelected}));
     for (const char* text : {"nothing like it", "nona"}) {
         combo.SelectString(-1, text);
-        EXPECT_EQ(dialog.TakeLog(), std::vector<std::string>{kSelected}) << "whatever came of it: " << text;
+        EXPECT_EQ(dialog.TakeLog(), Lines{kSelected}) << "whatever came of it: " << text;
     }
 }
 
@@ -124,8 +77,9 @@ TEST_F(ComboBoxTest, ShowsTheFullTextAndReadsTheCode) {
     EXPECT_EQ(EditLength(), 21) << "the whole line stands in the edit";
     EXPECT_EQ(combo.GetWindowText(), "SHFE");
     char buffer[64] = "";
-    EXPECT_EQ(::SendMessageA(combo.m_hWnd, WM_GETTEXT, sizeof buffer, reinterpret_cast<LPARAM>(buffer)), 4);
-    EXPECT_EQ(::SendMessageA(combo.m_hWnd, WM_GETTEXT, 3, reinterpret_cast<LPARAM>(buffer)), 2);
+    for (const auto& [size, read] : {std::pair{64, 4}, {3, 2}}) {
+        EXPECT_EQ(combo.SendMessage(WM_GETTEXT, size, reinterpret_cast<LPARAM>(buffer)), read);
+    }
     EXPECT_STREQ(buffer, "SH");
     combo.SetShowFullText(false);
     EXPECT_EQ(EditLength(), 4);
@@ -143,18 +97,17 @@ TEST_F(ComboBoxTest, AligningKeepsDataSelectionAndText) {
     combo.SetCurSel(1);
     dialog.log.clear();
     combo.AlignColumns(true);
-    EXPECT_EQ(Items(), (std::vector<std::string>{"SHFE   Shanghai Futures", "SGX    Singapore",
-                                                 "DCE    Dalian", "NONAME", "       blank first"}));
+    EXPECT_EQ(Items(), (Lines{"SHFE   Shanghai Futures", "SGX    Singapore", "DCE    Dalian", "NONAME",
+                              "       blank first"}));
     for (int i = 0; i < combo.GetCount(); ++i) {
         EXPECT_EQ(combo.GetItemData(i), static_cast<DWORD_PTR>(100 + i));
     }
     EXPECT_EQ(combo.GetCurSel(), 1);
     EXPECT_EQ(Shown(), "SGX");
-    EXPECT_EQ(dialog.log, std::vector<std::string>{});
+    EXPECT_EQ(dialog.log, Lines{});
 
     combo.SendMessage(CB_SETCURSEL, static_cast<WPARAM>(-1));
     dialog.Keys({'Q', 'X'});
-    dialog.log.clear();
     combo.AlignColumns(false);
     EXPECT_EQ(Shown(), "qx");
     EXPECT_EQ(Marked(), std::make_pair(2, 2));
@@ -165,24 +118,22 @@ TEST_F(ComboBoxTest, AligningKeepsDataSelectionAndText) {
 }
 
 TEST_F(ComboBoxTest, FillingAtOnceIsAddingAndAligning) {
-    std::vector<std::string> lines{"B1 Name", "LONGER  Other", "", "X"};
+    const Lines lines{"B1 Name", "LONGER  Other", "", "X"};
     combo.ResetContent();
-    for (const std::string& line : lines) {
-        combo.AddString(line);
-    }
+    Add(lines);
     combo.AlignColumns(true);
-    const auto added = Items();
+    const Lines added = Items();
     const LRESULT width = combo.SendMessage(CB_GETDROPPEDWIDTH);
-    combo.SendMessage(CB_SETDROPPEDWIDTH, 10);
+    combo.SetDroppedWidth(10);
     combo.SetItems(lines, true);
     EXPECT_EQ(Items(), added);
     EXPECT_EQ(combo.SendMessage(CB_GETDROPPEDWIDTH), width);
 }
 
 TEST_F(ComboBoxTest, FindsACodeInTheFirstMatchingItemOnly) {
-    EXPECT_EQ(combo.FindItemByCode("SGX"), 1);
-    EXPECT_EQ(combo.FindItemByCode("sgx"), -1);
-    EXPECT_EQ(combo.FindItemByCode("SG"), -1);
+    for (const auto& [code, item] : {std::pair{"SGX", 1}, {"sgx", -1}, {"SG", -1}}) {
+        EXPECT_EQ(combo.FindItemByCode(code), item) << code;
+    }
     EXPECT_EQ(combo.GetItemCode(99), "");
     combo.SetSeparator(0);
     EXPECT_EQ(combo.GetItemCode(1), "SGX Singapore");
@@ -193,15 +144,13 @@ TEST_F(ComboBoxTest, ListOnlyTakesNoTextAndOpensOnAClick) {
     combo.SetListOnly(true);
     dialog.Keys({'D', VK_BACK});
     EXPECT_EQ(Shown(), "SHFE");
-    ::SendMessageA(combo.EditWindow(), EM_SETSEL, 0, 4);
+    ToEdit(EM_SETSEL, 0, 4);
     EXPECT_EQ(Marked(), std::make_pair(4, 4)) << "nothing is marked";
     EXPECT_FALSE(combo.GetDroppedState());
     dialog.Click(combo.EditWindow(), 5, 5);
     EXPECT_TRUE(combo.GetDroppedState());
-    combo.ShowDropDown(false);
-    EXPECT_EQ(::SendMessageA(combo.m_hWnd, WM_SETCURSOR, reinterpret_cast<WPARAM>(combo.m_hWnd),
-                             MAKELPARAM(HTCLIENT, WM_MOUSEMOVE)),
-              TRUE);
+    combo.SendMessage(WM_SETCURSOR, reinterpret_cast<WPARAM>(combo.m_hWnd),
+                      MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
     EXPECT_EQ(::GetCursor(), ::LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW)));
 }
 
@@ -215,42 +164,45 @@ TEST_F(ComboBoxTest, OptionsSwallowTheirKeys) {
     EXPECT_EQ(Shown(), "HFE");
     for (const bool noUndo : {true, false}) {
         combo.SetNoUndo(noUndo);
-        ::SendMessageA(combo.EditWindow(), EM_UNDO, 0, 0);
+        ToEdit(EM_UNDO);
         EXPECT_EQ(Shown(), noUndo ? "HFE" : "SHFE");
     }
     ::SetFocus(dialog.Add("BUTTON", 0, 7));
-    ::SendMessageA(combo.EditWindow(), EM_SETSEL, 1, 3);
+    ToEdit(EM_SETSEL, 1, 3);
     EXPECT_EQ(Marked(), std::make_pair(3, 3)) << "nothing is marked without the focus";
 }
 
 TEST_F(ComboBoxTest, OneClickIsToldADoubleClickIsNot) {
-    const HWND edit = combo.EditWindow();
-    const auto tick = [&] { ::SendMessageA(combo.m_hWnd, WM_TIMER, 1, 0); };
-    dialog.Click(edit, 5, 6);
-    EXPECT_TRUE(combo.clicks.empty()) << "a second click may follow";
-    tick();
-    EXPECT_EQ(combo.clicks, std::vector<LPARAM>{MAKELPARAM(5, 6)});
-    tick();
-    dialog.Click(edit, 5, 6);
-    ::PostMessageA(edit, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(5, 6));
-    ::PostMessageA(edit, WM_LBUTTONUP, 0, MAKELPARAM(5, 6));
-    dialog.Pump();
-    tick();
-    dialog.Click(edit, 5, 6);
-    ::PostMessageA(edit, WM_MOUSELEAVE, 0, 0);
-    dialog.Pump();
-    tick();
-    ::PostMessageA(edit, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 6));
-    ::PostMessageA(edit, WM_LBUTTONUP, 0, MAKELPARAM(-5, 600));
-    dialog.Pump();
-    tick();
-    EXPECT_EQ(combo.clicks.size(), 1u);
+    struct Input {
+        UINT message;
+        LPARAM point;
+    };
+    const Input down{WM_LBUTTONDOWN, MAKELPARAM(5, 6)}, up{WM_LBUTTONUP, MAKELPARAM(5, 6)};
+    const struct {
+        const char* what;
+        std::vector<Input> inputs;
+        bool told;
+    } rows[] = {
+        {"one click", {down, up}, true},
+        {"a second click", {down, up, {WM_LBUTTONDBLCLK, MAKELPARAM(5, 6)}, up}, false},
+        {"the mouse leaves", {down, up, {WM_MOUSELEAVE, 0}}, false},
+        {"released elsewhere", {down, {WM_LBUTTONUP, MAKELPARAM(-5, 600)}}, false},
+    };
+    for (const auto& row : rows) {
+        for (const auto& [message, point] : row.inputs) {
+            ::PostMessageA(combo.EditWindow(), message, 0, point);
+        }
+        dialog.Pump();
+        EXPECT_EQ(combo.clicks, std::vector<LPARAM>{}) << row.what << ": more may follow";
+        for (int ticks = 0; ticks < 2; ++ticks) {
+            combo.SendMessage(WM_TIMER, 1);
+        }
+        EXPECT_EQ(std::exchange(combo.clicks, {}), std::vector<LPARAM>(row.told, up.point)) << row.what;
+    }
 }
 
 TEST_F(ComboBoxTest, ShowsAsManyRowsAsAsked) {
-    for (int i = 0; i < 50; ++i) {
-        combo.AddString("more");
-    }
+    Add(Lines(50, "more"));
     for (const int rows : {10, 30}) {
         combo.SetMinVisibleItems(rows);
         EXPECT_EQ(combo.GetMinVisibleItems(), rows);
@@ -287,13 +239,9 @@ TEST(ComboBox, LivesWithoutAnEditAndIsCreatedByCode) {
 
 TEST(ComboBox, MayGoBeforeItsWindow) {
     ControlDialog dialog;
-    dialog.Add("COMBOBOX", CBS_DROPDOWN, 5);
-    HWND edit = nullptr;
-    {
-        CxComboBox combo;
-        ASSERT_TRUE(combo.SubclassDlgItem(5, dialog.m_hWnd));
-        edit = combo.EditWindow();
-    }
+    const HWND comboBox = dialog.Add("COMBOBOX", CBS_DROPDOWN, 5);
+    ASSERT_TRUE(CxComboBox().SubclassWindow(comboBox));
+    const HWND edit = ::FindWindowExA(comboBox, nullptr, "Edit", nullptr);
     ::SetWindowTextA(edit, "two words");
     EXPECT_EQ(TextOf(edit), "two words") << "nobody cuts it any more";
 }
