@@ -104,7 +104,7 @@ void FillBook(const Words& words) {
     CommodityRecord& option = book.AddCommodity('O', "CAO", Ansi(words.copper).c_str(), "CA");
     option.tickDenominator = 1;
     for (int strike = 9000; strike <= 9500; strike += 50) {
-        book.AddContract("2603", std::to_string(strike), 'C');
+        book.AddContract("2603 C" + std::to_string(strike));
     }
 }
 
