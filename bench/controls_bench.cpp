@@ -5,13 +5,11 @@
 #include "bench/stopwatch.h"
 #include "controls/sele_code_wnd.h"
 #include "controls/x_combo_box.h"
-#include "framework/activation_context.h"
-#include "framework/dialog.h"
+#include "tests/controls/control_dialog.h"
 #include "trade/data_container.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -38,31 +36,6 @@ void Compare(const char* name, int items, double limit, Bare bare, Ours ours) {
     g_report.Ratio((std::string(name) + ", " + std::to_string(items) + " items").c_str(), ourTime, bareTime,
                    limit);
 }
-
-class BenchDialog : public CDialog {
-public:
-    BenchDialog() {
-        struct {
-            DLGTEMPLATE head;
-            WORD menu, windowClass, title;
-        } empty{};
-        empty.head.style = WS_POPUP | WS_CAPTION;
-        empty.head.cx = 300;
-        empty.head.cy = 200;
-        if (!CreateIndirect(&empty.head, nullptr)) {
-            std::puts("no windows here");
-            std::exit(1);
-        }
-        ShowWindow(SW_SHOW);
-    }
-    HWND Add(int id) {
-        const ScopedActivationContext commonControls6;
-        return ::CreateWindowExA(0, "COMBOBOX", "",
-                                 WS_CHILD | WS_VISIBLE | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL, 10,
-                                 10 + 40 * id, 150, 300, m_hWnd,
-                                 reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-    }
-};
 
 std::vector<std::string> Lines(int count) {
     std::vector<std::string> lines;
@@ -95,9 +68,10 @@ void BareRead(HWND comboBox, int count) {
 }
 
 void BenchComboBox(int count) {
-    BenchDialog dialog;
-    const HWND plain = dialog.Add(0);
-    dialog.Add(1);
+    EmptyDialog dialog;
+    constexpr DWORD style = WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL;
+    const HWND plain = dialog.Add("COMBOBOX", style, 0, {10, 10, 160, 310});
+    dialog.Add("COMBOBOX", style, 1, {10, 50, 160, 350});
     CxComboBox combo;
     combo.SubclassDlgItem(1, dialog.m_hWnd);
     COMBOBOXINFO info{};
@@ -179,7 +153,7 @@ void BareHostCalls(IndexedBook& api) {
 void BenchPopup(int exchanges, int commoditiesEach, int contractsEach) {
     IndexedBook api(exchanges, commoditiesEach, contractsEach);
     g_api = &api;
-    BenchDialog dialog;
+    EmptyDialog dialog;
     CSeleCodeWnd popup(&BenchTrade);
     popup.CreatePopup(dialog.m_hWnd);
     CWnd hidden;  // like the popup, whose tree is filled before it is shown
@@ -207,6 +181,10 @@ void BenchPopup(int exchanges, int commoditiesEach, int contractsEach) {
 }  // namespace
 
 int main() {
+    if (!EmptyDialog().m_hWnd) {
+        std::puts("no windows here");
+        return 1;
+    }
     for (const int count : {100, 1000, 10000}) {
         BenchComboBox(count);
     }

@@ -10,16 +10,10 @@
 #include <utility>
 #include <vector>
 
-// An empty dialog for controls under test: it keeps the notifications that reach it, and a message loop like
-// a host's offers it and its controls every message.
-class ControlDialog : public CDialog {
+// A shown dialog without controls of its own.
+class EmptyDialog : public CDialog {
 public:
-    std::vector<std::string> log;  // "id:code" of each WM_COMMAND that is not reflected
-    std::function<bool(MSG&)> translate;
-    std::function<bool(const NMHDR&, LRESULT&)> notify;
-    std::function<void(WPARAM, LPARAM)> onCommand;
-
-    ControlDialog() {
+    EmptyDialog() {
         struct {
             DLGTEMPLATE head;
             WORD menu, windowClass, title;
@@ -30,7 +24,7 @@ public:
         CreateIndirect(&empty.head, nullptr);
         ShowWindow(SW_SHOW);
     }
-    ~ControlDialog() override { DestroyWindow(); }
+    ~EmptyDialog() override { DestroyWindow(); }
 
     // A child control of a system class, of the version that the module's dialogs get.
     HWND Add(const char* className, DWORD style, int id, const RECT& at = {10, 10, 150, 200}) {
@@ -39,6 +33,18 @@ public:
                                  at.top, at.right - at.left, at.bottom - at.top, m_hWnd,
                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
     }
+};
+
+// For controls under test: keeps the notifications that reach it, and a message loop like a host's offers it
+// and its controls every message.
+class ControlDialog : public EmptyDialog {
+public:
+    std::vector<std::string> log;  // "id:code" of each WM_COMMAND that is not reflected
+    std::function<bool(MSG&)> translate;
+    std::function<bool(const NMHDR&, LRESULT&)> notify;
+    std::function<void(WPARAM, LPARAM)> onCommand;
+
+    ~ControlDialog() override { DestroyWindow(); }  // while its callbacks are there
 
     void Pump() { m_loop.PumpUntilIdle(); }
     // Presses keys in the focused control; upper-case letters stand for their key.
