@@ -91,14 +91,17 @@ TEST_F(DataExchange, ComboTextSelectsByPrefixElseStandsAsText) {
     for (const char* item : {"SHFE Shanghai", "SGX Singapore", "SG Other"}) {
         dialog.box.AddString(item);
     }
-    const std::pair<const char*, const char*> rows[] = {
-        {"SG", "SGX Singapore"}, {"shfe", "SHFE Shanghai"}, {"XYZ", "XYZ"}, {"", ""}};
-    for (const auto& [value, text] : rows) {
-        dialog.choice = value;
+    const struct {
+        const char *value, *text;
+        int selected;
+    } rows[] = {{"SG", "SGX Singapore", 1}, {"", "", -1}, {"XYZ", "XYZ", -1}, {"shfe", "SHFE Shanghai", 0}};
+    for (const auto& row : rows) {
+        dialog.choice = row.value;
         dialog.UpdateData(false);
-        EXPECT_EQ(dialog.box.GetWindowText(), text) << value;
+        EXPECT_EQ(dialog.box.GetWindowText(), row.text) << row.value;
+        EXPECT_EQ(dialog.box.GetCurSel(), row.selected) << row.value;
         dialog.UpdateData(true);
-        EXPECT_EQ(dialog.choice, text) << value;
+        EXPECT_EQ(dialog.choice, row.text) << row.value;
     }
 }
 
