@@ -6,14 +6,6 @@
 
 namespace {
 
-std::string Outline(const std::vector<CatalogNode>& nodes, const std::string& indent = "") {
-    std::string outline;
-    for (const CatalogNode& node : nodes) {
-        outline += indent + node.text + "|" + node.data + "\n" + Outline(node.children, indent + " ");
-    }
-    return outline;
-}
-
 TEST(ContractCatalog, ListsOnlyWhatHasContractsInItsOrder) {
     SampleContracts book;
     book.AddUsualBook();

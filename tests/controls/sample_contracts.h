@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/contract_catalog.h"
 #include "tests/trade/sample_book.h"
 
 #include <string>
@@ -21,7 +22,8 @@ public:
     // Of the commodity added last: the contract's part of the text.
     ContractRecord& AddContract(const std::string& part) {
         const CommodityRecord& commodity = *commodities.back();
-        return SampleBook::AddContract(commodity.exchangeNo.Str() + ' ' + commodity.commodityNo.Str() + ' ' + part);
+        return SampleBook::AddContract(commodity.exchangeNo.Str() + ' ' + commodity.commodityNo.Str() + ' ' +
+                                       part);
     }
 
     // Two exchanges: EXA with goods, futures, options and straddles, LMX (forward market) with one commodity.
@@ -45,3 +47,12 @@ public:
         AddContract("3M");
     }
 };
+
+// Text and data of every node, children indented.
+inline std::string Outline(const std::vector<CatalogNode>& nodes, const std::string& indent = "") {
+    std::string outline;
+    for (const CatalogNode& node : nodes) {
+        outline += indent + node.text + "|" + node.data + "\n" + Outline(node.children, indent + " ");
+    }
+    return outline;
+}

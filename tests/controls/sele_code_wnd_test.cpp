@@ -19,17 +19,15 @@ TradeData SampleTrade() {
 // The owner of the popup: keeps the choices that it is sent.
 class Owner : public ControlDialog {
 public:
-    std::vector<std::string> choices;  // "text|sign"
-    std::function<void()> onChoice;
+    std::string choices;  // "text|sign|" of each
+    std::function<void()> onChoice = [] {};
 
 protected:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message == WM_SELECTCODE) {
-            choices.push_back(std::string(reinterpret_cast<const char*>(wParam)) + "|" +
-                              reinterpret_cast<const char*>(lParam));
-            if (onChoice) {
-                onChoice();
-            }
+            choices += std::string(reinterpret_cast<const char*>(wParam)) + "|";
+            choices += reinterpret_cast<const char*>(lParam);
+            onChoice();
             return 0;
         }
         return ControlDialog::WindowProc(message, wParam, lParam);
@@ -40,22 +38,20 @@ class PopupTest : public testing::Test {
 protected:
     SampleContracts book;
     Owner owner;
-    std::unique_ptr<CSeleCodeWnd> popup = std::make_unique<CSeleCodeWnd>(&SampleTrade);
+    std::unique_ptr<CSeleCodeWnd> popup;
 
-    void SetUp() override {
+    PopupTest() {
         g_book = &book;
         // A host that has sign entries is asked anew on every opening.
         book.api.signEntries.push_back(&book);
         book.AddUsualBook();
+        MakePopup();
+    }
+    void MakePopup() {
+        popup = std::make_unique<CSeleCodeWnd>(&SampleTrade);
         ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
         popup->SetNotifyWnd(owner.m_hWnd);
     }
-    void TearDown() override {
-        popup.reset();
-        owner.DestroyWindow();
-        g_book = nullptr;
-    }
-
     void Open() {
         popup->Refresh("");
         ::MoveWindow(popup->m_hWnd, 50, 50, 438, 400, TRUE);
@@ -64,36 +60,46 @@ protected:
     }
     HWND Tree() const { return popup->GetDlgItem(kSeleCodeTreeId); }
     HWND List() const { return popup->GetDlgItem(kSeleCodeListId); }
-    std::string ItemText(HTREEITEM item) const {
+    std::string Item(HTREEITEM item) const {
         char text[100] = "";
         TVITEMA query{TVIF_TEXT, item, 0, 0, text, sizeof text, 0, 0, 0, 0};
         ::SendMessageA(Tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
         return text;
     }
+    // The nodes from this one on, like the catalog's Outline.
+    std::string OutlineFrom(HTREEITEM item, const std::string& indent = "") const {
+        const auto& tree = *static_cast<CTreeCtrl*>(CWnd::FromHandlePermanent(Tree()));
+        std::string outline;
+        for (; item; item = tree.GetNextSiblingItem(item)) {
+            outline += indent + Item(item) + "|" + reinterpret_cast<const char*>(tree.GetItemData(item)) +
+                       "\n" + OutlineFrom(tree.GetChildItem(item), indent + " ");
+        }
+        return outline;
+    }
     // The nodes that can be seen, top to bottom.
     std::string VisibleNodes() const {
         std::string nodes;
         for (HTREEITEM item = TreeView_GetRoot(Tree()); item; item = TreeView_GetNextVisible(Tree(), item)) {
-            nodes += ItemText(item) + ";";
+            nodes += Item(item) + ";";
         }
         return nodes;
     }
     HTREEITEM Find(const std::string& text) const {
-        for (HTREEITEM item = TreeView_GetRoot(Tree()); item; item = TreeView_GetNextVisible(Tree(), item)) {
-            if (ItemText(item) == text) {
-                return item;
-            }
+        HTREEITEM item = TreeView_GetRoot(Tree());
+        while (item && Item(item) != text) {
+            item = TreeView_GetNextVisible(Tree(), item);
         }
-        return nullptr;
+        return item;
     }
     void RealClickAt(HWND control, POINT point) {
         ::ClientToScreen(control, &point);
         ::SetCursorPos(point.x, point.y);
-        INPUT inputs[2]{};
-        inputs[0].type = inputs[1].type = INPUT_MOUSE;
-        inputs[0].mi.dwFlags = MOUSEEVENTF_LEFTDOWN;
-        inputs[1].mi.dwFlags = MOUSEEVENTF_LEFTUP;
-        ::SendInput(2, inputs, sizeof(INPUT));
+        for (const DWORD button : {MOUSEEVENTF_LEFTDOWN, MOUSEEVENTF_LEFTUP}) {
+            INPUT input{};
+            input.type = INPUT_MOUSE;
+            input.mi.dwFlags = button;
+            ::SendInput(1, &input, sizeof input);
+        }
         owner.Pump();
     }
     void ClickNode(const std::string& text) {
@@ -104,23 +110,19 @@ protected:
         ASSERT_TRUE(TreeView_GetItemRect(Tree(), item, &rect, TRUE));
         RealClickAt(Tree(), {rect.left + 3, (rect.top + rect.bottom) / 2});
     }
+    const CSeleSubListCtrl& Cells() const {
+        return *static_cast<CSeleSubListCtrl*>(CWnd::FromHandlePermanent(List()));
+    }
     void ClickCell(int row, int column) {
-        RECT rect{column == 0 ? LVIR_LABEL : LVIR_BOUNDS, column, 0, 0};
-        ASSERT_TRUE(::SendMessageA(List(), LVM_GETSUBITEMRECT, row, reinterpret_cast<LPARAM>(&rect)));
-        RealClickAt(List(), {rect.left + 5, (rect.top + rect.bottom) / 2});
+        const RECT cell = Cells().CellRect(row, column);
+        RealClickAt(List(), {cell.left + 5, (cell.top + cell.bottom) / 2});
     }
-    std::string Cell(int row, int column) const {
-        char text[100] = "";
-        LVITEMA query{};
-        query.iSubItem = column;
-        query.pszText = text;
-        query.cchTextMax = sizeof text;
-        ::SendMessageA(List(), LVM_GETITEMTEXTA, row, reinterpret_cast<LPARAM>(&query));
-        return text;
+    // Rows and columns, and the text of the first cell.
+    std::string ListShown() const {
+        return std::to_string(ListView_GetItemCount(List())) + "x" +
+               std::to_string(Cells().GetColumnCount()) + " " + Cells().GetItemText(0, 0);
     }
-    int Rows() const { return ListView_GetItemCount(List()); }
-    int Columns() const { return Header_GetItemCount(ListView_GetHeader(List())); }
-    std::vector<std::string> TakeChoices() { return std::exchange(owner.choices, {}); }
+    std::string TakeChoices() { return std::exchange(owner.choices, {}); }
 };
 
 TEST_F(PopupTest, ClicksOpenTheTreeLikeAnAccordion) {
@@ -130,7 +132,7 @@ TEST_F(PopupTest, ClicksOpenTheTreeLikeAnAccordion) {
     EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];LMX[Metal];");
     ClickNode("EXA[Exchange A]");
     EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];CM[Goods];CM[Copper];CMO[Options];CMD[Straddles];LMX[Metal];");
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"EXA |"});
+    EXPECT_EQ(TakeChoices(), "EXA |");
     ClickNode("LMX[Metal]");
     EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];LMX[Metal];CA[Copper];") << "the other one is closed";
     // Opened again by the button, it stays: the exchange clicked last has not changed.
@@ -151,8 +153,8 @@ TEST_F(PopupTest, TheButtonOpensANodeOnce) {
     }
     RealClickAt(Tree(), hit.pt);
     EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];LMX[Metal];CA[Copper];");
-    EXPECT_EQ(ItemText(TreeView_GetSelection(Tree())), "LMX[Metal]");
-    EXPECT_EQ(TakeChoices(), std::vector<std::string>{"LMX |"});
+    EXPECT_EQ(Item(TreeView_GetSelection(Tree())), "LMX[Metal]");
+    EXPECT_EQ(TakeChoices(), "LMX |");
 }
 
 TEST_F(PopupTest, ClicksChooseEveryKindOfContract) {
@@ -161,22 +163,16 @@ TEST_F(PopupTest, ClicksChooseEveryKindOfContract) {
         const char* clicks;  // what the clicks on them send
         const char* list;    // rows x columns, first cell
         int row, column;     // the cell clicked then
-        const char* choice;
+        const char* choice;  // null when the popup is closed before
     } rows[] = {
+        // clang-format off
         {{}, "EXA |", "10x1 ", 3, 0, "EXA  |"},
+        {{"CM[Goods]"}, "EXA |EXA CM|", "1x1 ", 0, 0, nullptr},
         {{"CM[Copper]"}, "EXA |EXA CM|", "2x1 1509", 1, 0, "EXA CM 1512|"},
-        {{"CMO[Options]", "CMO 1512"},
-         "EXA |EXA CMO |EXA CMO 1512|",
-         "2x2 C1000",
-         1,
-         1,
-         "EXA CMO 1512 P900|"},
-        {{"CMD[Straddles]", "CMD 1509"},
-         "EXA |EXA CMD|EXA CMD|",
-         "1x1 C3000/P3000",
-         0,
-         0,
+        {{"CMO[Options]", "CMO 1512"}, "EXA |EXA CMO |EXA CMO 1512|", "2x2 C1000", 1, 1, "EXA CMO 1512 P900|"},
+        {{"CMD[Straddles]", "CMD 1509"}, "EXA |EXA CMD|EXA CMD|", "1x1 C3000/P3000", 0, 0,
          "EXA CMD 1509 C3000/1509 P3000|"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         Open();
@@ -184,24 +180,15 @@ TEST_F(PopupTest, ClicksChooseEveryKindOfContract) {
         for (const char* node : row.nodes) {
             ClickNode(node);
         }
-        std::string clicks;
-        for (const std::string& choice : TakeChoices()) {
-            clicks += choice;
+        EXPECT_EQ(TakeChoices(), row.clicks);
+        EXPECT_EQ(ListShown(), row.list);
+        EXPECT_EQ(popup->IsWindowVisible(), row.choice != nullptr) << row.clicks;
+        if (row.choice) {
+            ClickCell(row.row, row.column);
+            EXPECT_EQ(TakeChoices(), row.choice);
+            EXPECT_FALSE(popup->IsWindowVisible());
         }
-        EXPECT_EQ(clicks, row.clicks);
-        EXPECT_EQ(std::to_string(Rows()) + "x" + std::to_string(Columns()) + " " + Cell(0, 0), row.list);
-        ClickCell(row.row, row.column);
-        EXPECT_EQ(TakeChoices(), std::vector<std::string>{row.choice});
-        EXPECT_FALSE(popup->IsWindowVisible());
     }
-}
-
-TEST_F(PopupTest, GoodsCloseItAtOnce) {
-    Open();
-    ClickNode("EXA[Exchange A]");
-    ClickNode("CM[Goods]");
-    EXPECT_EQ(TakeChoices().back(), "EXA CM|");
-    EXPECT_FALSE(popup->IsWindowVisible());
 }
 
 TEST_F(PopupTest, KeysMoveAndSendNothing) {
@@ -209,8 +196,8 @@ TEST_F(PopupTest, KeysMoveAndSendNothing) {
     owner.Keys({VK_DOWN, VK_UP, VK_RIGHT, VK_DOWN, VK_RETURN});
     ::SetFocus(List());
     owner.Keys({VK_DOWN, VK_DOWN, VK_UP});
-    EXPECT_EQ(owner.choices, std::vector<std::string>{});
-    EXPECT_EQ(Rows(), 10);
+    EXPECT_EQ(owner.choices, "");
+    EXPECT_EQ(ListShown(), "10x1 ");
     EXPECT_TRUE(popup->IsWindowVisible());
 }
 
@@ -222,7 +209,7 @@ TEST_F(PopupTest, HidesWhenItIsLeft) {
     Open();
     popup->Toggle();
     EXPECT_FALSE(popup->IsWindowVisible());
-    EXPECT_TRUE(owner.choices.empty());
+    EXPECT_EQ(owner.choices, "");
 }
 
 TEST_F(PopupTest, RebuildsByTheHostsSignEntries) {
@@ -267,42 +254,37 @@ TEST_F(PopupTest, LaysItsChildrenOutAndStandsUnderItsButton) {
 
 TEST_F(PopupTest, TheMouseBringsTheFocusAndHighlightsOneCell) {
     Open();
-    ClickNode("EXA[Exchange A]");
-    ClickNode("CMO[Options]");
-    ClickNode("CMO 1512");
+    for (const char* node : {"EXA[Exchange A]", "CMO[Options]", "CMO 1512"}) {
+        ClickNode(node);
+    }
     EXPECT_EQ(::GetFocus(), Tree());
-    RECT cell{LVIR_BOUNDS, 1, 0, 0};
+    RECT client{}, cell{LVIR_BOUNDS, 1, 0, 0};
     ::SendMessageA(List(), LVM_GETSUBITEMRECT, 1, reinterpret_cast<LPARAM>(&cell));
-    RECT client{};
     ::GetClientRect(List(), &client);
     ::IntersectRect(&cell, &cell, &client);
-    POINT inCell{cell.left + 3, cell.top + 3};
-    POINT onScreen = inCell;
+    POINT onScreen{cell.left + 3, cell.top + 3};
     ::ClientToScreen(List(), &onScreen);
     ::SendMessageA(List(), WM_NCHITTEST, 0, MAKELPARAM(onScreen.x, onScreen.y));
     EXPECT_EQ(::GetFocus(), List());
 
     ::UpdateWindow(List());
-    ::ValidateRect(List(), nullptr);
-    ::SendMessageA(List(), WM_MOUSEMOVE, 0, MAKELPARAM(inCell.x, inCell.y));
-    RECT changed{};
-    ::GetUpdateRect(List(), &changed, FALSE);
-    EXPECT_TRUE(::EqualRect(&changed, &cell)) << "that cell and no other";
-    ::ValidateRect(List(), nullptr);
-    ::SendMessageA(List(), WM_MOUSEMOVE, 0, MAKELPARAM(inCell.x, 300));
-    ::GetUpdateRect(List(), &changed, FALSE);
-    EXPECT_TRUE(::EqualRect(&changed, &cell)) << "it is given up below the rows";
-    ::ValidateRect(List(), nullptr);
-    ::SendMessageA(List(), WM_MOUSEMOVE, 0, MAKELPARAM(inCell.x, 301));
-    EXPECT_FALSE(::GetUpdateRect(List(), &changed, FALSE));
+    const auto changedBy = [&](int y) {
+        ::ValidateRect(List(), nullptr);
+        ::SendMessageA(List(), WM_MOUSEMOVE, 0, MAKELPARAM(cell.left + 3, y));
+        RECT changed{};
+        ::GetUpdateRect(List(), &changed, FALSE);
+        return changed;
+    };
+    const RECT entered = changedBy(cell.top + 3), below = changedBy(300), furtherBelow = changedBy(301);
+    EXPECT_TRUE(::EqualRect(&entered, &cell)) << "that cell and no other";
+    EXPECT_TRUE(::EqualRect(&below, &cell)) << "it is given up below the rows";
+    EXPECT_TRUE(::IsRectEmpty(&furtherBelow));
 }
 
 TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
     for (const bool list : {false, true}) {
-        owner.onChoice = nullptr;
-        popup = std::make_unique<CSeleCodeWnd>(&SampleTrade);
-        ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
-        popup->SetNotifyWnd(owner.m_hWnd);
+        owner.onChoice = [] {};
+        MakePopup();
         Open();
         ClickNode("EXA[Exchange A]");
         if (list) {
@@ -315,22 +297,8 @@ TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
 }
 
 TEST_F(PopupTest, ShowsWhatTheCatalogListsAndFreesItWithTheNext) {
-    std::function<void(const std::vector<CatalogNode>&, HTREEITEM)> compare =
-        [&](const std::vector<CatalogNode>& nodes, HTREEITEM item) {
-            for (const CatalogNode& node : nodes) {
-                TVITEMA query{};
-                query.mask = TVIF_PARAM;
-                query.hItem = item;
-                ::SendMessageA(Tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
-                ASSERT_EQ(reinterpret_cast<const char*>(query.lParam), node.data);
-                ASSERT_EQ(ItemText(item), node.text);
-                compare(node.children, TreeView_GetChild(Tree(), item));
-                item = TreeView_GetNextSibling(Tree(), item);
-            }
-            ASSERT_EQ(item, nullptr);
-        };
     Open();
-    compare(BuildCatalog(SampleTrade(), "", false), TreeView_GetRoot(Tree()));
+    EXPECT_EQ(OutlineFrom(TreeView_GetRoot(Tree())), Outline(BuildCatalog(SampleTrade(), "", false)));
     EXPECT_LT(KeptByEach([&] { popup->Refresh(""); }, 10), 50);
 }
 
@@ -340,7 +308,7 @@ TEST_F(PopupTest, KeepsGoingWithoutATradeService) {
     EXPECT_EQ(TreeView_GetCount(Tree()), 0u);
     RealClickAt(Tree(), {50, 50});
     RealClickAt(List(), {20, 20});
-    EXPECT_EQ(Cell(0, 0), "");
+    EXPECT_EQ(ListShown(), "10x1 ");
 }
 
 }  // namespace
