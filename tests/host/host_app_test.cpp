@@ -84,7 +84,7 @@ TEST(PositionListTest, ShowsTheFilteredRowsAndReportsTheOnePicked) {
     EXPECT_EQ(CellText(list.List(), 1, 4), "9032.0");
 
     // A new short position shows up by itself.
-    OrderRecord order = MakeOrder("800120", "HMX F CU 250416", 'S', 9100, 2, "S_list", "HQ", "UP003");
+    OrderRecord order = MakeOrder("800120", "HMX F CU 250416", 'S', 9100, 2, "S_list", "UP003");
     ASSERT_EQ(host.Services().trade.SendOrder(&order), 0);
     FillRecord fill = MakeFill(order, FirstLegOf(order.key), 'S', 9100, 2);
     ASSERT_EQ(host.Services().trade.SendFill(&fill), 0);
@@ -142,7 +142,7 @@ TEST(HostAppTest, DrivesTheModuleThroughItsLife) {
     Window parent;
     ASSERT_TRUE(host.OpenOrderDialog(1, nullptr, parent.Get()));
     EXPECT_EQ(host.Lists().Windows().size(), 2u) << "a carry has two position lists";
-    OrderRecord order = MakeOrder("800120", "HMX F CU 241218", 'B', 9040, 2, "S_event", "HQ", "UP003");
+    OrderRecord order = MakeOrder("800120", "HMX F CU 241218", 'B', 9040, 2, "S_event", "UP003");
     ASSERT_EQ(host.Services().trade.SendOrder(&order), 0);
     FillRecord fill = MakeFill(order, FirstLegOf(order.key), 'B', 9040, 2);
     ASSERT_EQ(host.Services().trade.SendFill(&fill), 0);

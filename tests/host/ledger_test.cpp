@@ -1,4 +1,5 @@
 #include "book/ledger.h"
+#include "book/price_format.h"
 #include "host/sample.h"
 
 #include <gtest/gtest.h>
@@ -7,22 +8,28 @@ namespace {
 
 class LedgerTest : public testing::Test {
 protected:
-    Outcome Send(const OrderRecord& order) { return m_book->ledger.SendOrder(order); }
     Outcome Fill(const OrderRecord& order, const std::string& leg, char direction, double price,
                  std::uint32_t qty) {
-        const ContractKey key = KeyOf(order.key.sign.Str(), leg);
-        return m_book->ledger.SendFill(MakeFill(order, FirstLegOf(key), direction, price, qty));
+        return m_ledger.SendFill(MakeFill(order, FirstLegOf(KeyOf("HQ", leg)), direction, price, qty));
     }
     // Open quantity, short ones negative.
-    int Net(const std::string& account, const std::string& leg, const std::string& sign = "HQ") {
-        const LineKey line = MakeLineKey(account, FirstLegOf(KeyOf(sign, leg)));
-        const Positions& positions = m_book->ledger.AllPositions();
-        return static_cast<int>(positions.OpenQty(line, 'B')) -
-               static_cast<int>(positions.OpenQty(line, 'S'));
+    int Net(const std::string& account, const std::string& leg) {
+        const LineKey line = MakeLineKey(account, FirstLegOf(KeyOf("HQ", leg)));
+        const auto open = [&](char side) {
+            return static_cast<int>(m_ledger.AllPositions().OpenQty(line, side));
+        };
+        return open('B') - open('S');
     }
-    const OrderRecord& Order(std::uint32_t number) { return m_book->ledger.FindOrder(number)->record; }
+    const OrderRecord& Order(std::uint32_t number) { return m_ledger.FindOrder(number)->record; }
+    // State, filled quantity and average price of an order.
+    std::string Filled(std::uint32_t number) {
+        const OrderRecord& order = Order(number);
+        return order.orderState + (": " + std::to_string(order.fillQty)) + " at " +
+               DecimalText(order.fillPrice, 0);
+    }
 
     std::unique_ptr<Book> m_book = Sample();
+    Ledger& m_ledger = m_book->ledger;
 };
 
 TEST_F(LedgerTest, FillsDecideStateQuantityAndAveragePrice) {
@@ -30,37 +37,33 @@ TEST_F(LedgerTest, FillsDecideStateQuantityAndAveragePrice) {
     order.orderState = '6';  // as input together with a fill
     order.fillQty = 5;
     order.fillPrice = 6100;
-    const std::uint32_t number = Send(order).orderNo;
-    EXPECT_EQ(Order(number).orderState, '4');
-    EXPECT_EQ(+Order(number).fillQty, 0u);
+    const std::uint32_t number = m_ledger.SendOrder(order).orderNo;
+    EXPECT_EQ(Filled(number), "4: 0 at 0");
     EXPECT_EQ(Order(number).backOffice, 'Y');
 
     EXPECT_TRUE(Fill(order, "NWX F SR 2505", 'B', 6100, 2).Accepted());
-    EXPECT_EQ(Order(number).orderState, '5');
+    EXPECT_EQ(Filled(number), "5: 2 at 6100");
     EXPECT_TRUE(Fill(order, "NWX F SR 2505", 'B', 6110, 3).Accepted());
-    EXPECT_EQ(Order(number).orderState, '6');
-    EXPECT_DOUBLE_EQ(+Order(number).fillPrice, 6106);
+    EXPECT_EQ(Filled(number), "6: 5 at 6106");
     EXPECT_FALSE(Fill(order, "NWX F SR 2505", 'B', 6110, 1).Accepted()) << "beyond the quantity";
-    EXPECT_FALSE(Send(order).Accepted()) << "the same system number again";
+    EXPECT_FALSE(m_ledger.SendOrder(order).Accepted()) << "the same system number again";
     EXPECT_EQ(Net("800102", "NWX F SR 2505"), 5);
 
-    EXPECT_TRUE(m_book->ledger.DeleteOrder(number).Accepted());
-    EXPECT_EQ(Order(number).orderState, '4');
-    EXPECT_EQ(+Order(number).fillQty, 0u);
+    EXPECT_TRUE(m_ledger.DeleteOrder(number).Accepted());
+    EXPECT_EQ(Filled(number), "4: 0 at 0");
     EXPECT_EQ(Net("800102", "NWX F SR 2505"), 0);
-    EXPECT_FALSE(m_book->ledger.DeleteOrder(number).Accepted()) << "nothing left to remove";
+    EXPECT_FALSE(m_ledger.DeleteOrder(number).Accepted()) << "nothing left to remove";
 }
 
 TEST_F(LedgerTest, ASpreadIsFilledAsFarAsBothItsLegsAre) {
     // The second leg of the bond months is quoted first, so it has the order's direction.
     const OrderRecord order = MakeOrder("800101", "BRX m TB 2503/2506", 'B', 0, 4, "S_2");
-    const std::uint32_t number = Send(order).orderNo;
+    const std::uint32_t number = m_ledger.SendOrder(order).orderNo;
     EXPECT_FALSE(Fill(order, "BRX F TB 2503", 'B', 117, 4).Accepted()) << "the near leg is sold";
     EXPECT_TRUE(Fill(order, "BRX F TB 2506", 'B', 117.25, 4).Accepted());
     EXPECT_EQ(+Order(number).fillQty, 0u);
     EXPECT_TRUE(Fill(order, "BRX F TB 2503", 'S', 117.5, 3).Accepted());
-    EXPECT_EQ(+Order(number).fillQty, 3u);
-    EXPECT_EQ(+Order(number).fillPrice, 117.25) << "of the leg that is quoted first";
+    EXPECT_EQ(Filled(number), "5: 3 at 117.25") << "at the price of the leg that is quoted first";
     EXPECT_FALSE(Fill(order, "BRX F CO 2503", 'S', 451, 1).Accepted()) << "no leg of the order";
     EXPECT_EQ(Net("800101", "BRX F TB 2506"), 4);
     EXPECT_EQ(Net("800101", "BRX F TB 2503"), -3);
@@ -68,36 +71,32 @@ TEST_F(LedgerTest, ASpreadIsFilledAsFarAsBothItsLegsAre) {
 
 TEST_F(LedgerTest, ACarryClosesTheChosenPositionAndStandsOnTheDateOf3M) {
     // Short 10 at 9010.5 and 5 at 9032 in the near date; the later one is chosen.
-    const OrderRecord near = MakeOrder("800120", "HMX F CU 241218", 'B', 9040, 4, "S_3_1", "HQ", "UP003");
-    const OrderRecord forward = MakeOrder("800120", "HMX F CU 3M", 'S', 9100, 4, "S_3_2", "HQ", "UP003");
-    ASSERT_TRUE(Send(near).Accepted());
-    ASSERT_TRUE(Send(forward).Accepted());
-    FillRecord fill = MakeFill(near, FirstLegOf(near.key), 'B', 9040, 4);
+    const OrderRecord near = MakeOrder("800120", "HMX F CU 241218", 'B', 9040, 4, "S_3_1", "UP003");
+    FillRecord fill = MakeFill(near);
     fill.carryPair = 1;
     fill.closePrice = 9032;
-    EXPECT_TRUE(m_book->ledger.SendFill(fill).Accepted());
-    EXPECT_TRUE(Fill(forward, "HMX F CU 3M", 'S', 9100, 4).Accepted());
+    EXPECT_TRUE(m_ledger.SendFill(fill).Accepted());
+    const OrderRecord forward = MakeOrder("800120", "HMX F CU 3M", 'S', 9100, 4, "S_3_2", "UP003");
+    EXPECT_TRUE(m_ledger.SendFill(MakeFill(forward)).Accepted());
 
     const LineKey line = MakeLineKey("800120", FirstLegOf(near.key));
-    EXPECT_EQ(+m_book->ledger.AllPositions().Find(line, 'S', 9032)->record.openQty, 1u);
-    EXPECT_EQ(+m_book->ledger.AllPositions().Find(line, 'S', 9010.5)->record.openQty, 10u);
+    EXPECT_EQ(+m_ledger.AllPositions().Find(line, 'S', 9032)->record.openQty, 1u);
+    EXPECT_EQ(+m_ledger.AllPositions().Find(line, 'S', 9010.5)->record.openQty, 10u);
     EXPECT_EQ(Net("800120", "HMX F CU 250318"), 8 - 4) << "3M is 250318 under HQ";
-    EXPECT_EQ(m_book->ledger.Fills().back()->record.key.contractNo.View(), "3M")
-        << "the fill itself keeps it";
+    EXPECT_EQ(m_ledger.Fills().back()->record.key.contractNo.View(), "3M") << "the fill itself keeps it";
 }
 
 TEST_F(LedgerTest, AFillWithoutAnOrderGetsOneEachLegItsOwn) {
     const OrderRecord none = MakeOrder("800101", "NWX F WH 2501", 'B', 2500, 2, "S_unknown");
-    const Outcome first = Fill(none, "NWX F WH 2501", 'B', 2500, 2);
-    const Outcome second = Fill(none, "NWX F WH 2505", 'S', 2520, 2);
-    ASSERT_TRUE(first.Accepted() && second.Accepted()) << first.refusal << second.refusal;
-    EXPECT_NE(first.orderNo, second.orderNo);
-    EXPECT_EQ(Order(first.orderNo).orderState, '6');
-    const std::string fillNo = m_book->ledger.FindOrder(first.orderNo)->fills.front()->record.fillNo.Str();
-    EXPECT_FALSE(m_book->ledger.RemoveFill(fillNo, "800102").Accepted()) << "another account's";
-    EXPECT_TRUE(m_book->ledger.RemoveFill(fillNo, "800101").Accepted());
-    EXPECT_EQ(Order(first.orderNo).orderState, '9');
-    EXPECT_FALSE(m_book->ledger.RemoveFill(fillNo, "").Accepted()) << "already removed";
+    const std::uint32_t first = Fill(none, "NWX F WH 2501", 'B', 2500, 2).orderNo;
+    const std::uint32_t second = Fill(none, "NWX F WH 2505", 'S', 2520, 2).orderNo;
+    ASSERT_TRUE(first && second && first != second) << first << ' ' << second;
+    EXPECT_EQ(Order(first).orderState, '6');
+    const std::string fillNo = m_ledger.FindOrder(first)->fills.front()->record.fillNo.Str();
+    EXPECT_FALSE(m_ledger.RemoveFill(fillNo, "800102").Accepted()) << "another account's";
+    EXPECT_TRUE(m_ledger.RemoveFill(fillNo, "800101").Accepted());
+    EXPECT_EQ(Order(first).orderState, '9');
+    EXPECT_FALSE(m_ledger.RemoveFill(fillNo, "").Accepted()) << "already removed";
 }
 
 TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
@@ -108,18 +107,17 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
     change.fillQty = 9;
     change.inputOperator.Set("NOBODY");
     change.updateOperator.Set("OP0200");
-    EXPECT_TRUE(Send(change).Accepted());
+    EXPECT_TRUE(m_ledger.SendOrder(change).Accepted());
     EXPECT_EQ(+Order(1002).orderPrice, 2295);
     EXPECT_EQ(Order(1002).orderState, '6') << "what is left was taken away";
     EXPECT_EQ(+Order(1002).fillQty, 4u);
     EXPECT_EQ(Order(1002).inputOperator.View(), "OP0101");
     EXPECT_EQ(Order(1002).updateOperator.View(), "OP0200");
 
-    struct Row {
+    const struct {
         const char* fault;
         void (*change)(OrderRecord&);
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"quantity below the fills", [](OrderRecord& order) { order.orderQty = 3; }},
         {"direction under fills", [](OrderRecord& order) { order.direction = 'B'; }},
         {"contract under fills", [](OrderRecord& order) { order.key.contractNo.Set("2503"); }},
@@ -130,10 +128,10 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
         {"no number as price", [](OrderRecord& order) { order.orderPrice = 0.0 / 0.0; }},
     };
     const std::string before = BookText(*m_book);
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         OrderRecord bad = Order(1002);
         row.change(bad);
-        EXPECT_FALSE(Send(bad).Accepted()) << row.fault;
+        EXPECT_FALSE(m_ledger.SendOrder(bad).Accepted()) << row.fault;
     }
     EXPECT_TRUE(BookText(*m_book) == before) << "a refused request changes nothing";
 }
@@ -143,40 +141,44 @@ TEST_F(LedgerTest, AMoveTakesOrderFillsAndPositionAndNothingElse) {
     move.accountNo.Set("800103");
     move.upperNo.Set("UP002");
     move.orderPrice = 1;
-    ASSERT_TRUE(Send(move).Accepted());
+    ASSERT_TRUE(m_ledger.SendOrder(move).Accepted());
     EXPECT_EQ(Net("800101", "NWX F WH 2505"), 12);
     EXPECT_EQ(Net("800103", "NWX F WH 2505"), 5);
     EXPECT_EQ(+Order(1001).orderPrice, 2514) << "a move changes no price";
-    EXPECT_EQ(m_book->ledger.FindFill("F00000001")->record.accountNo.View(), "800103");
+    EXPECT_EQ(m_ledger.FindFill("F00000001")->record.accountNo.View(), "800103");
 }
 
 TEST_F(LedgerTest, AnExerciseSettlesWhatIsHeldAndIsUndoneAsAWhole) {
     // 3 calls held: 5 are asked for, 3 are settled.
     OrderRecord call = MakeOrder("800103", "NWX O WH 2505 C2500", 'B', 0, 5, "S_5");
-    EXPECT_FALSE(m_book->ledger.SendExercise(call).Accepted()) << "no underlying";
-    OrderRecord unrelated = call;
-    unrelated.contract = m_book->catalogue.FindContract(KeyOf("HQ", "NWX F RM 2505"));
-    EXPECT_FALSE(m_book->ledger.SendExercise(unrelated).Accepted());
+    const auto underlying = [&](const char* name) {
+        return m_book->catalogue.FindContract(KeyOf("HQ", name));
+    };
     int stranger = 0;
-    unrelated.contract = reinterpret_cast<ContractRecord*>(&stranger);
-    EXPECT_FALSE(m_book->ledger.SendExercise(unrelated).Accepted())
-        << "a pointer that is no contract is not read";
-
-    call.contract = m_book->catalogue.FindContract(KeyOf("HQ", "NWX F WH 2505"));
-    const Outcome outcome = m_book->ledger.SendExercise(call);
+    const struct {
+        const char* fault;
+        ContractRecord* contract;
+    } rows[] = {{"no underlying", nullptr},
+                {"of another commodity", underlying("NWX F RM 2505")},
+                {"no contract, so not read", reinterpret_cast<ContractRecord*>(&stranger)}};
+    for (const auto& row : rows) {
+        call.contract = row.contract;
+        EXPECT_FALSE(m_ledger.SendExercise(call).Accepted()) << row.fault;
+    }
+    call.contract = underlying("NWX F WH 2505");
+    const Outcome outcome = m_ledger.SendExercise(call);
     ASSERT_TRUE(outcome.Accepted()) << outcome.refusal;
     EXPECT_EQ(+Order(outcome.orderNo).fillQty, 3u);
     EXPECT_EQ(Net("800103", "NWX O WH 2505 C2500"), 0);
     EXPECT_EQ(Net("800103", "NWX F WH 2505"), 3);
-    EXPECT_FALSE(
-        m_book->ledger.RemoveFill(m_book->ledger.Fills().back()->record.fillNo.View(), "").Accepted());
-    EXPECT_TRUE(m_book->ledger.DeleteOrder(outcome.orderNo).Accepted());
+    EXPECT_FALSE(m_ledger.RemoveFill(m_ledger.Fills().back()->record.fillNo.View(), "").Accepted());
+    EXPECT_TRUE(m_ledger.DeleteOrder(outcome.orderNo).Accepted());
     EXPECT_EQ(Net("800103", "NWX O WH 2505 C2500"), 3);
     EXPECT_EQ(Net("800103", "NWX F WH 2505"), 0);
 
     OrderRecord put = MakeOrder("800103", "NWX O WH 2505 P2500", 'S', 0, 1, "S_6");
     put.contract = call.contract;
-    EXPECT_TRUE(m_book->ledger.SendExercise(put).Accepted());
+    EXPECT_TRUE(m_ledger.SendExercise(put).Accepted());
     EXPECT_EQ(Net("800103", "NWX F WH 2505"), 1) << "who had sold a put is made to buy";
 }
 

@@ -25,9 +25,9 @@ inline ContractKey KeyOf(const std::string& sign, const std::string& name) {
 // A new order as the order dialog sends it: state "filled" is only a claim until the fill arrives.
 inline OrderRecord MakeOrder(const std::string& account, const std::string& contract, char direction,
                              double price, std::uint32_t qty, const std::string& systemNo,
-                             const std::string& sign = "HQ", const std::string& upper = "UP001") {
+                             const std::string& upper = "UP001") {
     OrderRecord order{};
-    order.key = KeyOf(sign, contract);
+    order.key = KeyOf("HQ", contract);
     order.accountNo.Set(account);
     order.orderType = '2';
     order.orderSource = 'M';
@@ -58,4 +58,9 @@ inline FillRecord MakeFill(const OrderRecord& order, const SingleContractKey& le
     fill.upperNo = order.upperNo;
     fill.systemNo = order.systemNo;
     return fill;
+}
+
+// All of an order for one leg, at its price.
+inline FillRecord MakeFill(const OrderRecord& order) {
+    return MakeFill(order, FirstLegOf(order.key), order.direction, order.orderPrice, order.orderQty);
 }
