@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <set>
+#include <tuple>
 
 namespace {
 
@@ -22,12 +23,8 @@ std::string Replaced(std::string text, std::string what, std::string by) {
 }
 
 TEST(BookFileTest, ABadBookIsRefusedWithPlaceAndReason) {
-    const struct {
-        const char* what;  // in the sample
-        const char* by;
-        const char* place;
-        const char* reason;
-    } rows[] = {
+    using Text = const char*;
+    const std::tuple<Text, Text, Text, Text> rows[] = {
         {"'format'", "'fromat'", "/", "'format' is missing"},
         {"emendo-book-1", "emendo-book-2", "/", "no book of format"},
         {"'servers': [", "'servers': [,", "line 8, column 14", "unexpected"},
@@ -54,14 +51,15 @@ TEST(BookFileTest, ABadBookIsRefusedWithPlaceAndReason) {
     };
     std::ifstream file(kSampleBook, std::ios::binary);
     const std::string sample(std::istreambuf_iterator<char>(file), {});
-    for (const auto& row : rows) {
+    for (const auto& [what, by, place, reason] : rows) {
+        SCOPED_TRACE(by);
         try {
-            ReadBookText(Replaced(sample, row.what, row.by), "book.json");
-            ADD_FAILURE() << row.by << " was accepted";
+            ReadBookText(Replaced(sample, what, by), "book.json");
+            ADD_FAILURE() << "was accepted";
         } catch (const BookFileError& error) {
             EXPECT_EQ(error.file, "book.json");
-            EXPECT_EQ(error.place, row.place) << row.by << ": " << error.what();
-            EXPECT_NE(error.reason.find(row.reason), std::string::npos) << row.by << ": " << error.what();
+            EXPECT_EQ(error.place, place) << error.what();
+            EXPECT_NE(error.reason.find(reason), std::string::npos) << error.what();
         }
     }
     EXPECT_THROW(ReadBookFile("no/such/book.json"), BookFileError);
@@ -110,12 +108,7 @@ TEST(BookFileTest, ALargeBookIsSoundAndItsRecordsStayWhereTheyAre) {
 }
 
 TEST(PriceFormatTest, PricesInTheNotationOfTheCommodity) {
-    const struct {
-        double tick;
-        std::uint32_t denominator;
-        double price;
-        const char* text;
-    } rows[] = {
+    const std::tuple<double, std::uint32_t, double, const char*> rows[] = {
         {1, 1, 97, "97"},
         {0.5, 1, 97, "97.0"},
         {0.005, 1, 104.215, "104.215"},
@@ -128,13 +121,12 @@ TEST(PriceFormatTest, PricesInTheNotationOfTheCommodity) {
         {1, 3, 10 + 2 / 3.0, "10+2/3"},
         {1, 1, -0.0, "0"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [tick, denominator, price, text] : rows) {
         CommodityRecord commodity{};
-        commodity.tickNumerator = row.tick;
-        commodity.tickDenominator = row.denominator;
-        const std::string text = PriceText(row.price, &commodity);
-        EXPECT_EQ(text, row.text);
-        EXPECT_NEAR(ReadPriceText(text).value_or(-1), row.price, 1e-9) << text;
+        commodity.tickNumerator = tick;
+        commodity.tickDenominator = denominator;
+        EXPECT_EQ(PriceText(price, &commodity), text);
+        EXPECT_NEAR(ReadPriceText(text).value_or(-1), price, 1e-9) << text;
     }
     for (const char* bad : {"", "x", "97+", "97+3", "97+3/", "97+3/0", "97+/8", "+", "1e999", "97 "}) {
         EXPECT_FALSE(ReadPriceText(bad)) << bad;

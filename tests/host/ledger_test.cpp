@@ -114,10 +114,7 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
     EXPECT_EQ(Order(1002).inputOperator.View(), "OP0101");
     EXPECT_EQ(Order(1002).updateOperator.View(), "OP0200");
 
-    const struct {
-        const char* fault;
-        void (*change)(OrderRecord&);
-    } rows[] = {
+    const std::pair<const char*, void (*)(OrderRecord&)> rows[] = {
         {"quantity below the fills", [](OrderRecord& order) { order.orderQty = 3; }},
         {"direction under fills", [](OrderRecord& order) { order.direction = 'B'; }},
         {"contract under fills", [](OrderRecord& order) { order.key.contractNo.Set("2503"); }},
@@ -128,10 +125,10 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
         {"no number as price", [](OrderRecord& order) { order.orderPrice = 0.0 / 0.0; }},
     };
     const std::string before = BookText(*m_book);
-    for (const auto& row : rows) {
+    for (const auto& [fault, spoil] : rows) {
         OrderRecord bad = Order(1002);
-        row.change(bad);
-        EXPECT_FALSE(m_ledger.SendOrder(bad).Accepted()) << row.fault;
+        spoil(bad);
+        EXPECT_FALSE(m_ledger.SendOrder(bad).Accepted()) << fault;
     }
     EXPECT_TRUE(BookText(*m_book) == before) << "a refused request changes nothing";
 }
@@ -151,21 +148,18 @@ TEST_F(LedgerTest, AMoveTakesOrderFillsAndPositionAndNothingElse) {
 TEST_F(LedgerTest, AnExerciseSettlesWhatIsHeldAndIsUndoneAsAWhole) {
     // 3 calls held: 5 are asked for, 3 are settled.
     OrderRecord call = MakeOrder("800103", "NWX O WH 2505 C2500", 'B', 0, 5, "S_5");
-    const auto underlying = [&](const char* name) {
-        return m_book->catalogue.FindContract(KeyOf("HQ", name));
-    };
+    const auto contract = [&](const char* name) { return m_book->catalogue.FindContract(KeyOf("HQ", name)); };
     int stranger = 0;
-    const struct {
-        const char* fault;
-        ContractRecord* contract;
-    } rows[] = {{"no underlying", nullptr},
-                {"of another commodity", underlying("NWX F RM 2505")},
-                {"no contract, so not read", reinterpret_cast<ContractRecord*>(&stranger)}};
-    for (const auto& row : rows) {
-        call.contract = row.contract;
-        EXPECT_FALSE(m_ledger.SendExercise(call).Accepted()) << row.fault;
+    const std::pair<const char*, ContractRecord*> rows[] = {
+        {"no underlying", nullptr},
+        {"the future of another commodity", contract("NWX F RM 2505")},
+        {"no contract at all, which is not read", reinterpret_cast<ContractRecord*>(&stranger)},
+    };
+    for (const auto& [fault, underlying] : rows) {
+        call.contract = underlying;
+        EXPECT_FALSE(m_ledger.SendExercise(call).Accepted()) << fault;
     }
-    call.contract = underlying("NWX F WH 2505");
+    call.contract = contract("NWX F WH 2505");
     const Outcome outcome = m_ledger.SendExercise(call);
     ASSERT_TRUE(outcome.Accepted()) << outcome.refusal;
     EXPECT_EQ(+Order(outcome.orderNo).fillQty, 3u);

@@ -5,176 +5,167 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
 class ServicesTest : public testing::Test {
 protected:
-    // The entries of a list query; a null one counts too.
-    template <typename Query>
-    std::vector<void*> List(Query query) {
+    std::uint32_t UserCount(const char* sign) {
         CDataContainer list;
-        query(&list);
-        std::vector<void*> records;
-        for (std::uint32_t i = 0; i < list.Count(); ++i) {
-            records.push_back(list.At(i));
-        }
-        return records;
+        api.GetUsers(&list, sign);
+        return list.Count();
     }
-    std::size_t UserCount(const char* sign) {
-        return List([&](IDataContainer* list) { Api().GetUsers(list, sign); }).size();
-    }
-    ITradeApi& Api() { return m_services.api; }
 
-    std::unique_ptr<Book> m_book = Sample();
-    ServiceSet m_services{*m_book, {}};
+    std::unique_ptr<Book> book = Sample();
+    ServiceSet services{*book, {}};
+    HostTradeApi& api = services.api;
+    FaultPlan& faults = services.faults;
 };
 
 TEST_F(ServicesTest, AnEmptySignMeansAnyAndKeysAreReadAsTheModuleWritesThem) {
     EXPECT_EQ(UserCount(""), 12u);
     EXPECT_EQ(UserCount("COAST"), 3u);
     EXPECT_EQ(UserCount("NOWHERE"), 0u);
-    EXPECT_TRUE(Api().GetUser("860001", ""));
-    EXPECT_FALSE(Api().GetUser("860001", "HQ"));
+    EXPECT_TRUE(api.GetUser("860001", ""));
+    EXPECT_FALSE(api.GetUser("860001", "HQ"));
 
     // Option types left 0, no sign, and a field with old text behind its terminator.
-    ContractKey key{};
+    ContractKey key = KeyOf("", "HMX F CU 250318");
+    key.optionType = key.optionType2 = 0;
     std::memcpy(key.exchangeNo.chars, "HMX\0old", 8);
-    key.commodityType = 'F';
-    key.commodityNo.Set("CU");
-    key.contractNo.Set("250318");
-    ASSERT_TRUE(Api().GetContract(&key));
-    EXPECT_EQ(Api().GetCommodity(&key)->rollingCode, 'U');
+    ASSERT_TRUE(api.GetContract(&key));
+    EXPECT_EQ(api.GetCommodity(&key)->rollingCode, 'U');
     key.sign.Set("OLD");
-    EXPECT_EQ(Api().GetContract(&key)->key.sign.View(), "OLD");
+    EXPECT_EQ(api.GetContract(&key)->key.sign.View(), "OLD");
     key.sign.Set("NOWHERE");
-    EXPECT_FALSE(Api().GetContract(&key));
-    EXPECT_EQ(List([&](IDataContainer* list) { Api().GetContracts(&key, list); }).size(), 0u);
+    EXPECT_FALSE(api.GetContract(&key));
+    CDataContainer none;
+    api.GetContracts(&key, &none);
+    EXPECT_EQ(none.Count(), 0u);
 
-    key.sign.Set("HQ");
-    key.contractNo.Set("3M");
+    key = KeyOf("HQ", "HMX F CU 3M");
+    const SingleContractKey leg = FirstLegOf(key);
     std::uint32_t bought = 1;
     std::uint32_t sold = 1;
-    const SingleContractKey leg = FirstLegOf(key);
-    Api().GetPositionQty("800120", &leg, &bought, &sold, nullptr, nullptr);
+    api.GetPositionQty("800120", &leg, &bought, &sold, nullptr, nullptr);
     EXPECT_EQ(bought, 8u) << "3M counts as its date";
     EXPECT_EQ(sold, 0u);
-    EXPECT_TRUE(Api().GetPosition("800120", &key, 'B', "9101.5"));
-    EXPECT_FALSE(Api().GetPosition("800120", &key, 'B', "9101"));
-    EXPECT_STREQ(Api().Get3MContractNo("HQ"), "250318");
-    EXPECT_STREQ(Api().Get3MContractNo("OLD"), "3M");
-    EXPECT_STREQ(Api().Get3MContractNo("NOWHERE"), "3M");
+    EXPECT_TRUE(api.GetPosition("800120", &key, 'B', "9101.5"));
+    EXPECT_FALSE(api.GetPosition("800120", &key, 'B', "9101"));
+    EXPECT_STREQ(api.Get3MContractNo("HQ"), "250318");
+    EXPECT_STREQ(api.Get3MContractNo("NOWHERE"), "3M");
 }
 
 TEST_F(ServicesTest, NullArgumentsAreUnknownOnes) {
-    EXPECT_FALSE(Api().GetUser(nullptr, nullptr));
-    EXPECT_FALSE(Api().GetExchange(nullptr));
-    EXPECT_FALSE(Api().GetCommodity(nullptr));
-    EXPECT_FALSE(Api().GetContract(nullptr));
-    EXPECT_FALSE(Api().GetPosition(nullptr, nullptr, 'B', nullptr));
-    EXPECT_FALSE(Api().GetUserServer("HQ-A", nullptr));
-    Api().GetPositionQty(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-    Api().GetUsers(nullptr, nullptr);
-    Api().GetContracts(nullptr, nullptr);
-    Api().FormatPrice(nullptr, 1, nullptr, 0, 0, 'D');
-    Api().RegisterSpi(nullptr);
-    Api().UnregisterSpi(nullptr);
-    EXPECT_FALSE(m_services.manager.GetPlugin(nullptr, "1.0.0.1"));
-    EXPECT_FALSE(m_services.manager.GetPlugin("TradeApi", "1.0.0.2"));
-    EXPECT_EQ(m_services.manager.GetPlugin("TradeApi", "1.0.0.1"),
-              static_cast<ITradeService*>(&m_services.trade));
-    EXPECT_NE(m_services.trade.SendOrder(nullptr), 0);
-    EXPECT_NE(m_services.trade.SendFill(nullptr), 0);
-    EXPECT_NE(m_services.trade.RemoveFill(nullptr, nullptr), 0);
-    EXPECT_NE(m_services.trade.SendExercise(nullptr), 0);
-    EXPECT_EQ(m_services.trade.DeleteOrder(0), 0) << "here zero is the failure";
-    EXPECT_EQ(m_services.trade.DeleteOrder(1001), 1);
+    EXPECT_FALSE(api.GetUser(nullptr, nullptr));
+    EXPECT_FALSE(api.GetExchange(nullptr));
+    EXPECT_FALSE(api.GetCommodity(nullptr));
+    EXPECT_FALSE(api.GetContract(nullptr));
+    EXPECT_FALSE(api.GetPosition(nullptr, nullptr, 'B', nullptr));
+    EXPECT_FALSE(api.GetUserServer("HQ-A", nullptr));
+    api.GetPositionQty(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    api.GetUsers(nullptr, nullptr);
+    api.GetContracts(nullptr, nullptr);
+    api.FormatPrice(nullptr, 1, nullptr, 0, 0, 'D');
+    api.RegisterSpi(nullptr);
+    api.UnregisterSpi(nullptr);
+    HostTradeService& trade = services.trade;
+    EXPECT_FALSE(services.manager.GetPlugin(nullptr, "1.0.0.1"));
+    EXPECT_FALSE(services.manager.GetPlugin("TradeApi", "1.0.0.2"));
+    EXPECT_EQ(services.manager.GetPlugin("TradeApi", "1.0.0.1"), static_cast<ITradeService*>(&trade));
+    EXPECT_NE(trade.SendOrder(nullptr), 0);
+    EXPECT_NE(trade.SendFill(nullptr), 0);
+    EXPECT_NE(trade.RemoveFill(nullptr, nullptr), 0);
+    EXPECT_NE(trade.SendExercise(nullptr), 0);
+    EXPECT_EQ(trade.DeleteOrder(0), 0) << "here zero is the failure";
+    EXPECT_EQ(trade.DeleteOrder(1001), 1);
 }
 
 TEST_F(ServicesTest, PricesAreWrittenInBothNotationsAndCutToTheBuffer) {
     const ContractKey key = KeyOf("HQ", "BRX F CO 2503");
-    char text[100] = "untouched";
-    Api().FormatPrice(&key, 451.25, text, sizeof text, 0, 'D');
-    EXPECT_STREQ(text, "451+2/8");
-    Api().FormatPrice(&key, 451.25, text, sizeof text, 0, 'N');
-    EXPECT_STREQ(text, "451.25");
-    Api().FormatPrice(&key, 451.25, text, 4, 0, 'D');
-    EXPECT_STREQ(text, "451");
+    const std::tuple<int, char, const char*> rows[] = {
+        {100, 'D', "451+2/8"}, {100, 'N', "451.25"}, {4, 'D', "451"}};
+    for (const auto& [size, notation, expected] : rows) {
+        char text[100] = "untouched";
+        api.FormatPrice(&key, 451.25, text, size, 0, notation);
+        EXPECT_STREQ(text, expected);
+    }
 }
 
 TEST_F(ServicesTest, TheServerOfAnAccountIsAConfigurationByAddressAndPort) {
-    UserRecord* user = Api().GetUser("800103", "HQ");
-    ASSERT_TRUE(user);
-    const ServerRecord* server = Api().GetUserServer(user->serverKey.chars, user);
+    UserRecord* user = api.GetUser("800103", "HQ");
+    const ServerRecord* server = api.GetUserServer(user->serverKey.chars, user);
     ASSERT_TRUE(server);
     ConfigQuery query{kConfigTradeServers, 0, nullptr};
-    IConfigTable* table = m_services.config.GetConfigTable();
-    ASSERT_EQ(table->Query(&query), 0);
+    HostConfigTable& table = services.config.Table();
+    ASSERT_EQ(table.Query(&query), 0);
     ASSERT_EQ(query.count, 3u);
-    const auto* rows = static_cast<const ServerConfigRecord*>(query.records);
-    EXPECT_EQ(rows[1].address.View(), server->address.View());
-    EXPECT_EQ(rows[1].port + 0, server->port + 0u);
-    table->Release(&query);
-    EXPECT_EQ(m_services.config.Table().Outstanding(), 0u);
+    const ServerConfigRecord& config = static_cast<const ServerConfigRecord*>(query.records)[1];
+    EXPECT_EQ(config.address.View(), server->address.View());
+    EXPECT_EQ(+config.port, +server->port);
+    table.Release(&query);
+    EXPECT_EQ(table.Outstanding(), 0u);
     query.requestType = 1;
-    EXPECT_NE(table->Query(&query), 0);
+    EXPECT_NE(table.Query(&query), 0);
 }
 
 TEST_F(ServicesTest, AFaultStrikesTheCallsItIsSetFor) {
     int slept = 0;
     int destroyed = 0;
-    m_services.faults.sleep = [&](unsigned milliseconds) { slept += static_cast<int>(milliseconds); };
-    m_services.faults.destroyParent = [&] { ++destroyed; };
-    m_services.faults.Set("GetUser null at 2 for 1");
-    EXPECT_TRUE(Api().GetUser("800101", "HQ"));
-    EXPECT_FALSE(Api().GetUser("800101", "HQ"));
-    EXPECT_TRUE(Api().GetUser("800101", "HQ"));
-    m_services.faults.Set("GetUser slow 70 at 1 for 1");
-    m_services.faults.Set("GetContract destroy-parent at 2");
-    EXPECT_TRUE(Api().GetUser("800101", "HQ")) << "slow, but right";
-    EXPECT_EQ(slept, 70);
-    const ContractKey key = KeyOf("HQ", "NWX F WH 2505");
-    for (int call = 0; call < 3; ++call) {
-        EXPECT_TRUE(Api().GetContract(&key));
+    faults.sleep = [&](unsigned milliseconds) { slept += static_cast<int>(milliseconds); };
+    faults.destroyParent = [&] { ++destroyed; };
+    const std::pair<const char*, const char*> rows[] = {{"GetUser null at 2 for 1", "+-+"},
+                                                        {"GetUser fail at 2", "+--"},
+                                                        {"GetUser slow 70 for 2", "+++"},
+                                                        {"GetUser destroy-parent at 3", "+++"}};
+    for (const auto& [fault, expected] : rows) {
+        faults.Clear();
+        faults.Set(std::string_view(fault));
+        std::string answers;  // to the calls after it was set
+        for (int call = 0; call < 3; ++call) {
+            answers += api.GetUser("800101", "HQ") ? '+' : '-';
+        }
+        EXPECT_EQ(answers, expected) << fault;
     }
-    EXPECT_EQ(destroyed, 2);
+    EXPECT_EQ(slept, 140);
+    EXPECT_EQ(destroyed, 1);
 
-    m_services.faults.Set("GetUsers empty");
+    faults.Set("GetUsers empty");
     EXPECT_EQ(UserCount(""), 0u);
-    m_services.faults.Set("GetUsers null");
-    const auto users = List([&](IDataContainer* list) { Api().GetUsers(list, "COAST"); });
-    ASSERT_EQ(users.size(), 4u);
-    EXPECT_FALSE(users[0]);
-    m_services.faults.Set("GetUser unterminated");
-    const UserRecord* broken = Api().GetUser("800101", "HQ");
+    faults.Set("GetUsers null");
+    CDataContainer users;
+    api.GetUsers(&users, "COAST");
+    ASSERT_EQ(users.Count(), 4u);
+    EXPECT_FALSE(users.At(0));
+    faults.Set("GetUser unterminated");
+    const UserRecord* broken = api.GetUser("800101", "HQ");
     ASSERT_TRUE(broken);
     EXPECT_EQ(broken->accountName.View().size(), 26u);
     EXPECT_EQ(broken->group->operatorNo.View().size(), 21u);
-    m_services.faults.Clear();
-    EXPECT_EQ(Api().GetUser("800101", "HQ")->accountNo.View(), "800101");
+    faults.Clear();
+    EXPECT_EQ(api.GetUser("800101", "HQ")->accountNo.View(), "800101") << "only a copy was broken";
 
-    const std::string before = BookText(*m_book);
-    m_services.faults.Set("DeleteOrder fail");
-    EXPECT_EQ(m_services.trade.DeleteOrder(1001), 0);
-    EXPECT_TRUE(BookText(*m_book) == before);
-
+    const std::string before = BookText(*book);
+    faults.Set("DeleteOrder fail");
+    EXPECT_EQ(services.trade.DeleteOrder(1001), 0);
+    EXPECT_TRUE(BookText(*book) == before);
     for (const char* bad : {"", "SendOrder", "SendOrders fail", "SendOrder explode", "SendOrder slow",
                             "SendOrder fail at", "SendOrder fail at 0", "SendOrder fail twice"}) {
-        EXPECT_THROW(m_services.faults.Set(std::string_view(bad)), std::invalid_argument) << bad;
+        EXPECT_THROW(faults.Set(std::string_view(bad)), std::invalid_argument) << bad;
     }
 }
 
 TEST_F(ServicesTest, APositionFilterLeavesOutWhatDiffersInAnythingItGives) {
     PositionFilterRecord filter{};
     const auto matches = [&] {
-        int count = 0;
-        for (const PositionEntry& row : m_book->ledger.AllPositions().Rows()) {
-            count += PositionMatches(filter, row);
-        }
-        return count;
+        const auto& rows = book->ledger.AllPositions().Rows();
+        return std::count_if(rows.begin(), rows.end(),
+                             [&](const PositionEntry& row) { return PositionMatches(filter, row); });
     };
-    const int all = matches();
+    const auto all = matches();
     filter.accountNo.Set("800120");
     EXPECT_EQ(matches(), 4);
     filter.exchangeNo.Set("HMX");
@@ -187,7 +178,7 @@ TEST_F(ServicesTest, APositionFilterLeavesOutWhatDiffersInAnythingItGives) {
     EXPECT_EQ(matches(), 1);
     filter.upperNo.Set("UP001");
     EXPECT_EQ(matches(), 0);
-    m_services.trade.DeleteOrder(1001);
+    services.trade.DeleteOrder(1001);
     filter = PositionFilterRecord{};
     EXPECT_EQ(matches(), all - 1) << "a closed row is not shown";
 }
