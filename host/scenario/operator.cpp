@@ -57,16 +57,6 @@ HTREEITEM NextItem(HWND tree, UINT relation, HTREEITEM item) {
         SendMessageW(tree, TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
 }
 
-std::string CellText(HWND list, int row, int column) {
-    wchar_t text[256] = L"";
-    LVITEMW query{};
-    query.iSubItem = column;
-    query.pszText = text;
-    query.cchTextMax = 256;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&query));
-    return Utf8(text);
-}
-
 POINT Middle(const RECT& rect) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }

@@ -2,6 +2,10 @@
 
 #include "book/host_text.h"
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 std::string Utf8(std::wstring_view wide) {
     const int length = static_cast<int>(wide.size());
     const int needed = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
@@ -45,6 +49,16 @@ std::string ListTextOf(HWND comboBox, int index) {
     const LRESULT copied = SendMessageW(comboBox, CB_GETLBTEXT, static_cast<WPARAM>(index),
                                         reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<std::size_t>(copied > 0 ? copied : 0));
+    return Utf8(text);
+}
+
+std::string CellText(HWND list, int row, int column) {
+    wchar_t text[256] = L"";
+    LVITEMW query{};
+    query.iSubItem = column;
+    query.pszText = text;
+    query.cchTextMax = 256;
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&query));
     return Utf8(text);
 }
 

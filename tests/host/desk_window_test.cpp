@@ -1,6 +1,7 @@
 #include "book/book_file.h"
 #include "desk/desk_session.h"
 #include "host/sample.h"
+#include "scenario/window_text.h"
 #include "support/message_box_script.h"
 
 #include <gtest/gtest.h>
@@ -11,8 +12,6 @@
 namespace {
 
 constexpr int kConfirm = 1061;
-constexpr char kQuestion[] = "The Order isn't Input,Are you sure to take this operation?";
-constexpr char kQuestionCaption[] = "Operational quaification";
 constexpr char kBookFile[] = "desk_window_test.json";
 
 void Do(const DeskWindow& desk, unsigned command) {
@@ -31,20 +30,10 @@ void PressKey(DeskWindow& desk, unsigned key) {
     Pump(desk);
 }
 
-std::string TitleOf(HWND window) {
-    char title[100] = "";
-    GetWindowTextA(window, title, sizeof title);
-    return title;
-}
-
-std::wstring Cell(HWND list, int row, int column) {
-    wchar_t text[100] = L"";
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = 100;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text;
+// What happens while the module asks about a modification.
+std::deque<ExpectedBox> Question(const std::function<void()>& meanwhile) {
+    return {{"The Order isn't Input,Are you sure to take this operation?", "Operational quaification", 0,
+             [=](HWND) { meanwhile(); }}};
 }
 
 // A desk on the sample book that is saved to a file of its own.
@@ -59,6 +48,12 @@ protected:
         EXPECT_FALSE(std::ifstream(std::string(kBookFile) + ".new").is_open());
     }
     void TearDown() override { std::remove(kBookFile); }
+
+    // The title of the only dialog.
+    std::string OnlyTitle() {
+        return host.Dialogs().size() == 1 ? TextOf(host.Dialogs()[0])
+                                          : std::to_string(host.Dialogs().size()) + " dialogs";
+    }
 
     // Opens a dialog on the order in that row of the list and presses its confirm button once it runs.
     void Confirm(DeskWindow& desk, int row, unsigned command) {
@@ -89,16 +84,12 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
             << "the remark on the second order";
         desk.Pane(kOrderList).SortBy(0);
         desk.Pane(kOrderList).SortBy(0);
-        EXPECT_EQ(Cell(orders, 0, 0), L"1010");
+        EXPECT_EQ(CellText(orders, 0, 0), "1010");
         EXPECT_EQ(desk.Pane(kOrderList).Selected(), selected);
-        EXPECT_EQ(Cell(desk.Pane(kAccountList).Window(), 1, 1), L"\u9752\u77f3\u7cae\u6cb9")
+        EXPECT_EQ(CellText(desk.Pane(kAccountList).Window(), 1, 1), "\u9752\u77f3\u7cae\u6cb9")
             << "on every code page";
-        LVFINDINFOW wanted{};
-        wanted.flags = LVFI_STRING | LVFI_PARTIAL;
-        wanted.psz = L"1003";
-        EXPECT_EQ(
-            SendMessageW(orders, LVM_FINDITEMW, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&wanted)),
-            7)
+        const LVFINDINFOW wanted{LVFI_STRING | LVFI_PARTIAL, L"1003", 0, {}, 0};
+        EXPECT_EQ(SendMessageW(orders, LVM_FINDITEMW, WPARAM(-1), reinterpret_cast<LPARAM>(&wanted)), 7)
             << "typing goes to the row";
         PostMessageA(desk.Window(), WM_CLOSE, 0, 0);
     });
@@ -110,37 +101,34 @@ TEST_F(DeskWindowTest, IsReachedWithKeysAlone) {
         PressKey(desk, VK_TAB);
         EXPECT_EQ(GetFocus(), desk.Pane(kFillList).Window());
         PressKey(desk, VK_RETURN);
-        ASSERT_EQ(host.Dialogs().size(), 1u);
-        EXPECT_EQ(TitleOf(host.Dialogs()[0]), "Modify Filled");
+        EXPECT_EQ(OnlyTitle(), "Modify Filled");
         Do(desk, kInputFill);
         EXPECT_NE(desk.StatusText().find(L"close the dialog"), std::wstring::npos)
             << "one of a kind at a time";
         host.CloseDialogs();
         Do(desk, kInputFill);
-        ASSERT_EQ(host.Dialogs().size(), 1u);
-        EXPECT_EQ(TitleOf(host.Dialogs()[0]), "Input Filled - [OrderNo:1001]")
-            << "the order of the selected fill";
+        EXPECT_EQ(OnlyTitle(), "Input Filled - [OrderNo:1001]") << "the order of the selected fill";
         Do(desk, kCloseDesk);
     });
 }
 
 TEST_F(DeskWindowTest, OpensEveryDialogOnTheSelectedOrder) {
     Run([&](DeskWindow& desk) {
-        struct Row {
-            unsigned command;
-            const char* title;
+        const std::pair<unsigned, const char*> rows[] = {
+            {kInputOrder, "Input Order"},
+            {kCarry, "Carry"},
+            {kInputExercise, "Input Exercise"},
+            {kModifyOrder, "Modify Order - [OrderNo:1002]"},
+            {kRemoveFilled, "Remove Filled - [OrderNo:1002]"},
+            {kMoveOrder, "Move Order - [OrderNo:1002  Original account:800102]"},
+            {kInputFill, "Input Filled - [OrderNo:1002]"},
+            {kModifyFill, "Modify Filled"},
+            {kRemoveFill, "Modify Filled - [FillNo:F00000001]"},
         };
-        for (const Row& row :
-             {Row{kInputOrder, "Input Order"}, Row{kCarry, "Carry"}, Row{kInputExercise, "Input Exercise"},
-              Row{kModifyOrder, "Modify Order - [OrderNo:1002]"},
-              Row{kRemoveFilled, "Remove Filled - [OrderNo:1002]"},
-              Row{kMoveOrder, "Move Order - [OrderNo:1002  Original account:800102]"},
-              Row{kInputFill, "Input Filled - [OrderNo:1002]"}, Row{kModifyFill, "Modify Filled"},
-              Row{kRemoveFill, "Modify Filled - [FillNo:F00000001]"}}) {
-            desk.Pane(kOrderList).Select(1);
-            Do(desk, row.command);
-            ASSERT_EQ(host.Dialogs().size(), 1u) << row.title;
-            EXPECT_EQ(TitleOf(host.Dialogs()[0]), row.title);
+        desk.Pane(kOrderList).Select(1);
+        for (const auto& [command, title] : rows) {
+            Do(desk, command);
+            EXPECT_EQ(OnlyTitle(), title);
             host.CloseDialogs();
         }
         Do(desk, kCloseDesk);
@@ -158,8 +146,7 @@ TEST_F(DeskWindowTest, ClosesWithDialogsOpen) {
 
 TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
     HWND window = nullptr;
-    MessageBoxScript boxes(
-        {{kQuestion, kQuestionCaption, 0, [&](HWND) { SendMessageA(window, WM_CLOSE, 0, 0); }}});
+    const MessageBoxScript boxes(Question([&] { SendMessageA(window, WM_CLOSE, 0, 0); }));
     Run([&](DeskWindow& desk) {
         window = desk.Window();
         Confirm(desk, 2, kModifyOrder);
@@ -170,10 +157,10 @@ TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
 TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
     constexpr wchar_t kDone[] = L"Module started again";
     DeskWindow* opened = nullptr;
-    MessageBoxScript boxes({{kQuestion, kQuestionCaption, 0, [&](HWND) {
-                                 Do(*opened, kFirstLanguage);
-                                 EXPECT_NE(opened->StatusText(), kDone) << "the module is still asking";
-                             }}});
+    const MessageBoxScript boxes(Question([&] {
+        Do(*opened, kFirstLanguage);
+        EXPECT_NE(opened->StatusText(), kDone) << "the module is still asking";
+    }));
     Run([&](DeskWindow& desk) {
         opened = &desk;
         Confirm(desk, 2, kModifyOrder);

@@ -1,39 +1,12 @@
 #include "app/host_app.h"
 #include "host/sample.h"
+#include "scenario/window_text.h"
+#include "support/window_kit.h"
 
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
 namespace {
-
-class Window {
-public:
-    Window() {
-        m_window = CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW, 0, 0, 600, 400, nullptr, nullptr,
-                                   GetModuleHandleA(nullptr), nullptr);
-        EXPECT_TRUE(m_window);
-    }
-    ~Window() { Destroy(); }
-    void Destroy() {
-        if (IsWindow(m_window)) {
-            DestroyWindow(m_window);
-        }
-    }
-    HWND Get() const { return m_window; }
-
-private:
-    HWND m_window;
-};
-
-std::string CellText(HWND list, int row, int column) {
-    char text[100] = "";
-    LVITEMA item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = sizeof text;
-    SendMessageA(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return text;
-}
 
 void DoubleClick(HWND list, int row) {
     RECT place{LVIR_BOUNDS, 0, 0, 0};
@@ -56,101 +29,99 @@ private:
     HostTradeList& m_lists;
 };
 
-TEST(PositionListTest, ShowsTheFilteredRowsAndReportsTheOnePicked) {
-    const std::unique_ptr<Book> book = Sample();
-    HostApp host(*book);
-    Window owner;
+class HostAppTest : public testing::Test {
+protected:
+    // Sends an order of the fund for 2 lots, and its fill.
+    void Trade(const char* contract, char direction) {
+        OrderRecord order = MakeOrder("800120", contract, direction, 9100, 2, "S_trade", "UP003");
+        FillRecord fill = MakeFill(order);
+        ASSERT_EQ(host.Services().trade.SendOrder(&order), 0);
+        ASSERT_EQ(host.Services().trade.SendFill(&fill), 0);
+    }
+
+    std::unique_ptr<Book> book = Sample();
+    HostApp host{*book};
     HostTradeList& lists = host.Lists();
+    HostWindow owner;
+};
+
+TEST_F(HostAppTest, ThePositionListShowsTheFilteredRowsAndReportsTheOnePicked) {
     EXPECT_FALSE(lists.CreateListWindow(0, 4, nullptr, 1));
     ITradeListWindow* window = lists.CreateListWindow(0, 4, owner.Get(), 1);
     ASSERT_TRUE(window);
-    const PositionListWindow& list = *lists.Windows().front();
+    const PositionListWindow& pane = *lists.Windows().front();
+    const HWND list = pane.List();
     window->Place(10, 20, 300, 150, 1);
     RECT place;
-    GetWindowRect(list.Window(), &place);
+    GetWindowRect(pane.Window(), &place);
     MapWindowPoints(nullptr, owner.Get(), reinterpret_cast<POINT*>(&place), 2);
-    EXPECT_EQ(place.left, 10);
-    EXPECT_EQ(place.top, 20);
-    EXPECT_EQ(place.right - place.left, 300);
-    EXPECT_EQ(SendMessageA(list.List(), LVM_GETITEMCOUNT, 0, 0), 0) << "nothing before a filter";
+    const RECT wanted{10, 20, 310, 170};
+    EXPECT_TRUE(EqualRect(&place, &wanted));
+    EXPECT_EQ(ListView_GetItemCount(list), 0) << "nothing before a filter";
 
     PositionFilterRecord filter{};
     filter.accountNo.Set("800120");
     filter.commodityNo.Set("CU");
     filter.direction = 'S';
     window->SetFilter(&filter);
-    ASSERT_EQ(SendMessageA(list.List(), LVM_GETITEMCOUNT, 0, 0), 2);
-    EXPECT_EQ(CellText(list.List(), 1, 1), "HMX F CU 241218");
-    EXPECT_EQ(CellText(list.List(), 1, 4), "9032.0");
-
-    // A new short position shows up by itself.
-    OrderRecord order = MakeOrder("800120", "HMX F CU 250416", 'S', 9100, 2, "S_list", "UP003");
-    ASSERT_EQ(host.Services().trade.SendOrder(&order), 0);
-    FillRecord fill = MakeFill(order, FirstLegOf(order.key), 'S', 9100, 2);
-    ASSERT_EQ(host.Services().trade.SendFill(&fill), 0);
-    EXPECT_EQ(SendMessageA(list.List(), LVM_GETITEMCOUNT, 0, 0), 3);
+    ASSERT_EQ(ListView_GetItemCount(list), 2);
+    EXPECT_EQ(CellText(list, 1, 1), "HMX F CU 241218");
+    EXPECT_EQ(CellText(list, 1, 4), "9032.0");
+    Trade("HMX F CU 250416", 'S');
+    EXPECT_EQ(ListView_GetItemCount(list), 3) << "a new position shows up by itself";
 
     Picker picker(lists);
     window->SetNotify(&picker);
-    DoubleClick(list.List(), 1);
+    DoubleClick(list, 1);
     host.PumpUntilIdle();
     ASSERT_TRUE(picker.picked);
-    EXPECT_EQ(picker.picked->price + 0, 9032);
+    EXPECT_EQ(+picker.picked->price, 9032);
     EXPECT_TRUE(lists.Windows().empty());
     EXPECT_FALSE(GetWindow(owner.Get(), GW_CHILD)) << "released with its window";
 }
 
-TEST(PositionListTest, OutlivesItsOwnerUntilItIsReleased) {
-    const std::unique_ptr<Book> book = Sample();
-    HostApp host(*book);
-    Window owner;
-    ITradeListWindow* window = host.Lists().CreateListWindow(0, 4, owner.Get(), 1);
+TEST_F(HostAppTest, APositionListOutlivesItsOwnerUntilItIsReleased) {
+    ITradeListWindow* window = lists.CreateListWindow(0, 4, owner.Get(), 1);
     ASSERT_TRUE(window);
     owner.Destroy();
     const PositionFilterRecord filter{};
     window->Place(0, 0, 10, 10, 1);
     window->SetFilter(&filter);
-    EXPECT_FALSE(host.Lists().Windows().front()->Window());
-    host.Lists().ReleaseListWindow(window);
-    host.Lists().ReleaseListWindow(window);
-    EXPECT_TRUE(host.Lists().Windows().empty());
+    EXPECT_FALSE(lists.Windows().front()->Window());
+    lists.ReleaseListWindow(window);
+    lists.ReleaseListWindow(window);
+    EXPECT_TRUE(lists.Windows().empty());
 }
 
-TEST(HostAppTest, DrivesTheModuleThroughItsLife) {
-    const std::unique_ptr<Book> book = Sample();
-    HostApp host(*book);
+TEST_F(HostAppTest, DrivesTheModuleThroughItsLife) {
     EXPECT_THROW(host.Load(ProgramFolder() + "NoSuch.dll", 1033), std::runtime_error);
     EXPECT_THROW(host.Load("kernel32.dll", 1033), std::runtime_error) << "a library without the exports";
     EXPECT_FALSE(host.Loaded());
     EXPECT_FALSE(host.OpenOrderDialog(0, nullptr, nullptr)) << "nothing is loaded";
 
-    for (const WORD language : {1033, 2052}) {
-        host.Load(ProgramFolder() + "EmendoOrd.dll", language);
-        Window parent;
-        IEmendixOper* order = host.OpenOrderDialog(0, nullptr, parent.Get());
-        ASSERT_TRUE(order);
-        EXPECT_EQ(host.OpenOrderDialog(0, nullptr, parent.Get()), order)
-            << "brought forward, not opened again";
-        EXPECT_EQ(host.Dialogs().size(), 1u);
-        EXPECT_TRUE(host.PumpUntilIdle());
-        EXPECT_EQ(host.Services().listeners.Count(), 1u);
-        parent.Destroy();
-        host.PumpUntilIdle();
-        EXPECT_TRUE(host.Dialogs().empty());
-        EXPECT_EQ(host.Services().listeners.Count(), 0u) << "the listener went with the dialog";
-    }
-    Window parent;
+    host.Load(ProgramFolder() + "EmendoOrd.dll", 1033);
+    IEmendixOper* order = host.OpenOrderDialog(0, nullptr, owner.Get());
+    ASSERT_TRUE(order);
+    EXPECT_EQ(host.OpenOrderDialog(0, nullptr, owner.Get()), order) << "brought forward, not opened again";
+    EXPECT_EQ(host.Dialogs().size(), 1u);
+    EXPECT_TRUE(host.PumpUntilIdle());
+    EXPECT_EQ(host.Services().listeners.Count(), 1u);
+    owner.Destroy();
+    host.PumpUntilIdle();
+    EXPECT_TRUE(host.Dialogs().empty());
+    EXPECT_EQ(host.Services().listeners.Count(), 0u) << "the listener went with the dialog";
+
+    host.Reload(2052);
+    const HostWindow parent;
     ASSERT_TRUE(host.OpenOrderDialog(1, nullptr, parent.Get()));
-    EXPECT_EQ(host.Lists().Windows().size(), 2u) << "a carry has two position lists";
-    OrderRecord order = MakeOrder("800120", "HMX F CU 241218", 'B', 9040, 2, "S_event", "UP003");
-    ASSERT_EQ(host.Services().trade.SendOrder(&order), 0);
-    FillRecord fill = MakeFill(order, FirstLegOf(order.key), 'B', 9040, 2);
-    ASSERT_EQ(host.Services().trade.SendFill(&fill), 0);
-    host.Services().events.Flush();
-    EXPECT_TRUE(host.PumpUntil([&] { return host.Services().events.Count().kept == 0; }, 5000));
-    EXPECT_GT(host.Services().events.Count().posted, 0u);
-    host.Reload(1028);
-    EXPECT_TRUE(host.Lists().Windows().empty()) << "the end closes dialogs";
+    EXPECT_EQ(lists.Windows().size(), 2u) << "a carry has two position lists";
+    Trade("HMX F CU 241218", 'B');
+    EventPump& events = host.Services().events;
+    events.Flush();
+    EXPECT_TRUE(host.PumpUntil([&] { return events.Count().kept == 0; }, 5000));
+    EXPECT_GT(events.Count().posted, 0u);
+    host.Unload();
+    EXPECT_TRUE(lists.Windows().empty()) << "the end closes dialogs";
     EXPECT_EQ(host.Services().config.Table().Outstanding(), 0u) << "every answer was released";
     EXPECT_EQ(host.Services().api.StrayCalls() + host.Services().trade.StrayCalls(), 0u);
 }
