@@ -2,7 +2,7 @@
 
 #include "controls/dialog_prompt.h"
 #include "controls/message_box_layout.h"
-#include "framework/dialog.h"
+#include "framework/owned_handle.h"
 #include "framework/window_helpers.h"
 #include "support/leak_count.h"
 #include "support/message_box_script.h"
@@ -29,18 +29,20 @@ struct MessageBoxes : testing::Test {
     }
 };
 
-// Answers Cancel after Ctrl+C.
-void CopyAndCancel(HWND box) {
+void HoldControl(bool held) {
     std::array<BYTE, 256> state{};
-    state[VK_CONTROL] = 0x80;
+    state[VK_CONTROL] = held ? 0x80 : 0;
     SetKeyboardState(state.data());
+}
+
+void CopyAndCancel(HWND box) {
+    HoldControl(true);
     PostMessageA(GetDlgItem(box, IDOK), WM_KEYDOWN, 'C', 1);
     PostMessageA(box, WM_COMMAND, IDCANCEL, 0);
 }
 
 std::string ClipboardText() {
-    std::array<BYTE, 256> state{};
-    SetKeyboardState(state.data());  // Control is released
+    HoldControl(false);
     OpenClipboard(nullptr);
     const HANDLE data = GetClipboardData(CF_TEXT);
     const std::string text = data ? static_cast<const char*>(GlobalLock(data)) : "";
@@ -49,49 +51,59 @@ std::string ClipboardText() {
 }
 
 TEST_F(MessageBoxes, EndsWithTheButtonOrKeyPressed) {
-    struct Row {
+    const struct {
         const char* what;
-        std::function<void(HWND)> act;
+        int button;  // that the message goes to; 0 for the box
+        UINT message;
+        WPARAM key;
         int result;
+    } rows[] = {
+        {"Ok", IDOK, BM_CLICK, 0, IDOK},
+        {"Cancel", IDCANCEL, BM_CLICK, 0, IDCANCEL},
+        {"Enter", IDOK, WM_KEYDOWN, VK_RETURN, IDOK},
+        {"Escape", IDOK, WM_KEYDOWN, VK_ESCAPE, IDCANCEL},
+        {"close box", 0, WM_CLOSE, 0, IDCANCEL},
     };
-    const Row rows[] = {
-        {"Ok", [](HWND box) { SendMessageA(GetDlgItem(box, IDOK), BM_CLICK, 0, 0); }, IDOK},
-        {"Cancel", [](HWND box) { SendMessageA(GetDlgItem(box, IDCANCEL), BM_CLICK, 0, 0); }, IDCANCEL},
-        {"Enter", [](HWND) { PostMessageA(GetFocus(), WM_KEYDOWN, VK_RETURN, 1); }, IDOK},
-        {"Escape", [](HWND) { PostMessageA(GetFocus(), WM_KEYDOWN, VK_ESCAPE, 1); }, IDCANCEL},
-        {"close box", [](HWND box) { PostMessageA(box, WM_CLOSE, 0, 0); }, IDCANCEL},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(Show(row.act), row.result) << row.what;
+    for (const auto& row : rows) {
+        const auto act = [&](HWND box) {
+            PostMessageA(row.button ? GetDlgItem(box, row.button) : box, row.message, row.key, 1);
+        };
+        EXPECT_EQ(Show(act), row.result) << row.what;
         EXPECT_TRUE(IsWindowEnabled(host.Get())) << row.what;
     }
 }
 
-TEST_F(MessageBoxes, LooksAsAsked) {
-    Show(
-        [&](HWND box) {
-            EXPECT_FALSE(IsWindowEnabled(host.Get()));
-            EXPECT_EQ(GetWindow(box, GW_OWNER), host.Get());
-            constexpr LONG addedBySystem = WS_CLIPSIBLINGS | DS_3DLOOK;
-            EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & ~addedBySystem, static_cast<LONG>(0x90C80880));
-            EXPECT_EQ(TextOf(GetDlgItem(box, IDOK)), "&Ok");
-            EXPECT_EQ(TextOf(GetDlgItem(box, IDCANCEL)), "Cancel");
-            EXPECT_EQ(GetFocus(), GetDlgItem(box, IDOK));
-            EXPECT_EQ(LOWORD(SendMessageA(box, DM_GETDEFID, 0, 0)), IDOK);
+TEST_F(MessageBoxes, TheSpaceBarPressesNothing) {
+    const auto act = [](HWND box) {
+        for (const UINT message : {WM_KEYDOWN, WM_KEYUP}) {
+            PostMessageA(GetFocus(), message, VK_SPACE, 1);
+        }
+        PostMessageA(box, WM_CLOSE, 0, 0);
+    };
+    EXPECT_EQ(Show(act), IDCANCEL);
+}
 
-            const HDC dc = GetDC(box);
-            const auto brush =
-                reinterpret_cast<HBRUSH>(SendMessageA(box, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
-                                                      reinterpret_cast<LPARAM>(GetDlgItem(box, kMessageId))));
-            LOGBRUSH description{};
-            GetObjectA(brush, sizeof(description), &description);
-            EXPECT_EQ(description.lbColor, 0x00CEC7FFU);
-            EXPECT_EQ(GetTextColor(dc), 0U);
-            EXPECT_EQ(GetBkColor(dc), 0x00CEC7FFU);
-            ReleaseDC(box, dc);
-            PostMessageA(box, WM_COMMAND, IDOK, 0);
-        },
-        "This order was not entered in the back office.\nDo you want to modify it?", "Modify");
+TEST_F(MessageBoxes, LooksAsAsked) {
+    Show([&](HWND box) {
+        EXPECT_FALSE(IsWindowEnabled(host.Get()));
+        EXPECT_EQ(GetWindow(box, GW_OWNER), host.Get());
+        constexpr LONG addedBySystem = WS_CLIPSIBLINGS | DS_3DLOOK;
+        EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & ~addedBySystem, static_cast<LONG>(0x90C80880));
+        EXPECT_EQ(TextOf(GetDlgItem(box, IDOK)), "&Ok");
+        EXPECT_EQ(TextOf(GetDlgItem(box, IDCANCEL)), "Cancel");
+        EXPECT_EQ(GetFocus(), GetDlgItem(box, IDOK));
+        EXPECT_EQ(LOWORD(SendMessageA(box, DM_GETDEFID, 0, 0)), IDOK);
+
+        const WindowDc dc(box);
+        const LRESULT brush = SendMessageA(box, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc.Get()),
+                                           reinterpret_cast<LPARAM>(GetDlgItem(box, kMessageId)));
+        LOGBRUSH description{};
+        GetObjectA(reinterpret_cast<HBRUSH>(brush), sizeof(description), &description);
+        EXPECT_EQ(description.lbColor, 0x00CEC7FFU);
+        EXPECT_EQ(GetTextColor(dc.Get()), 0U);
+        EXPECT_EQ(GetBkColor(dc.Get()), 0x00CEC7FFU);
+        PostMessageA(box, WM_COMMAND, IDOK, 0);
+    });
 }
 
 TEST_F(MessageBoxes, ControlCCopiesTheWholeBox) {
@@ -112,7 +124,6 @@ TEST_F(MessageBoxes, QuitEndsTheBoxAndStaysPending) {
     MSG quit{};
     ASSERT_TRUE(PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
     EXPECT_EQ(quit.wParam, 77U);
-    EXPECT_TRUE(IsWindowEnabled(host.Get()));
 }
 
 TEST_F(MessageBoxes, NotShownOrLosingItsOwnerIsNoConsent) {
@@ -161,31 +172,28 @@ TEST(MessageBoxLayouts, RowsOfFigures) {
 
 // The dialogs ask through this; what they take for consent must have been given by the operator.
 TEST_F(MessageBoxes, PromptGivesNoAnswerWithoutTheDialogOrBeforeAQuit) {
-    struct Row {
-        const char* what;
-        std::function<void(HWND)> act;
-        PromptAnswer answer;
-    };
     CWnd dialog;
-    const Row rows[] = {
-        {"answered", [](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); }, PromptAnswer::Ok},
-        {"declined", [](HWND box) { PostMessageA(box, WM_COMMAND, IDCANCEL, 0); }, PromptAnswer::Cancel},
-        {"the thread is to quit", [](HWND) { PostQuitMessage(3); }, PromptAnswer::None},
-        {"the dialog is gone", [&](HWND) { dialog.DestroyWindow(); }, PromptAnswer::None},
+    const struct {
+        const char* what;
+        ExpectedBox box;
+        PromptAnswer answer;
+    } rows[] = {
+        {"answered", {"text", "caption", IDOK}, PromptAnswer::Ok},
+        {"declined", {"text", "caption", IDCANCEL}, PromptAnswer::Cancel},
+        {"to quit", {"text", "caption", 0, [](HWND) { PostQuitMessage(3); }}, PromptAnswer::None},
+        {"gone", {"text", "caption", 0, [&](HWND) { dialog.DestroyWindow(); }}, PromptAnswer::None},
     };
     for (const bool coloured : {false, true}) {
-        for (const Row& row : rows) {
+        for (const auto& row : rows) {
             dialog.DestroyWindow();
             ASSERT_TRUE(dialog.Create(nullptr, "", WS_POPUP, RECT{0, 0, 50, 50}, host.Get(), 0));
-            const MessageBoxScript script({{"text", "caption", 0, row.act}});
+            const MessageBoxScript script({row.box});
             DialogPrompt prompt(dialog);
             EXPECT_EQ(coloured ? prompt.AskColoured("text", "caption")
                                : prompt.Ask("text", "caption", PromptButtons::OkCancel),
                       row.answer)
                 << row.what << (coloured ? ", coloured" : "");
-            MSG quit;
-            while (PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
-            }
+            HostLoop().PumpUntilIdle();  // takes the quit away
         }
     }
     EXPECT_EQ(DialogPrompt(dialog).AskColoured("text", "caption"), PromptAnswer::None);
