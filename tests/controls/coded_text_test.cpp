@@ -9,28 +9,22 @@ bool IsLead(unsigned char byte) {
     return byte >= 0x81 && byte != 0xFF;
 }
 
-struct SplitRow {
-    std::string line;
-    char separator;
-    std::string code;
-    std::string name;
-};
-
 TEST(CodedText, SplitsAtTheFirstWholeSeparator) {
-    const SplitRow rows[] = {// 0xD0 0x7C is one character.
-                             {"SHFE Shanghai", ' ', "SHFE", "Shanghai"},
-                             {"SHFE", ' ', "SHFE", ""},
-                             {"", ' ', "", ""},
-                             {" name", ' ', "", "name"},
-                             {"SHFE  \tShanghai Futures", ' ', "SHFE", "Shanghai Futures"},
-                             {"SHFE ", ' ', "SHFE", ""},
-                             {"A|B C", '|', "A", "B C"},
-                             {"A B\x01Name", 0, "A B\x01Name", ""},
-                             {"\xD0\x7C|name", '|', "\xD0\x7C", "name"},
-                             {"\xD0\x7C", '|', "\xD0\x7C", ""},
-                             {"a\xD0", '|', "a\xD0", ""},
-                             {"\xB5\xC7 \xC3\xFB", ' ', "\xB5\xC7", "\xC3\xFB"}};
-    for (const SplitRow& row : rows) {
+    const struct {
+        std::string line;
+        char separator;
+        const char *code, *name;
+    } rows[] = {
+        // clang-format off
+        {"SHFE Shanghai", ' ', "SHFE", "Shanghai"}, {"SHFE", ' ', "SHFE", ""}, {"", ' ', "", ""},
+        {" name", ' ', "", "name"}, {"SHFE  \tShanghai Futures", ' ', "SHFE", "Shanghai Futures"},
+        {"SHFE ", ' ', "SHFE", ""}, {"A|B C", '|', "A", "B C"}, {"A B\x01Name", 0, "A B\x01Name", ""},
+        // 0xD0 0x7C is one character.
+        {"\xD0\x7C|name", '|', "\xD0\x7C", "name"}, {"\xD0\x7C", '|', "\xD0\x7C", ""},
+        {"a\xD0", '|', "a\xD0", ""}, {"\xB5\xC7 \xC3\xFB", ' ', "\xB5\xC7", "\xC3\xFB"},
+        // clang-format on
+    };
+    for (const auto& row : rows) {
         const CodedTextFormat format{row.separator, &IsLead};
         EXPECT_EQ(CodeOf(row.line, format), row.code) << row.line;
         EXPECT_EQ(NameOf(row.line, format), row.name) << row.line;

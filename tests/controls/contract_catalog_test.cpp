@@ -9,7 +9,7 @@ namespace {
 TEST(ContractCatalog, ListsOnlyWhatHasContractsInItsOrder) {
     SampleContracts book;
     book.AddUsualBook();
-    EXPECT_EQ(Outline(BuildCatalog(TradeData(&book.api), "", false)),
+    EXPECT_EQ(Outline(BuildCatalog(TradeData(&book), "", false)),
               "EXA[Exchange A]|EXA \n"
               " CM[Goods]|CM G\n"
               " CM[Copper]|CM F\n"
@@ -20,23 +20,18 @@ TEST(ContractCatalog, ListsOnlyWhatHasContractsInItsOrder) {
               "  CMD 1509|CMD 1509\n"
               "LMX[Metal]|LMX \n"
               " CA[Copper]|CA F\n");
-    EXPECT_EQ(Outline(BuildCatalog(TradeData(&book.api), "", true)), "LMX[Metal]|LMX \n CA[Copper]|CA F\n");
+    EXPECT_EQ(Outline(BuildCatalog(TradeData(&book), "", true)), "LMX[Metal]|LMX \n CA[Copper]|CA F\n");
     EXPECT_TRUE(BuildCatalog(TradeData(nullptr), "", false).empty());
 }
 
 TEST(ContractCatalog, TakesTheSignFromTheFirstCommodityWithContracts) {
     SampleContracts book;
+    book.group.sign.Set("S1");
     book.AddExchange("EXA", "A");
     book.AddCommodity('F', "AA", "No contracts");
     book.AddCommodity('F', "BB", "Second");
-    ContractRecord& contract = book.AddContract("1509");
-    for (FixedText<21>* sign : {&book.api.commodities.front()->sign, &book.api.commodities.back()->sign,
-                                &contract.key.sign, &book.api.exchanges.back()->sign}) {
-        sign->Set("S1");
-    }
-    const auto catalog = BuildCatalog(TradeData(&book.api), "", false);
-    ASSERT_EQ(catalog.size(), 1u);
-    EXPECT_EQ(catalog[0].data, "EXA S1");
+    book.AddContract("1509");
+    EXPECT_EQ(Outline(BuildCatalog(TradeData(&book), "", false)), "EXA[A]|EXA S1\n BB[Second]|BB F\n");
 }
 
 TEST(ContractCatalog, OrdersTheProductsBehindTheirBase) {
@@ -77,34 +72,36 @@ TEST(ContractCatalog, ClicksSendContractTexts) {
     }
 }
 
-std::string Cells(const ContractRows& rows, char type, int column) {
-    std::string cells;
-    for (std::size_t row = 0; row < rows.Count(type); ++row) {
-        cells += rows.Text(type, row, column) + ";";
-    }
-    return cells;
-}
-
 TEST(ContractRows, ShowContractsOrStrikesOfTheChoice) {
+    using Path = std::vector<std::string_view>;
+    const Path options{"CMO 1512", "CMO O", "EXA "}, anyOption{"CMO O", "EXA "};
+    const struct {
+        Path path;
+        bool loads;
+        char type;
+        int column;
+        const char* cells;  // and a blank one behind the last row
+    } rows[] = {
+        {{"CM F", "EXA "}, true, 'F', 0, "1509;1512;;"},
+        {options, true, 'O', 0, "C1000;C900;;"},  // as text, without doubles
+        {options, true, 'O', 1, "P1000;P900;;"},
+        {options, true, 'O', 2, "N1000;N900;;"},
+        {anyOption, false, 'O', 0, ";"},  // an option commodity lists nothing by itself
+        {anyOption, false, 'F', 0, ";"},
+        {{"CMD 1509", "CMD d", "EXA "}, true, 'd', 0, "C3000/P3000;;"},
+        {{"EXA "}, true, 0, 0, ";"},
+    };
     SampleContracts book;
     book.AddUsualBook();
-    const TradeData trade(&book.api);
-    ContractRows rows;
-    const auto load = [&](std::vector<std::string_view> path) { return rows.Load(ReadChoice(path), trade); };
-
-    EXPECT_TRUE(load({"CM F", "EXA "}));
-    EXPECT_EQ(Cells(rows, 'F', 0), "1509;1512;");
-    EXPECT_TRUE(load({"CMO 1512", "CMO O", "EXA "}));
-    EXPECT_EQ(Cells(rows, 'O', 0), "C1000;C900;") << "as text, without doubles";
-    EXPECT_EQ(Cells(rows, 'O', 1), "P1000;P900;");
-    EXPECT_EQ(rows.Text('O', 0, 2), "N1000");
-    EXPECT_EQ(rows.Text('O', 2, 0), "");
-    EXPECT_TRUE(load({"CMD 1509", "CMD d", "EXA "}));
-    EXPECT_EQ(Cells(rows, 'd', 0), "C3000/P3000;");
-    EXPECT_FALSE(load({"CMO O", "EXA "})) << "an option commodity lists nothing by itself";
-    EXPECT_EQ(rows.Count('O') + rows.Count('F'), 0u);
-    EXPECT_TRUE(load({"EXA "}));
-    EXPECT_EQ(rows.Count(0), 0u);
+    ContractRows shown;
+    for (const auto& row : rows) {
+        EXPECT_EQ(shown.Load(ReadChoice(row.path), TradeData(&book)), row.loads) << row.cells;
+        std::string cells;
+        for (std::size_t i = 0; i <= shown.Count(row.type); ++i) {
+            cells += shown.Text(row.type, i, row.column) + ";";
+        }
+        EXPECT_EQ(cells, row.cells);
+    }
 }
 
 }  // namespace

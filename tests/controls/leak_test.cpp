@@ -10,13 +10,10 @@
 
 namespace {
 
-SampleContracts& Book() {
-    static SampleContracts book;
-    return book;
-}
+SampleContracts g_book;
 
 TradeData BookTrade() {
-    return TradeData(&Book().api);
+    return TradeData(&g_book);
 }
 
 void LiveAsComboBox() {
@@ -49,12 +46,11 @@ void LiveAsPlainControls() {
     dialog.Add(WC_TREEVIEWA, 0, 6);
     dialog.Add(WC_LISTVIEWA, LVS_REPORT | LVS_OWNERDATA, 7);
     dialog.Pump();
-    dialog.DestroyWindow();
 }
 
 TEST(Leaks, ControlsLeaveNothingBehind) {
-    Book().api.signEntries.push_back(&Book());
-    Book().AddUsualBook();
+    g_book.signEntries.push_back(&g_book);
+    g_book.AddUsualBook();
     const long long plain = KeptByEach(&LiveAsPlainControls);
     EXPECT_LE(KeptByEach(&LiveAsComboBox), plain);
     EXPECT_LE(KeptByEach(&LiveAsPopup), plain);

@@ -10,24 +10,12 @@
 
 namespace {
 
-enum Id {
-    kQty = 100,
-    kQtySpin,
-    kWhole,
-    kWholeSpin,
-    kNumerator,
-    kSecond,
-    kSecondSpin,
-    kSecondNumerator,
-    kFee
-};
-constexpr int kConfirm = 200;
-constexpr int kCancel = 201;
+enum Id { kQty = 100, kQtySpin, kWhole, kWholeSpin, kNumerator, kSecond, kFee, kConfirm, kCancel };
 
 constexpr NumericRow kRows[] = {
     {.edit = kQty, .spin = kQtySpin},
     {.edit = kWhole, .spin = kWholeSpin, .numerator = kNumerator},
-    {.edit = kSecond, .spin = kSecondSpin, .numerator = kSecondNumerator, .wheelSteps = false},
+    {.edit = kSecond, .wheelSteps = false},
 };
 
 // A dialog with every kind of numeric edit, wired as the module's dialogs are.
@@ -39,13 +27,12 @@ struct Entry {
     int offersToDialog = 0;
 
     explicit Entry(std::string_view commodity) : context(commodity) {
-        int top = 0;
-        for (int id = kQty; id <= kFee; ++id, top += 15) {
-            const bool spin = FindRowOfSpin(table, id);
-            dialog.Add(spin ? UPDOWN_CLASSA : "EDIT", spin ? 0 : ES_AUTOHSCROLL, id, {5, top, 60, top + 14});
+        const char* const classes[] = {"EDIT", UPDOWN_CLASSA, "EDIT",   UPDOWN_CLASSA, "EDIT",
+                                       "EDIT", "EDIT",        "BUTTON", "BUTTON"};
+        for (int id = kQty; id <= kCancel; ++id) {
+            const int top = (id - kQty) * 15;
+            dialog.Add(classes[id - kQty], 0, id, {5, top, 60, top + 14});
         }
-        dialog.Add("BUTTON", 0, kConfirm, {100, 0, 150, 20});
-        dialog.Add("BUTTON", 0, kCancel, {100, 30, 150, 50});
         numbers.Attach(dialog.m_hWnd);
         dialog.translate = [this](MSG& message) {
             const KeyOutcome outcome = TranslateDialogKey(dialog.m_hWnd, message, kConfirm, kCancel, numbers);
@@ -65,62 +52,49 @@ struct Entry {
         };
     }
 
-    HWND Item(int id) const { return dialog.GetDlgItem(id); }
+    HWND Item(int id) const { return ::GetDlgItem(dialog.m_hWnd, id); }
     std::string Text(int id) const { return TextOf(Item(id)); }
-    std::string Price() const { return Text(kWhole) + "+" + Text(kNumerator); }
+    // Quantity, whole part and numerator.
+    std::string Shown() const { return Text(kQty) + " " + Text(kWhole) + "+" + Text(kNumerator); }
     void Set(int id, const char* text) {
         ::SetWindowTextA(Item(id), text);
         ::SetFocus(Item(id));
         ::SendMessageA(Item(id), EM_SETSEL, 0, 0);
     }
-    int Caret(int id) const { return HIWORD(::SendMessageA(Item(id), EM_GETSEL, 0, 0)); }
+    int Caret() const { return HIWORD(::SendMessageA(::GetFocus(), EM_GETSEL, 0, 0)); }
 };
 
-TEST(NumericEntry, ArrowKeysStepTheFocusedEdit) {
-    Entry entry("QTR");
-    entry.Set(kNumerator, "3");
-    entry.Set(kWhole, "9");
-    entry.dialog.Keys({VK_UP});
-    EXPECT_EQ(entry.Price(), "10+0");
-    EXPECT_EQ(entry.Caret(kWhole), 2) << "the caret stands at the end";
-    ::SetFocus(entry.Item(kNumerator));
-    entry.dialog.Keys({VK_DOWN});
-    EXPECT_EQ(entry.Price(), "9+3");
-    entry.Set(kQty, "");
-    entry.dialog.Keys({VK_UP, VK_UP, VK_DOWN});
-    EXPECT_EQ(entry.Text(kQty), "1");
-}
-
-TEST(NumericEntry, WheelStepsByItsDirection) {
-    Entry entry("DEC");
-    entry.Set(kWhole, "9");
-    for (const int delta : {120, -120, -120}) {
-        ::PostMessageA(::GetFocus(), WM_MOUSEWHEEL, MAKEWPARAM(0, delta), 0);
-    }
-    entry.dialog.Pump();
-    EXPECT_EQ(entry.Text(kWhole), "8.5");
-}
-
-TEST(NumericEntry, ConsumesAMessageOnlyForAStep) {
-    const WPARAM turned = MAKEWPARAM(0, 120);
+TEST(NumericEntry, ArrowsAndWheelStepTheFocusedEditAndNothingElseIsConsumed) {
+    const WPARAM turnedUp = MAKEWPARAM(0, 120), turnedDown = MAKEWPARAM(0, -120);
     const struct {
         int focused;
         UINT message;
         WPARAM wParam;
-        bool consumed;
+        const char* shown;  // null when nothing is stepped
     } rows[] = {
-        {kQty, WM_KEYDOWN, VK_UP, true},      {kQty, WM_MOUSEWHEEL, turned, true},
-        {kQty, WM_KEYDOWN, VK_LEFT, false},   {kQty, WM_KEYUP, VK_UP, false},
-        {kFee, WM_KEYDOWN, VK_UP, false},     {kSecond, WM_MOUSEWHEEL, turned, false},
-        {kConfirm, WM_KEYDOWN, VK_UP, false},
+        // clang-format off
+        {kWhole, WM_KEYDOWN, VK_UP, " 10+0"}, {kNumerator, WM_KEYDOWN, VK_DOWN, " 9+3"},
+        {kQty, WM_KEYDOWN, VK_UP, "1 9+3"}, {kQty, WM_MOUSEWHEEL, turnedUp, "2 9+3"},
+        {kNumerator, WM_MOUSEWHEEL, turnedDown, "2 9+2"}, {kQty, WM_KEYDOWN, VK_LEFT, nullptr},
+        {kQty, WM_KEYUP, VK_UP, nullptr}, {kFee, WM_KEYDOWN, VK_UP, nullptr},
+        {kSecond, WM_MOUSEWHEEL, turnedUp, nullptr}, {kConfirm, WM_KEYDOWN, VK_UP, nullptr},
+        // clang-format on
     };
-    Entry entry("DEC");
+    Entry entry("QTR");
+    entry.Set(kNumerator, "3");
+    entry.Set(kWhole, "9");
+    std::string shown = entry.Shown();
     for (const auto& row : rows) {
-        const HWND focused = ::GetDlgItem(entry.dialog.m_hWnd, row.focused);
-        ::SetFocus(focused);
-        EXPECT_EQ(entry.numbers.OnMessage({focused, row.message, row.wParam, 0, 0, {}}), row.consumed)
-            << row.focused << " " << row.message << " " << row.wParam;
+        ::SetFocus(entry.Item(row.focused));
+        MSG message{::GetFocus(), row.message, row.wParam, 0, 0, {}};
+        EXPECT_EQ(entry.dialog.translate(message), row.shown != nullptr) << row.focused << " " << row.message;
+        shown = row.shown ? row.shown : shown;
+        EXPECT_EQ(entry.Shown(), shown) << row.focused << " " << row.message;
     }
+    entry.Set(kQty, "9");
+    entry.dialog.Keys({VK_UP});
+    EXPECT_EQ(entry.Shown(), "10 9+2");
+    EXPECT_EQ(entry.Caret(), 2) << "the caret stands at the end";
 }
 
 TEST(NumericEntry, SpinButtonFocusesAndStepsItsEdit) {
@@ -128,14 +102,14 @@ TEST(NumericEntry, SpinButtonFocusesAndStepsItsEdit) {
     entry.Set(kWhole, "1");
     entry.Set(kQty, "7");
     entry.dialog.Click(entry.Item(kWholeSpin), 5, 2);
-    EXPECT_EQ(entry.Price(), "1+1");
+    EXPECT_EQ(entry.Shown(), "7 1+1");
     EXPECT_EQ(::GetFocus(), entry.Item(kWhole));
     ::SetFocus(entry.Item(kNumerator));
     entry.dialog.Click(entry.Item(kWholeSpin), 5, 12);
-    EXPECT_EQ(entry.Price(), "1+0");
+    EXPECT_EQ(entry.Shown(), "7 1+0");
     EXPECT_EQ(::GetFocus(), entry.Item(kNumerator)) << "the numerator keeps the focus";
     entry.dialog.Click(entry.Item(kQtySpin), 5, 12);
-    EXPECT_EQ(entry.Text(kQty), "6");
+    EXPECT_EQ(entry.Shown(), "6 1+0");
     EXPECT_EQ(::SendMessageA(entry.Item(kQtySpin), UDM_GETPOS32, 0, 0), 0) << "the spin itself stays";
 }
 
@@ -145,7 +119,7 @@ TEST(NumericEntry, PutsTheLastGoodTextBack) {
     entry.Set(kWhole, "");
     entry.dialog.Keys({'1', '2', 'A', '3', VK_OEM_PERIOD});
     EXPECT_EQ(entry.Text(kWhole), "123") << "neither a letter nor, in fractions, a point";
-    EXPECT_EQ(entry.Caret(kWhole), 3);
+    EXPECT_EQ(entry.Caret(), 3);
 
     // A text that is good in one edit and bad in the other where it is put back must not go round in circles.
     Entry decimal("DEC");

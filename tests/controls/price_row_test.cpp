@@ -1,7 +1,7 @@
 #include "controls/price_row.h"
 
 #include "controls/number_text.h"
-#include "tests/controls/sample_contracts.h"
+#include "tests/trade/sample_book.h"
 #include "trade/price_format.h"
 
 #include <gtest/gtest.h>
@@ -11,16 +11,14 @@ namespace {
 TEST(PriceRow, SplitsHostTexts) {
     struct {
         std::string text;
-        std::string whole;
+        const char* whole;
         int numerator, denominator;
     } const rows[] = {
         // clang-format off
-        {"97+3/8", "97", 3, 8},                  {"97.25", "97.25", 0, 0}, {"", "", 0, 0},
-        {"-2.5", "-2.5", 0, 0},                  {"-1+3/4", "-1", 3, 4},   {"0+0/320", "0", 0, 320},
-        {"97+-3/8", "97", -3, 8},                {"97+3/8 x", "97", 3, 8}, {"97+3", "97+3", 0, 0},
-        {"97/8", "97", 0, 0},                    {"97+/8", "97", 0, 0},    {"97+3/", "97", 3, 0},
-        {"/", "", 0, 0},                         {"-/", "", 0, 0},         {"97.5+3/8", "97", 0, 0},
-        {"1+99999999999/4", "1", 2147483647, 4},
+        {"97+3/8", "97", 3, 8},    {"97.25", "97.25", 0, 0}, {"", "", 0, 0},          {"-2.5", "-2.5", 0, 0},
+        {"-1+3/4", "-1", 3, 4},    {"97+-3/8", "97", -3, 8}, {"97+3/8 x", "97", 3, 8}, {"97+3", "97+3", 0, 0},
+        {"97/8", "97", 0, 0},      {"97+/8", "97", 0, 0},    {"97+3/", "97", 3, 0},    {"-/", "", 0, 0},
+        {"97.5+3/8", "97", 0, 0},  {"1+99999999999/4", "1", 2147483647, 4},
         // clang-format on
     };
     for (const auto& row : rows) {
@@ -35,8 +33,6 @@ TEST(PriceRow, SplitsHostTexts) {
 TEST(PriceRow, ValueAddsTheNumerator) {
     EXPECT_EQ(PriceValue({"97", 3}, 8), 97.375);
     EXPECT_EQ(PriceValue({"-1", 3}, 4), -0.25);
-    EXPECT_EQ(PriceValue({"", 0}, 1), 0);
-    EXPECT_EQ(PriceValue({"12.5", 0}, 1), 12.5);
     EXPECT_EQ(PriceValue({"5", 1}, 0), 5) << "no denominator, no fraction";
 }
 
@@ -66,24 +62,23 @@ TEST(PriceRow, FractionsRoundTripAndStepOverEveryEdge) {
     }
 }
 
-TEST(PriceRow, FractionStepsAsWritten) {
+TEST(PriceRow, FractionsStepFromOddTextsAndByOddTicks) {
     struct {
-        const char* whole;
-        const char* numerator;
+        const char *whole, *numerator;
         bool up;
-        int tick, denominator;
+        int tick;  // in quarters
         const char* newWhole;
         int newNumerator;
     } const rows[] = {
-        {"10", "3", true, 1, 4, "11", 0}, {"10", "0", false, 1, 4, "9", 3},
-        {"", "", true, 1, 4, "0", 1},     {"0", "0", false, 1, 4, "-1", 3},
-        {"-1", "3", true, 1, 4, "0", 0},  {"5", "9", true, 1, 4, "7", 2},
-        {"5", "-9", false, 1, 4, "2", 2}, {"5", "3", true, 10, 4, "7", 2},
-        {"5", "3", true, 0, 4, "5", 3},   {"2147483647", "3", true, 1, 4, "2147483647", 0},
+        // clang-format off
+        {"", "", true, 1, "0", 1}, {"5", "9", true, 1, "7", 2}, {"5", "-9", false, 1, "2", 2},
+        {"5", "3", true, 10, "7", 2}, {"5", "3", true, 0, "5", 3}, {"0", "0", false, 1, "-1", 3},
+        {"2147483647", "3", true, 1, "2147483647", 0},
+        // clang-format on
     };
     for (const auto& row : rows) {
-        const PriceRow stepped = StepFraction(row.whole, row.numerator, row.up,
-                                              {static_cast<double>(row.tick), row.tick, row.denominator});
+        const auto stepped =
+            StepFraction(row.whole, row.numerator, row.up, {static_cast<double>(row.tick), row.tick, 4});
         EXPECT_EQ(stepped.whole, row.newWhole) << row.whole << "+" << row.numerator;
         EXPECT_EQ(stepped.numerator, row.newNumerator) << row.whole << "+" << row.numerator;
     }
@@ -115,27 +110,21 @@ TEST(PriceRow, QuantitiesStopAtZero) {
 }
 
 TEST(PriceRow, TheRuleOfATwoLegCommodityMayBeItsFirstLegs) {
-    SampleContracts book;
-    book.AddExchange("EXA", "");
-    CommodityRecord& leg = book.AddCommodity('F', "CM", "");
-    leg.tickNumerator = 2.5;
-    leg.tickDenominator = 8;
-    CommodityRecord& spread = book.AddCommodity('m', "SP", "", "CM");
-    spread.tickNumerator = 0.01;
-    spread.tickDenominator = 1;
-    spread.relatedExchangeNo.Set("EXA");
-    spread.relatedCommodityType = 'F';
-    const TradeData trade(&book.api);
-    const CommodityKey key = CommodityOf(spread);
-
-    EXPECT_EQ(StepRuleOf(key, false, trade).tick, 0.01);
-    EXPECT_EQ(StepRuleOf(key, true, trade).tick, 2.5);
-    EXPECT_EQ(StepRuleOf(key, true, trade).integerTick, 2);
-    EXPECT_EQ(StepRuleOf(key, true, trade).denominator, 8);
+    SampleBook book;
+    book.AddExchange("EXA");
+    CommodityRecord& leg = book.AddCommodity('F', "CM", 2.5, 8);
+    CommodityRecord& spread = book.AddPair('m', "SP", 0.01, 'F', "CM", "CM");
+    const auto rule = [&](bool firstLeg) {
+        return StepRuleOf(CommodityOf(spread), firstLeg, TradeData(&book));
+    };
+    EXPECT_EQ(rule(false).tick, 0.01);
+    EXPECT_EQ(rule(true).tick, 2.5);
+    EXPECT_EQ(rule(true).integerTick, 2);
+    EXPECT_EQ(rule(true).denominator, 8);
     leg.tickNumerator = 1e300;
-    EXPECT_EQ(StepRuleOf(key, true, trade).integerTick, 0);
-    book.api.commodities = {&spread};
-    EXPECT_EQ(StepRuleOf(key, true, trade).denominator, 1) << "the leg is not known";
+    EXPECT_EQ(rule(true).integerTick, 0);
+    book.commodities = {&spread};
+    EXPECT_EQ(rule(true).denominator, 1) << "the leg is not known";
 }
 
 }  // namespace
