@@ -16,8 +16,8 @@
 // Calls an operation by its number in the object's table, as a host built by another compiler does.
 template <typename Result, typename... Arguments>
 Result CallSlot(void* object, int slot, Arguments... arguments) {
-    using Operation = Result(__attribute__((thiscall))*)(void*, Arguments...);
-    return (*static_cast<Operation**>(object))[slot](object, arguments...);
+    using Function = Result(__attribute__((thiscall))*)(void*, Arguments...);
+    return (*static_cast<Function**>(object))[slot](object, arguments...);
 }
 
 // Makes no list windows.
@@ -43,7 +43,7 @@ public:
         services["TradeList"] = &list;
     }
 
-    void* Manager() { return &m_manager; }
+    IPluginManager* Manager() { return reinterpret_cast<IPluginManager*>(&m_manager); }
 
     FakeTradeApi api;
     FakeTradeService service;
@@ -73,34 +73,4 @@ private:
     std::array<void*, 39> m_quoteTable{};
     RawObject m_manager{m_managerTable.data(), this};
     RawObject m_quote{m_quoteTable.data(), this};
-};
-
-// The module, loaded for as long as the object lives.
-class LoadedModule {
-public:
-    explicit LoadedModule(const std::string& file = "EmendoOrd.dll") : m_module(LoadLibraryA(file.c_str())) {
-        Get(load, "OnPluginLoad");
-        Get(init, "OnPluginInit");
-        Get(createApi, "CreatePluginApi");
-        Get(freeApi, "FreePluginApi");
-        Get(end, "OnPluginFree");
-    }
-    ~LoadedModule() { FreeLibrary(m_module); }
-    LoadedModule(const LoadedModule&) = delete;
-    LoadedModule& operator=(const LoadedModule&) = delete;
-
-    HMODULE Handle() const { return m_module; }
-
-    void(__cdecl* load)(WORD language) = nullptr;
-    void(__cdecl* init)(void* manager) = nullptr;
-    void*(__cdecl* createApi)(const char* version) = nullptr;
-    void(__cdecl* freeApi)(void* api) = nullptr;
-    void(__cdecl* end)() = nullptr;
-
-private:
-    template <typename Function>
-    void Get(Function& function, const char* name) {
-        function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
-    }
-    HMODULE m_module;
 };
