@@ -10,74 +10,37 @@ mkdir -p "$out"
 
 names=()
 reasons=()
-# scenario NAME REASON, steps on standard input; the reason begins with the line.
+# scenario NAME REASON STEP...; the reason begins with the line.
 scenario() {
-    cat >"$out/$1.scn"
+    printf '%s\n' "${@:3}" >"$out/$1.scn"
     names+=("$1")
     reasons+=("$2")
 }
 
-scenario unknown-step "2: unknown step 'opne', expected one of open," <<'STEPS'
-# a comment
-opne order input
-STEPS
-scenario words-missing "1: expected: choose CONTROL TEXT" <<'STEPS'
-choose account
-STEPS
-scenario open-quotation "1: a quotation mark is not closed" <<'STEPS'
-expect title "Input
-STEPS
-scenario missing-control "2: the dialog has no control 'fill-source'" <<'STEPS'
-open order input
-choose fill-source code:M
-STEPS
-scenario missing-line "2: control 'account' has no line '123456' among its 10" <<'STEPS'
-open order input
-choose account 123456
-STEPS
-scenario disabled-control "2: control 'fill-price' is disabled" <<'STEPS'
-open order input
-type fill-price 5
-STEPS
-scenario wrong-state "2: control 'order-qty' shows \"0\", expected \"7\"" <<'STEPS'
-open order input
-expect order-qty enabled text 7
-STEPS
-scenario wrong-request "3: DeleteOrder: orderNo is 1001, expected 1002" <<'STEPS'
-open order remove on order 1001
-click confirm
-expect request DeleteOrder orderNo=1002
-STEPS
-scenario wrong-bytes "4: SendOrder: bytes at 157 are 05000000, expected 06000000" <<'STEPS'
-open order modify on order 1001
-type order-price 2513
-click confirm
-expect request SendOrder bytes 157:06000000
-STEPS
-scenario unexpected-request "2: the scenario ends, and nothing expected the request DeleteOrder" <<'STEPS'
-open order remove on order 1001
-click confirm
-STEPS
-scenario box-left-open "2: then a question was left open: \"Account can't be empty!" <<'STEPS'
-open order input
-click confirm
-wait idle
-STEPS
-scenario wrong-question "3: the question's text is \"The Order isn't Input,Are you sure to take this operation?\", expected \"The same user!\"" <<'STEPS'
-open order remove on order 1003
-click confirm
-answer ok string:10059
-STEPS
-scenario no-question "2: no question came" <<'STEPS'
-open order input
-answer ok string:10012
-STEPS
-scenario unknown-order "1: the book has no order 4711" <<'STEPS'
-open order modify on order 4711
-STEPS
-scenario bad-fault "1: fault 'SendOrder sulk': no kind 'sulk'" <<'STEPS'
-fault SendOrder sulk
-STEPS
+scenario unknown-step "2: unknown step 'opne', expected one of open," '# a comment' 'opne order input'
+scenario words-missing "1: expected: choose CONTROL TEXT" 'choose account'
+scenario open-quotation "1: a quotation mark is not closed" 'expect title "Input'
+scenario missing-control "2: the dialog has no control 'fill-source'" \
+    'open order input' 'choose fill-source code:M'
+scenario missing-line "2: control 'account' has no line '123456' among its 10" \
+    'open order input' 'choose account 123456'
+scenario disabled-control "2: control 'fill-price' is disabled" 'open order input' 'type fill-price 5'
+scenario wrong-state "2: control 'order-qty' shows \"0\", expected \"7\"" \
+    'open order input' 'expect order-qty enabled text 7'
+scenario wrong-request "3: DeleteOrder: orderNo is 1001, expected 1002" \
+    'open order remove on order 1001' 'click confirm' 'expect request DeleteOrder orderNo=1002'
+scenario wrong-bytes "4: SendOrder: bytes at 157 are 05000000, expected 06000000" \
+    'open order modify on order 1001' 'type order-price 2513' 'click confirm' \
+    'expect request SendOrder bytes 157:06000000'
+scenario unexpected-request "2: the scenario ends, and nothing expected the request DeleteOrder" \
+    'open order remove on order 1001' 'click confirm'
+scenario box-left-open "2: then a question was left open: \"Account can't be empty!" \
+    'open order input' 'click confirm' 'wait idle'
+scenario wrong-question "3: the question's text is \"The Order isn't Input,Are you sure to take this operation?\", expected \"The same user!\"" \
+    'open order remove on order 1003' 'click confirm' 'answer ok string:10059'
+scenario no-question "2: no question came" 'open order input' 'answer ok string:10012'
+scenario unknown-order "1: the book has no order 4711" 'open order modify on order 4711'
+scenario bad-fault "1: fault 'SendOrder sulk': no kind 'sulk'" 'fault SendOrder sulk'
 
 status=0
 "$root/scripts/wine.sh" --timeout 180 --cwd "$out" "$host" --scenario "${names[@]/%/.scn}" --lang 1033 --out . \
