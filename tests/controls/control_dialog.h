@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/dialog_template.h"
 #include "framework/activation_context.h"
 #include "framework/dialog.h"
 #include "framework/window_helpers.h"
@@ -14,14 +15,9 @@
 class EmptyDialog : public CDialog {
 public:
     EmptyDialog() {
-        struct {
-            DLGTEMPLATE head;
-            WORD menu, windowClass, title;
-        } empty{};
-        empty.head.style = WS_POPUP | WS_CAPTION;
-        empty.head.cx = 200;
-        empty.head.cy = 150;
-        CreateIndirect(&empty.head, nullptr);
+        CXDialogTemplate empty("", WS_POPUP | WS_CAPTION);
+        empty.SetSize({200, 150});
+        CreateIndirect(reinterpret_cast<const DLGTEMPLATE*>(empty.Build().data()), nullptr);
         ShowWindow(SW_SHOW);
     }
     ~EmptyDialog() override { DestroyWindow(); }
