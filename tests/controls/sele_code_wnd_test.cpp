@@ -34,6 +34,8 @@ protected:
     }
 };
 
+constexpr char kExa[] = "EXA[Exchange A]";
+
 class PopupTest : public testing::Test {
 protected:
     SampleContracts book;
@@ -52,11 +54,15 @@ protected:
         ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
         popup->SetNotifyWnd(owner.m_hWnd);
     }
-    void Open() {
+    // Clicks these nodes then.
+    void Open(const std::vector<const char*>& path = {}) {
         popup->Refresh("");
         ::MoveWindow(popup->m_hWnd, 50, 50, 438, 400, TRUE);
         popup->Toggle();
         owner.Pump();
+        for (const char* node : path) {
+            ClickNode(node);
+        }
     }
     HWND Tree() const { return popup->GetDlgItem(kSeleCodeTreeId); }
     HWND List() const { return popup->GetDlgItem(kSeleCodeListId); }
@@ -130,7 +136,7 @@ TEST_F(PopupTest, ClicksOpenTheTreeLikeAnAccordion) {
     EXPECT_TRUE(popup->IsWindowVisible());
     EXPECT_EQ(::GetFocus(), Tree());
     EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];LMX[Metal];");
-    ClickNode("EXA[Exchange A]");
+    ClickNode(kExa);
     EXPECT_EQ(VisibleNodes(), "EXA[Exchange A];CM[Goods];CM[Copper];CMO[Options];CMD[Straddles];LMX[Metal];");
     EXPECT_EQ(TakeChoices(), "EXA |");
     ClickNode("LMX[Metal]");
@@ -159,27 +165,24 @@ TEST_F(PopupTest, TheButtonOpensANodeOnce) {
 
 TEST_F(PopupTest, ClicksChooseEveryKindOfContract) {
     const struct {
-        std::vector<const char*> nodes;
-        const char* clicks;  // what the clicks on them send
+        std::vector<const char*> path;
+        const char* clicks;  // what the clicks on it send
         const char* list;    // rows x columns, first cell
         int row, column;     // the cell clicked then
         const char* choice;  // null when the popup is closed before
     } rows[] = {
         // clang-format off
-        {{}, "EXA |", "10x1 ", 3, 0, "EXA  |"},
-        {{"CM[Goods]"}, "EXA |EXA CM|", "1x1 ", 0, 0, nullptr},
-        {{"CM[Copper]"}, "EXA |EXA CM|", "2x1 1509", 1, 0, "EXA CM 1512|"},
-        {{"CMO[Options]", "CMO 1512"}, "EXA |EXA CMO |EXA CMO 1512|", "2x2 C1000", 1, 1, "EXA CMO 1512 P900|"},
-        {{"CMD[Straddles]", "CMD 1509"}, "EXA |EXA CMD|EXA CMD|", "1x1 C3000/P3000", 0, 0,
+        {{kExa}, "EXA |", "10x1 ", 3, 0, "EXA  |"},
+        {{kExa, "CM[Goods]"}, "EXA |EXA CM|", "1x1 ", 0, 0, nullptr},
+        {{kExa, "CM[Copper]"}, "EXA |EXA CM|", "2x1 1509", 1, 0, "EXA CM 1512|"},
+        {{kExa, "CMO[Options]", "CMO 1512"}, "EXA |EXA CMO |EXA CMO 1512|", "2x2 C1000", 1, 1,
+         "EXA CMO 1512 P900|"},
+        {{kExa, "CMD[Straddles]", "CMD 1509"}, "EXA |EXA CMD|EXA CMD|", "1x1 C3000/P3000", 0, 0,
          "EXA CMD 1509 C3000/1509 P3000|"},
         // clang-format on
     };
     for (const auto& row : rows) {
-        Open();
-        ClickNode("EXA[Exchange A]");
-        for (const char* node : row.nodes) {
-            ClickNode(node);
-        }
+        Open(row.path);
         EXPECT_EQ(TakeChoices(), row.clicks);
         EXPECT_EQ(ListShown(), row.list);
         EXPECT_EQ(popup->IsWindowVisible(), row.choice != nullptr) << row.clicks;
@@ -253,10 +256,7 @@ TEST_F(PopupTest, LaysItsChildrenOutAndStandsUnderItsButton) {
 }
 
 TEST_F(PopupTest, TheMouseBringsTheFocusAndHighlightsOneCell) {
-    Open();
-    for (const char* node : {"EXA[Exchange A]", "CMO[Options]", "CMO 1512"}) {
-        ClickNode(node);
-    }
+    Open({kExa, "CMO[Options]", "CMO 1512"});
     EXPECT_EQ(::GetFocus(), Tree());
     RECT client{}, cell{LVIR_BOUNDS, 1, 0, 0};
     ::SendMessageA(List(), LVM_GETSUBITEMRECT, 1, reinterpret_cast<LPARAM>(&cell));
@@ -285,11 +285,7 @@ TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
     for (const bool list : {false, true}) {
         owner.onChoice = [] {};
         MakePopup();
-        Open();
-        ClickNode("EXA[Exchange A]");
-        if (list) {
-            ClickNode("CM[Copper]");
-        }
+        list ? Open({kExa, "CM[Copper]"}) : Open({kExa});
         owner.onChoice = [&] { popup.reset(); };
         list ? ClickCell(0, 0) : ClickNode("CM[Copper]");
         EXPECT_FALSE(popup);
