@@ -5,63 +5,34 @@
 #include "framework/activation_context.h"
 #include "framework/owned_handle.h"
 #include "res/resource_loader.h"
-#include "tests/trade/fake_trade.h"
+#include "tests/trade/sample_book.h"
 
 #include <algorithm>
-#include <deque>
 #include <string>
 #include <vector>
 
 // A host with many accounts, all of one sign and group, and many commodities of one exchange.
-struct LargeBook : FakeTradeApi {
-    GroupRecord group{};
-    std::deque<UserRecord> userStore;
-    std::deque<CommodityRecord> commodityStore;
-    std::deque<ExchangeRecord> exchangeStore;
-    std::deque<UpperRecord> upperStore;
-    std::deque<CurrencyRecord> currencyStore;
+struct LargeBook : SampleBook {
     OrderRecord order{};
 
-    explicit LargeBook(int accounts = 10000, int commodityCount = 2000) {
-        group.tradable = 'Y';
+    explicit LargeBook(int accounts = 10000, int commodityCount = 2000) : SampleBook("SG") {
         for (int i = 0; i < accounts; ++i) {
-            UserRecord& user = userStore.emplace_back();
-            user.sign.Set("SG");
-            user.accountNo.Set(std::to_string(100000 + i));
-            user.accountName.Set("Client number " + std::to_string(i));
-            user.group = &group;
-            users.push_back(&user);
+            AddUser(std::to_string(100000 + i), "Client number " + std::to_string(i));
         }
+        AddExchange("EXA");
         for (int i = 0; i < commodityCount; ++i) {
-            CommodityRecord& commodity = commodityStore.emplace_back();
-            commodity.sign.Set("SG");
-            commodity.exchangeNo.Set("EXA");
-            commodity.commodityType = 'F';
-            commodity.commodityNo.Set("C" + std::to_string(i));
-            commodity.commodityName.Set("Commodity number " + std::to_string(i));
-            commodity.tickNumerator = commodity.tickDenominator = 1;
-            commodities.push_back(&commodity);
+            AddCommodity('F', "C" + std::to_string(i), 1, 1)
+                .commodityName.Set("Commodity number " + std::to_string(i));
         }
         for (int i = 0; i < 20; ++i) {
-            ExchangeRecord& exchange = exchangeStore.emplace_back();
-            exchange.sign.Set("SG");
-            exchange.exchangeNo.Set(std::string("EX") + static_cast<char>('A' + i));
-            exchange.exchangeName.Set("Exchange");
-            exchanges.push_back(&exchange);
-            UpperRecord& upper = upperStore.emplace_back();
-            upper.upperNo.Set("UP" + std::to_string(i));
-            upper.upperName.Set("Clearing");
-            uppers.push_back(&upper);
-            CurrencyRecord& currency = currencyStore.emplace_back();
-            currency.currencyNo.Set("CU" + std::to_string(i));
-            currency.currencyName.Set("Money");
-            currencies.push_back(&currency);
+            if (i > 0) {
+                AddExchange(std::string("EX") + static_cast<char>('A' + i));
+            }
+            AddUpper("UP" + std::to_string(i));
+            AddCurrency("CU" + std::to_string(i));
         }
+        ParseContractText("EXA C1000 1509", order.key);
         order.key.sign.Set("SG");
-        order.key.exchangeNo.Set("EXA");
-        order.key.commodityType = 'F';
-        order.key.commodityNo.Set("C1000");
-        order.key.contractNo.Set("1509");
         order.accountNo.Set("105000");
         order.upperNo.Set("UP3");
         order.orderSource = 'M';

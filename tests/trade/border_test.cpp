@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -22,43 +23,45 @@ int SlotOf(Function function) {
 
 TEST(Border, OperationsStandInTheirSlots) {
     // clang-format off
-#define SLOT(type, operation, slot) EXPECT_EQ(SlotOf(&type::operation), slot) << #operation;
-    SLOT(IPluginManager, GetPlugin, 1) SLOT(IEmendix, OpenFillDialog, 0)
-    SLOT(IEmendix, OpenOrderDialog, 1) SLOT(IEmendixOper, PreTranslateMessage, 0)
-    SLOT(IEmendixOper, GetSafeHwnd, 1) SLOT(ITradeService, GetTradeApi, 2)
-    SLOT(ITradeService, SendOrder, 18) SLOT(ITradeService, DeleteOrder, 19)
-    SLOT(ITradeService, SendFill, 20) SLOT(ITradeService, RemoveFill, 21)
-    SLOT(ITradeService, SendExercise, 22) SLOT(ITradeApi, RegisterSpi, 0)
-    SLOT(ITradeApi, UnregisterSpi, 1) SLOT(ITradeApi, ListSignEntries, 2)
-    SLOT(ITradeApi, GetUserServer, 3) SLOT(ITradeApi, GetOrder, 6) SLOT(ITradeApi, GetPositions, 15)
-    SLOT(ITradeApi, GetPosition, 16) SLOT(ITradeApi, GetPositionQty, 25) SLOT(ITradeApi, GetUsers, 26)
-    SLOT(ITradeApi, GetUser, 27) SLOT(ITradeApi, GetExchanges, 37) SLOT(ITradeApi, GetExchange, 38)
-    SLOT(ITradeApi, GetCommodities, 39) SLOT(ITradeApi, GetCommodity, 40)
-    SLOT(ITradeApi, GetContracts, 41) SLOT(ITradeApi, GetContract, 43)
-    SLOT(ITradeApi, Get3MContractNo, 44) SLOT(ITradeApi, GetCurrencies, 48)
-    SLOT(ITradeApi, GetUppers, 50) SLOT(ITradeApi, FormatPrice, 55) SLOT(IDataContainer, Count, 0)
-    SLOT(IDataContainer, At, 1) SLOT(IDataContainer, Clear, 2) SLOT(IDataContainer, Add, 3)
-    SLOT(IQuoteDataCenter, Slot38, 38) SLOT(ISysConfig, GetConfigTable, 26) SLOT(IConfigTable, Query, 2)
-    SLOT(IConfigTable, Release, 3) SLOT(ITradeList, CreateListWindow, 0)
-    SLOT(ITradeList, ReleaseListWindow, 1) SLOT(ITradeListWindow, Place, 5)
-    SLOT(ITradeListWindow, SetFilter, 6) SLOT(ITradeListWindow, SetNotify, 7)
-    SLOT(ISelectDataNotify, OnSelectData, 0) SLOT(ITradeSpi, GetNotifyWnd, 0)
-    SLOT(ITradeSpi, OnTradeNotify1, 1) SLOT(ITradeSpi, OnTradeNotify11, 11)
-    SLOT(ITradeSpi, OnTradeNotify35, 35)
+#define AT(slot, type, operation) {slot, #type "::" #operation, SlotOf(&type::operation)}
+    const std::tuple<int, const char*, int> rows[] = {
+        AT(1, IPluginManager, GetPlugin), AT(0, IEmendix, OpenFillDialog), AT(1, IEmendix, OpenOrderDialog),
+        AT(0, IEmendixOper, PreTranslateMessage), AT(1, IEmendixOper, GetSafeHwnd),
+        AT(2, ITradeService, GetTradeApi), AT(18, ITradeService, SendOrder),
+        AT(19, ITradeService, DeleteOrder), AT(20, ITradeService, SendFill),
+        AT(21, ITradeService, RemoveFill), AT(22, ITradeService, SendExercise), AT(0, ITradeApi, RegisterSpi),
+        AT(1, ITradeApi, UnregisterSpi), AT(2, ITradeApi, ListSignEntries), AT(3, ITradeApi, GetUserServer),
+        AT(6, ITradeApi, GetOrder), AT(15, ITradeApi, GetPositions), AT(16, ITradeApi, GetPosition),
+        AT(25, ITradeApi, GetPositionQty), AT(26, ITradeApi, GetUsers), AT(27, ITradeApi, GetUser),
+        AT(37, ITradeApi, GetExchanges), AT(38, ITradeApi, GetExchange), AT(39, ITradeApi, GetCommodities),
+        AT(40, ITradeApi, GetCommodity), AT(41, ITradeApi, GetContracts), AT(43, ITradeApi, GetContract),
+        AT(44, ITradeApi, Get3MContractNo), AT(48, ITradeApi, GetCurrencies), AT(50, ITradeApi, GetUppers),
+        AT(55, ITradeApi, FormatPrice), AT(0, IDataContainer, Count), AT(1, IDataContainer, At),
+        AT(2, IDataContainer, Clear), AT(3, IDataContainer, Add), AT(38, IQuoteDataCenter, Slot38),
+        AT(26, ISysConfig, GetConfigTable), AT(2, IConfigTable, Query), AT(3, IConfigTable, Release),
+        AT(0, ITradeList, CreateListWindow), AT(1, ITradeList, ReleaseListWindow),
+        AT(5, ITradeListWindow, Place), AT(6, ITradeListWindow, SetFilter),
+        AT(7, ITradeListWindow, SetNotify), AT(0, ISelectDataNotify, OnSelectData),
+        AT(0, ITradeSpi, GetNotifyWnd), AT(1, ITradeSpi, OnTradeNotify1), AT(11, ITradeSpi, OnTradeNotify11),
+        AT(35, ITradeSpi, OnTradeNotify35),
+    };
+#undef AT
     // clang-format on
-#undef SLOT
+    for (const auto& [slot, name, actual] : rows) {
+        EXPECT_EQ(actual, slot) << name;
+    }
 }
 
 TEST(FixedText, CutsAndZeroFills) {
     FixedText<5> field;
     std::memset(&field, 'x', sizeof(field));
     EXPECT_EQ(field.Str(), "xxxxx");
-    field.Set("abcdefg");
-    EXPECT_EQ(std::memcmp(field.chars, "abcd\0", 5), 0);
-    field.Set("a");
-    EXPECT_EQ(std::memcmp(field.chars, "a\0\0\0\0", 5), 0);
-    field.Set(std::string_view("b\0c", 3));
-    EXPECT_EQ(std::memcmp(field.chars, "b\0\0\0\0", 5), 0);
+    using namespace std::string_view_literals;
+    for (const auto& [text, bytes] :
+         {std::pair{"abcdefg"sv, "abcd\0"sv}, {"a"sv, "a\0\0\0\0"sv}, {"b\0c"sv, "b\0\0\0\0"sv}}) {
+        field.Set(text);
+        EXPECT_EQ(std::string_view(field.chars, 5), bytes);
+    }
     field.Set(field.View());
     EXPECT_EQ(field, "b");
     field.Set({});

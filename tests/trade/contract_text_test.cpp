@@ -1,6 +1,6 @@
 #include "trade/contract_text.h"
 
-#include "trade/fake_trade.h"
+#include "trade/sample_book.h"
 
 #include <gtest/gtest.h>
 
@@ -18,36 +18,71 @@ std::string Parsed(std::string_view text) {
     return ParseContractText(text, key) ? Fields(key) : "";
 }
 
+class ContractTexts : public testing::Test {
+protected:
+    std::string Text(const ContractKey& key, bool shortForm, bool withName) {
+        std::string text;
+        EXPECT_TRUE(FormatContractText(key, text, shortForm, withName, trade));
+        return text;
+    }
+
+    SampleBook book;
+    TradeData trade{&book};
+};
+
 // Strikes compare as text; without a slash there is no second contract.
-TEST(ContractText, ParsesByShape) {
+TEST_F(ContractTexts, AreReadByShapeAndWrittenBack) {
     struct {
         const char* text;
-        const char* fields;  // sign, exchange, type, commodity, contract, option strike, second leg
+        const char* fields;     // sign, exchange, type, commodity, contract, option strike, second leg
+        const char* shortText;  // null: the text is not what its key is written as
     } const rows[] = {
         // clang-format off
-        {"EXA CM", ",EXA,G,CM,,N,,N"}, {"EXA CM ", ",EXA,G,CM,,N,,N"}, {"EXA CM(1)", ",EXA,Y,CM(1),,N,,N"},
-        {"EXA CM 1509", ",EXA,F,CM,1509,N,,N"}, {"EXA CM(1) 1509", ",EXA,F,CM(1),1509,N,,N"},
-        {"LME CA 3M", ",LME,F,CA,3M,N,,N"}, {"EXA CM 1509/1512", ",EXA,m,CM,1509,N,1512,N"},
-        {"EXA CM 1509/1512/1601", ",EXA,m,CM,1509,N,1512/1601,N"}, {"EXA CM /", ",EXA,m,CM,,N,,N"},
-        {"EXA CM&CN 1509", ",EXA,c,CM&CN,1509,N,1509,N"},
-        {"EXA CM&CN 1509/1512", ",EXA,c,CM&CN,1509/1512,N,1509/1512,N"},
-        {"EXA CM 1509 C3000", ",EXA,O,CM,1509,C3000,,N"}, {"EXA CM 1509 P3000 ", ",EXA,O,CM,1509,P3000,,N"},
-        {"EXA CM 1509 X3000", ",EXA,O,CM,1509,N3000,,N"}, {"EXA CM 1509 C", ",EXA,O,CM,1509,C,,N"},
-        {"EXA CM 1509 C3000/1509 C3100", ",EXA,u,CM,1509,C3000,1509,C3100"},
-        {"EXA CM 1509 P3100/1509 P3000", ",EXA,e,CM,1509,P3100,1509,P3000"},
-        {"EXA CM 1509 C3000/1509 P3000", ",EXA,d,CM,1509,C3000,1509,P3000"},
-        {"EXA CM 1509 C3100/1509 P3000", ",EXA,g,CM,1509,C3100,1509,P3000"},
-        {"EXA CM 1509 C3000/1512 C3000", ",EXA,l,CM,1509,C3000,1512,C3000"},
-        {"EXA CM 1509 P3000/1512 P3000", ",EXA,r,CM,1509,P3000,1512,P3000"},
-        {"EXA CM 1509 C1000/1509 C900", ",EXA,u,CM,1509,C1000,1509,C900"},
+        {"EXA CM", ",EXA,G,CM,,N,,N", nullptr},
+        {"EXA CM ", ",EXA,G,CM,,N,,N", ""},
+        {"EXA CM(1)", ",EXA,Y,CM(1),,N,,N", nullptr},
+        {"EXA CM(1) ", ",EXA,Y,CM(1),,N,,N", ""},
+        {"EXA CM 1509", ",EXA,F,CM,1509,N,,N", "1509"},
+        {"EXA CM(1) 1509", ",EXA,F,CM(1),1509,N,,N", "1509"},
+        {"LME CA 3M", ",LME,F,CA,3M,N,,N", "3M"},
+        {"EXA CM 1509/1512", ",EXA,m,CM,1509,N,1512,N", "1509/1512"},
+        {"EXA CM 1509/1512/1601", ",EXA,m,CM,1509,N,1512/1601,N", "1509/1512/1601"},
+        {"EXA CM /", ",EXA,m,CM,,N,,N", "/"},
+        {"EXA CM&CN 1509", ",EXA,c,CM&CN,1509,N,1509,N", "1509"},
+        {"EXA CM&CN 1509/1512", ",EXA,c,CM&CN,1509/1512,N,1509/1512,N", "1509/1512"},
+        {"EXA CM 1509 C3000", ",EXA,O,CM,1509,C3000,,N", "1509 C3000"},
+        {"EXA CM 1509 P3000 ", ",EXA,O,CM,1509,P3000,,N", nullptr},
+        {"EXA CM 1509 X3000", ",EXA,O,CM,1509,N3000,,N", nullptr},
+        {"EXA CM 1509 C", ",EXA,O,CM,1509,C,,N", "1509 C"},
+        {"EXA CM 1509 C3000/1509 C3100", ",EXA,u,CM,1509,C3000,1509,C3100", "1509 C3000/1509 C3100"},
+        {"EXA CM 1509 P3100/1509 P3000", ",EXA,e,CM,1509,P3100,1509,P3000", "1509 P3100/1509 P3000"},
+        {"EXA CM 1509 C3000/1509 P3000", ",EXA,d,CM,1509,C3000,1509,P3000", "1509 C3000/1509 P3000"},
+        {"EXA CM 1509 C3100/1509 P3000", ",EXA,g,CM,1509,C3100,1509,P3000", "1509 C3100/1509 P3000"},
+        {"EXA CM 1509 C3000/1512 C3000", ",EXA,l,CM,1509,C3000,1512,C3000", "1509 C3000/1512 C3000"},
+        {"EXA CM 1509 P3000/1512 P3000", ",EXA,r,CM,1509,P3000,1512,P3000", "1509 P3000/1512 P3000"},
+        {"EXA CM 1509 C1000/1509 C900", ",EXA,u,CM,1509,C1000,1509,C900", "1509 C1000/1509 C900"},
+        {"EXCHANGE10 COMMODIT10 CONTRACT10 CSTRIKE_010",
+         ",EXCHANGE10,O,COMMODIT10,CONTRACT10,CSTRIKE_010,,N", "CONTRACT10 CSTRIKE_010"},
         // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Parsed(row.text), row.fields) << row.text;
+        if (row.shortText) {
+            ContractRecord& contract = book.AddContract(row.text);
+            contract.contractName.Set("Copper");
+            EXPECT_EQ(Text(contract.key, false, false), row.text);
+            EXPECT_EQ(Text(contract.key, false, true), row.text) << "the full form never carries the name";
+            EXPECT_EQ(Text(contract.key, true, false), row.shortText);
+            EXPECT_EQ(Text(contract.key, true, true), std::string(row.shortText) + "\x01" + "Copper");
+        }
     }
+}
+
+TEST(ContractText, RefusesAndCuts) {
     // clang-format off
     const char* const refused[] = {
         "EXA CM 1509 C900/1509 C1000", "EXA CM 1509 P3000/1509 P3100", "EXA CM 1509 C3000/1509 C3000",
+        "EXA CM 1509 P3000/1509 P3000",
         "EXA CM 1509 P3000/1509 C3000", "EXA CM 1509 C3000/1509 P3100", "EXA CM 1509 X3000/1509 X3100",
         "EXA CM 1509 X3000/1512 X3000", "EXA CM 1509 C3000/1509 X3000", "EXA CM 1509 C3000/1512 C3100",
         "EXA CM 1509 C3000/1512 P3000", "EXA CM 1509 C3000 C3000", "", " ", "EXA", "EXA ", " EXA CM",
@@ -81,58 +116,11 @@ TEST(ContractText, KeepsTheSignAndFillsFieldsToTheirEnd) {
     EXPECT_EQ(std::memcmp(&key, &expected, 90), 0);
 }
 
-class Names : public testing::Test {
-protected:
-    Names() {
-        api.contracts = {&contract};
-        api.commodities = {&commodity};
-    }
-    std::string Text(const char* full, bool shortForm, bool withName) {
-        ContractKey key{};
-        EXPECT_TRUE(ParseContractText(full, key));
-        contract.key = key;
-        contract.contractName.Set("Copper");
-        std::string text;
-        EXPECT_TRUE(FormatContractText(key, text, shortForm, withName, trade));
-        return text;
-    }
-
-    FakeTradeApi api;
-    ContractRecord contract{};
-    CommodityRecord commodity{};
-    TradeData trade{&api};
-};
-
-// Every shape: text to key to text and back.
-TEST_F(Names, RoundTripEveryShape) {
-    struct {
-        const char* full;
-        const char* shortText;
-    } const rows[] = {
-        // clang-format off
-        {"EXA CM ", ""}, {"EXA CM(1) ", ""}, {"EXA CM 1509", "1509"}, {"EXA CM 1509/1512", "1509/1512"},
-        {"EXA CM /", "/"}, {"EXA CM&CN 1509", "1509"}, {"EXA CM 1509 C3000", "1509 C3000"},
-        {"EXA CM 1509 C3000/1509 C3100", "1509 C3000/1509 C3100"},
-        {"EXA CM 1509 P3100/1509 P3000", "1509 P3100/1509 P3000"},
-        {"EXA CM 1509 C3000/1509 P3000", "1509 C3000/1509 P3000"},
-        {"EXA CM 1509 C3100/1509 P3000", "1509 C3100/1509 P3000"},
-        {"EXA CM 1509 C3000/1512 C3000", "1509 C3000/1512 C3000"},
-        {"EXA CM 1509 P3000/1512 P3000", "1509 P3000/1512 P3000"},
-        {"EXCHANGE10 COMMODIT10 CONTRACT10 CSTRIKE_010", "CONTRACT10 CSTRIKE_010"},
-        // clang-format on
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Text(row.full, false, false), row.full);
-        EXPECT_EQ(Text(row.full, false, true), row.full) << "the full form never carries the name";
-        EXPECT_EQ(Text(row.full, true, false), row.shortText);
-        EXPECT_EQ(Text(row.full, true, true), std::string(row.shortText) + "\x01" + "Copper");
-    }
-}
-
-TEST_F(Names, AnUnknownContractHasNoSuffixAndAnUnknownTypeNoText) {
-    api.contracts.clear();
-    EXPECT_EQ(Text("EXA CM 1509", true, true), "1509");
+TEST_F(ContractTexts, OfAnUnknownContractHasNoNameAndOfAnUnknownTypeIsNone) {
     ContractKey key{};
+    ASSERT_TRUE(ParseContractText("EXA CM 1509", key));
+    EXPECT_EQ(Text(key, true, true), "1509");
+    key = {};
     key.commodityType = 'U';
     std::string text = "before";
     EXPECT_TRUE(FormatContractText(key, text, true, true, trade));
@@ -140,16 +128,10 @@ TEST_F(Names, AnUnknownContractHasNoSuffixAndAnUnknownTypeNoText) {
     key.commodityType = 'O';
     EXPECT_TRUE(FormatContractText(key, text, true, false, TradeData(nullptr)));
     EXPECT_EQ(text, " ") << "a missing option letter leaves no zero in the text";
-}
-
-TEST_F(Names, UnterminatedFieldsAreCut) {
-    ContractKey key;
     std::memset(&key, 'x', sizeof(key));
     key.commodityType = 'u';
-    std::string text;
-    FormatContractText(key, text, true, true, trade);
     const std::string leg = std::string(11, 'x') + " x" + std::string(11, 'x');
-    EXPECT_EQ(text, leg + "/" + leg);
+    EXPECT_EQ(Text(key, true, true), leg + "/" + leg) << "fields without an end are cut";
 }
 
 TEST(ContractText, WithSignHasItsOwnTypes) {
@@ -165,17 +147,15 @@ TEST(ContractText, WithSignHasItsOwnTypes) {
     }
 }
 
-TEST_F(Names, LegsComeInTheOrderInWhichTheyAreQuoted) {
-    ContractKey key{};
-    ASSERT_TRUE(ParseContractText("EXA SP 1509 C3000/1512 C3000", key));
-    key.sign.Set("S1");
-    std::memcpy(&commodity, &key, sizeof(CommodityKey));
+TEST(ContractText, LegsComeInTheOrderInWhichTheyAreQuoted) {
+    SampleBook book("S1");
+    book.AddExchange("EXA");
+    CommodityRecord& commodity = book.AddPair('l', "SP", 1, 'O', "CB", "CC");
     commodity.relatedExchangeNo.Set("EXB");
-    commodity.relatedCommodityType = 'O';
-    commodity.relatedCommodityNo.Set("CB");
     commodity.secondExchangeNo.Set("EXC");
     commodity.secondCommodityType = 'F';
-    commodity.secondCommodityNo.Set("CC");
+    const ContractKey key = book.AddContract("EXA SP 1509 C3000/1512 C3000").key;
+    const TradeData trade(&book);
     const auto text = [](const SingleContractKey& leg) {
         return leg.sign.Str() + " " + leg.exchangeNo.Str() + " " + leg.commodityType + leg.commodityNo.Str() +
                " " + leg.contractNo.Str() + leg.optionType + leg.strikePrice.Str();
@@ -188,7 +168,7 @@ TEST_F(Names, LegsComeInTheOrderInWhichTheyAreQuoted) {
         EXPECT_EQ(text(order == '2' ? second : first), "S1 EXB OCB 1509C3000") << order;
         EXPECT_EQ(text(order == '2' ? first : second), "S1 EXC FCC 1512C3000") << order;
     }
-    api.commodities.clear();
+    book.commodities.clear();
     EXPECT_TRUE(IsFirstLegFirst(key, trade));
     first = second = {};
     SplitContractLegs(key, first, second, trade);

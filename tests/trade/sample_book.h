@@ -1,7 +1,7 @@
 #pragma once
 
+#include "tests/trade/fake_trade.h"
 #include "trade/contract_text.h"
-#include "trade/fake_trade.h"
 
 #include <deque>
 #include <string>

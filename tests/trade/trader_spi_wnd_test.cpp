@@ -1,3 +1,4 @@
+#include "support/window_kit.h"
 #include "trade/fake_trade.h"
 #include "trade/host_services.h"
 #include "trade/recording_listener.h"
@@ -28,12 +29,6 @@ protected:
         EXPECT_TRUE(IsWindow(window));
         return window;
     }
-    static void PumpUntilIdle() {
-        MSG message;
-        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-            DispatchMessageA(&message);
-        }
-    }
     WPARAM Data() { return reinterpret_cast<WPARAM>(&position); }
 
     FakeTradeApi api;
@@ -54,7 +49,7 @@ TEST_F(HiddenWindow, TurnsPostedEventsIntoCallbacksOnItsThread) {
     });
     worker.join();
     EXPECT_TRUE(dialog.calls.empty());
-    PumpUntilIdle();
+    HostLoop().PumpUntilIdle();
     EXPECT_EQ(dialog.calls, (std::vector<std::string>{"11 data", "7 data 5 -1"}));
     EXPECT_EQ(thread, GetCurrentThreadId());
     EXPECT_EQ(SendMessageA(window, kWmTradeSpi, Data(), 9 << 24), 1);
@@ -87,7 +82,7 @@ TEST_F(HiddenWindow, GoesWithTheDialogAlsoInTheMiddleOfAnEvent) {
         const std::function<void()> keptAlive = std::move(dialog->onCall);
         dialog.reset();
     };
-    PumpUntilIdle();
+    HostLoop().PumpUntilIdle();
     EXPECT_EQ(calls, 1) << "the event behind it is lost with the window";
     EXPECT_FALSE(IsWindow(window));
     EXPECT_TRUE(api.listeners.empty());
