@@ -1,16 +1,21 @@
 #include "framework/dialog.h"
 
-#include "framework/activation_context.h"
 #include "framework/controls.h"
-#include "framework/window_helpers.h"
+#include "framework/data_exchange.h"
+#include "framework/module_instance.h"
 #include "support/window_kit.h"
-#include "tests/framework/test_templates.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
 namespace {
+
+// A dialog template of this program.
+const DLGTEMPLATE* Template(unsigned id) {
+    const HRSRC found = FindResourceA(ModuleInstance(), MAKEINTRESOURCEA(id), RT_DIALOG);
+    return static_cast<const DLGTEMPLATE*>(LockResource(LoadResource(ModuleInstance(), found)));
+}
 
 // Takes keys before the dialog sees them.
 class TakingEdit : public CWnd {
@@ -29,8 +34,17 @@ bool IsVersion6(HWND box) {
     return ::SendMessageA(box, CB_SETMINVISIBLE, 5, 0) != FALSE;
 }
 
+// Shows template 500.
 class TestDialog : public CDialog {
 public:
+    std::string text = "text";
+    int number = 7;
+    double amount = 12.5;
+    std::string choice;
+    int check = 1;
+    SYSTEMTIME date{2026, 2, 0, 28, 13, 14, 15, 0};
+    CComboBox box;
+    int textChanges = 0;
     int cancels = 0;
     int ended = 0;
     std::function<void()> atInit = [] {};
@@ -45,19 +59,28 @@ protected:
         atInit();
         return TRUE;
     }
+    void DoDataExchange(CDataExchange* exchange) override {
+        std::string absentText;
+        CComboBox absentBox;
+        DDX_Control(exchange, 104, box);
+        DDX_Text(exchange, 101, text);
+        DDX_Text(exchange, 102, number);
+        DDX_Text(exchange, 103, amount);
+        DDX_CBString(exchange, 104, choice);
+        DDX_Check(exchange, 105, check);
+        DDX_DateTimeCtrl(exchange, 106, date);
+        DDX_Text(exchange, 999, absentText);
+        DDX_Control(exchange, 999, absentBox);
+    }
+    void OnTextChanged() { ++textChanges; }
     void OnCancel() override { ++cancels; }
     void PostNcDestroy() override { ++ended; }
+    DECLARE_MESSAGE_MAP()
 };
 
-// The dialog-initialisation resource that adds these items to combo boxes.
-std::string InitData(const std::vector<std::pair<int, std::string>>& items) {
-    std::string data;
-    for (const auto& [id, text] : items) {
-        const WORD head[] = {static_cast<WORD>(id), 0x0403, static_cast<WORD>(text.size() + 1), 0};
-        data.append(reinterpret_cast<const char*>(head), sizeof(head)).append(text).append(1, 0);
-    }
-    return data.append(2, 0);
-}
+BEGIN_MESSAGE_MAP(TestDialog, CDialog)
+ON_EN_CHANGE(101, &TestDialog::OnTextChanged)
+END_MESSAGE_MAP()
 
 struct Dialogs : testing::Test {
     HostWindow host;
@@ -71,10 +94,17 @@ struct Dialogs : testing::Test {
     }
 };
 
+// An entry of the dialog-initialisation resource: adds an item to a combo box.
+std::string InitItem(WORD id, const std::string& text) {
+    const WORD head[] = {id, 0x0403, static_cast<WORD>(text.size() + 1), 0};
+    return std::string(reinterpret_cast<const char*>(head), sizeof head) + text + '\0';
+}
+
 TEST_F(Dialogs, InitialItemsAreThereBeforeTheDialogSetsItselfUp) {
     LRESULT items = 0;
     dialog.atInit = [&] { items = ::SendMessageA(dialog.GetDlgItem(104), CB_GETCOUNT, 0, 0); };
-    std::string data = InitData({{104, "first"}, {104, "second"}, {999, "no control"}});
+    std::string data = InitItem(104, "first") + InitItem(104, "second") + InitItem(999, "no control");
+    data.append(2, '\0');
     const std::pair<std::size_t, LRESULT> rows[] = {{data.size(), 2}, {25, 1}, {20, 1},
                                                     {8, 0},           {5, 0},  {0, 0}};
     for (const auto& [size, expected] : rows) {
@@ -131,7 +161,7 @@ TEST_F(Dialogs, OnlyWindowsUnderTheDialogAreOffered) {
     EXPECT_FALSE(IsNearOwnWindow(nullptr));
     EXPECT_TRUE(IsNearOwnWindow(dialog.m_hWnd));
     EXPECT_TRUE(IsNearOwnWindow(dialog.GetDlgItem(107))) << "its parent is the dialog";
-    const HWND boxEdit = FindWindowExA(dialog.GetDlgItem(104), nullptr, "Edit", nullptr);
+    const HWND boxEdit = FindWindowExA(PlainBox(dialog.m_hWnd), nullptr, "Edit", nullptr);
     EXPECT_FALSE(IsNearOwnWindow(boxEdit)) << "two steps below the dialog, no object between";
 }
 
@@ -151,6 +181,83 @@ TEST_F(Dialogs, ControlsAreOfVersion6AndTheHostsAreNot) {
     ASSERT_TRUE(dialog.Open(host.Get()));
     EXPECT_TRUE(IsVersion6(dialog.GetDlgItem(104)));
     EXPECT_FALSE(IsVersion6(PlainBox(host.Get())));
+}
+
+struct DataExchange : Dialogs {
+    DataExchange() { Show(); }
+};
+
+TEST_F(DataExchange, OpeningShowsTheValuesAndBindsTheControls) {
+    for (const auto& [id, text] : {std::pair{101, "text"}, {102, "7"}, {103, "12.5"}}) {
+        EXPECT_EQ(dialog.GetDlgItemText(id), text);
+    }
+    EXPECT_TRUE(IsDlgButtonChecked(dialog.m_hWnd, 105));
+    EXPECT_EQ(CWnd::FromHandlePermanent(dialog.GetDlgItem(104)), &dialog.box);
+    dialog.date = {};
+    EXPECT_TRUE(dialog.UpdateData(true));
+    EXPECT_EQ(std::tie(dialog.date.wYear, dialog.date.wMonth, dialog.date.wDay), std::tuple(2026, 2, 28));
+}
+
+TEST_F(DataExchange, NumbersAreReadStrictly) {
+    const struct {
+        const char* text;
+        int number;
+        double amount;
+    } rows[] = {
+        // clang-format off
+        {"5", 5, 5.0}, {"-5", -5, -5.0}, {" 5 ", 5, 5.0}, {"+5", 5, 5.0}, {"", 0, 0.0}, {"  ", 0, 0.0},
+        {"5x", 0, 0.0}, {"1,5", 0, 0.0}, {"1.25", 0, 1.25}, {".5", 0, 0.5}, {"+-5", 0, 0.0},
+        {"2147483647", 2147483647, 2147483647.0}, {"2147483648", 0, 2147483648.0},
+        // clang-format on
+    };
+    for (const auto& row : rows) {
+        SetWindowTextA(dialog.GetDlgItem(102), row.text);
+        SetWindowTextA(dialog.GetDlgItem(103), row.text);
+        dialog.UpdateData(true);
+        EXPECT_EQ(dialog.number, row.number) << '"' << row.text << '"';
+        EXPECT_EQ(dialog.amount, row.amount) << '"' << row.text << '"';
+    }
+    const std::pair<double, const char*> shown[] = {
+        {0.0, "0"}, {100.0, "100"}, {0.1 + 0.2, "0.3"}, {-1.25, "-1.25"}};
+    for (const auto& [amount, text] : shown) {
+        dialog.amount = amount;
+        dialog.UpdateData(false);
+        EXPECT_EQ(dialog.GetDlgItemText(103), text);
+    }
+}
+
+TEST_F(DataExchange, ComboTextSelectsByPrefixElseStandsAsText) {
+    for (const char* item : {"SHFE Shanghai", "SGX Singapore", "SG Other"}) {
+        dialog.box.AddString(item);
+    }
+    const struct {
+        const char *value, *text;
+        int selected;
+    } rows[] = {{"SG", "SGX Singapore", 1}, {"", "", -1}, {"XYZ", "XYZ", -1}, {"shfe", "SHFE Shanghai", 0}};
+    for (const auto& row : rows) {
+        dialog.choice = row.value;
+        dialog.UpdateData(false);
+        EXPECT_EQ(dialog.box.GetWindowText(), row.text) << row.value;
+        EXPECT_EQ(dialog.box.GetCurSel(), row.selected) << row.value;
+        dialog.UpdateData(true);
+        EXPECT_EQ(dialog.choice, row.text) << row.value;
+    }
+}
+
+TEST_F(DataExchange, ReportsNoEditsOfItsOwn) {
+    dialog.textChanges = 0;
+    dialog.text = "other";
+    dialog.UpdateData(false);
+    EXPECT_EQ(dialog.textChanges, 0);
+    SetWindowTextA(dialog.GetDlgItem(101), "typed");
+    EXPECT_EQ(dialog.textChanges, 1);
+    dialog.SetDlgItemText(101, "typed");
+    EXPECT_EQ(dialog.textChanges, 1) << "an equal text is not set again";
+}
+
+TEST_F(DataExchange, FailsWithoutTheWindow) {
+    dialog.DestroyWindow();
+    EXPECT_FALSE(dialog.UpdateData(true));
 }
 
 }  // namespace
