@@ -307,4 +307,22 @@ TEST_F(PopupTest, KeepsGoingWithoutATradeService) {
     EXPECT_EQ(ListShown(), "10x1 ");
 }
 
+TEST_F(PopupTest, AHundredLivesLeaveNothingBehind) {
+    const auto live = [](bool plain) {
+        ControlDialog dialog;
+        CSeleCodeWnd another(&SampleTrade);
+        if (plain) {
+            dialog.Add(WC_TREEVIEWA, 0, 6);
+            dialog.Add(WC_LISTVIEWA, LVS_REPORT | LVS_OWNERDATA, 7);
+        } else if (another.CreatePopup(dialog.m_hWnd)) {
+            another.Refresh("");
+            another.Toggle();
+            another.Refresh("");
+        }
+        dialog.Pump();
+        dialog.DestroyWindow();
+    };
+    EXPECT_LE(KeptByEach([&] { live(false); }), KeptByEach([&] { live(true); }));
+}
+
 }  // namespace

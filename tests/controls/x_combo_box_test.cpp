@@ -1,3 +1,4 @@
+#include "support/leak_count.h"
 #include "tests/controls/combo_box_fixture.h"
 
 namespace {
@@ -244,6 +245,23 @@ TEST(ComboBox, MayGoBeforeItsWindow) {
     const HWND edit = ::FindWindowExA(comboBox, nullptr, "Edit", nullptr);
     ::SetWindowTextA(edit, "two words");
     EXPECT_EQ(TextOf(edit), "two words") << "nobody cuts it any more";
+}
+
+TEST(ComboBox, AHundredLivesLeaveNothingBehind) {
+    const auto live = [](bool plain) {
+        ControlDialog dialog;
+        CxComboBox combo;
+        dialog.Add("COMBOBOX", CBS_DROPDOWN, 5);
+        if (!plain) {
+            combo.SubclassDlgItem(5, dialog.m_hWnd);
+            combo.SetItems({"SHFE Shanghai", "SGX Singapore"}, true);
+            ::SetFocus(combo.EditWindow());
+            dialog.Keys({'S'});
+            dialog.Click(combo.EditWindow(), 3, 3);  // starts the click timer
+        }
+        dialog.DestroyWindow();
+    };
+    EXPECT_LE(KeptByEach([&] { live(false); }), KeptByEach([&] { live(true); }));
 }
 
 }  // namespace
