@@ -160,25 +160,19 @@ TEST_F(Module, EveryModeShowsItsTemplateInTheOneDialogOfItsKind) {
     EXPECT_TRUE(IsWindow(Window(fill)));
 }
 
-TEST_F(Module, DialogsEndWithTheHostsWindow) {
+TEST_F(Module, DialogsEndWithTheHostsWindowAndWithTheModule) {
     Start(host);
-    const HWND windows[] = {Window(OpenOrder()), Window(OpenFill())};
+    const HWND first[] = {Window(OpenOrder()), Window(OpenFill())};
     const HWND gone = desk.Get();
     desk.Destroy();
-    EXPECT_FALSE(IsWindow(windows[0]) || IsWindow(windows[1]));
+    EXPECT_FALSE(IsWindow(first[0]) || IsWindow(first[1]));
     EXPECT_EQ(OpenOrder(0, gone), nullptr);
     EXPECT_EQ(OpenFill(gone), nullptr);
-    const HostWindow second;
-    EXPECT_NE(OpenOrder(0, second.Get()), nullptr);
-    HostLoop().PumpUntilIdle();
-}
-
-TEST_F(Module, UnloadedWithOpenDialogsTakesThemAlong) {
-    Start(host);
-    const HWND windows[] = {Window(OpenOrder()), Window(OpenFill())};
-    EXPECT_TRUE(IsWindow(windows[0]) && IsWindow(windows[1]));
+    const HostWindow other;
+    const HWND second[] = {Window(OpenOrder(0, other.Get())), Window(OpenFill(other.Get()))};
+    EXPECT_TRUE(IsWindow(second[0]) && IsWindow(second[1]));
     loaded.reset();
-    EXPECT_FALSE(IsWindow(windows[0]) || IsWindow(windows[1]));
+    EXPECT_FALSE(IsWindow(second[0]) || IsWindow(second[1]));
     HostLoop().PumpUntilIdle();
 }
 

@@ -3,6 +3,7 @@
 #include "host/sample.h"
 #include "scenario/window_text.h"
 #include "support/message_box_script.h"
+#include "support/window_kit.h"
 
 #include <gtest/gtest.h>
 
@@ -18,22 +19,12 @@ void Do(const DeskWindow& desk, unsigned command) {
     SendMessageA(desk.Window(), WM_COMMAND, command, 0);
 }
 
-void Pump(DeskWindow& desk) {
-    MSG message;
-    while (desk.Window() && PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+// The loop of a desk.
+HostLoop LoopOf(DeskWindow& desk) {
+    return HostLoop([&](MSG message) {
         desk.Handle(message);
-    }
-}
-
-void PressKey(DeskWindow& desk, unsigned key) {
-    PostMessageA(GetFocus(), WM_KEYDOWN, key, 1);
-    Pump(desk);
-}
-
-// What happens while the module asks about a modification.
-std::deque<ExpectedBox> Question(const std::function<void()>& meanwhile) {
-    return {{"The Order isn't Input,Are you sure to take this operation?", "Operational quaification", 0,
-             [=](HWND) { meanwhile(); }}};
+        return true;
+    });
 }
 
 // A desk on the sample book that is saved to a file of its own.
@@ -64,6 +55,20 @@ protected:
                      reinterpret_cast<LPARAM>(GetDlgItem(host.Dialogs()[0], kConfirm)));
     }
 
+    // Runs a desk that asks about a modification, and then on. Nothing is sent: an end is no consent.
+    void Ask(const std::function<void(DeskWindow&)>& meanwhile,
+             const std::function<void(DeskWindow&)>& then) {
+        DeskWindow* asking = nullptr;
+        const MessageBoxScript boxes({{"The Order isn't Input,Are you sure to take this operation?",
+                                       "Operational quaification", 0, [&](HWND) { meanwhile(*asking); }}});
+        Run([&](DeskWindow& desk) {
+            asking = &desk;
+            Confirm(desk, 2, kModifyOrder);
+            then(desk);
+        });
+        EXPECT_TRUE(host.Services().journal.Lines().empty());
+    }
+
     std::unique_ptr<Book> book = Sample();
     HostApp host{*book};
 };
@@ -78,7 +83,7 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
             OrderRecord order = MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, number);
             EXPECT_EQ(host.Services().trade.SendOrder(&order), 0);
         }
-        Pump(desk);
+        LoopOf(desk).PumpUntilIdle();
         EXPECT_EQ(ListView_GetItemCount(orders), before + 2);
         EXPECT_NE(desk.StatusText().find(L"second look: the same was entered"), std::wstring::npos)
             << "the remark on the second order";
@@ -98,9 +103,9 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
 TEST_F(DeskWindowTest, IsReachedWithKeysAlone) {
     Run([&](DeskWindow& desk) {
         EXPECT_EQ(GetFocus(), desk.Pane(kOrderList).Window());
-        PressKey(desk, VK_TAB);
+        LoopOf(desk).Key(VK_TAB);
         EXPECT_EQ(GetFocus(), desk.Pane(kFillList).Window());
-        PressKey(desk, VK_RETURN);
+        LoopOf(desk).Key(VK_RETURN);
         EXPECT_EQ(OnlyTitle(), "Modify Filled");
         Do(desk, kInputFill);
         EXPECT_NE(desk.StatusText().find(L"close the dialog"), std::wstring::npos)
@@ -145,48 +150,39 @@ TEST_F(DeskWindowTest, ClosesWithDialogsOpen) {
 }
 
 TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
-    HWND window = nullptr;
-    const MessageBoxScript boxes(Question([&] { SendMessageA(window, WM_CLOSE, 0, 0); }));
-    Run([&](DeskWindow& desk) {
-        window = desk.Window();
-        Confirm(desk, 2, kModifyOrder);
-    });
-    EXPECT_TRUE(host.Services().journal.Lines().empty()) << "an end is no consent";
+    Ask([](DeskWindow& desk) { SendMessageA(desk.Window(), WM_CLOSE, 0, 0); }, [](DeskWindow&) {});
 }
 
 TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
     constexpr wchar_t kDone[] = L"Module started again";
-    DeskWindow* opened = nullptr;
-    const MessageBoxScript boxes(Question([&] {
-        Do(*opened, kFirstLanguage);
-        EXPECT_NE(opened->StatusText(), kDone) << "the module is still asking";
-    }));
-    Run([&](DeskWindow& desk) {
-        opened = &desk;
-        Confirm(desk, 2, kModifyOrder);
-        Pump(desk);
-        EXPECT_EQ(desk.StatusText(), kDone);
-        Do(desk, kModifyFill);
-        EXPECT_EQ(host.Dialogs().size(), 1u);
-        Do(desk, kCloseDesk);
-    });
-    EXPECT_TRUE(host.Services().journal.Lines().empty());
+    Ask(
+        [&](DeskWindow& desk) {
+            Do(desk, kFirstLanguage);
+            EXPECT_NE(desk.StatusText(), kDone) << "the module is still asking";
+        },
+        [&](DeskWindow& desk) {
+            LoopOf(desk).PumpUntilIdle();
+            EXPECT_EQ(desk.StatusText(), kDone);
+            Do(desk, kModifyFill);
+            EXPECT_EQ(host.Dialogs().size(), 1u);
+            Do(desk, kCloseDesk);
+        });
 }
 
 // The user closes the desk while the send sleeps, or it goes by itself.
-class SlowSendTest : public DeskWindowTest, public testing::WithParamInterface<const char*> {};
-
-TEST_P(SlowSendTest, KeepsWhatWasSentWhenTheDeskCloses) {
-    host.Services().faults.Set(GetParam());
-    Run([&](DeskWindow& desk) {
-        host.Services().faults.sleep = [&](unsigned) { PostMessageA(desk.Window(), WM_CLOSE, 0, 0); };
-        Confirm(desk, 0, kRemoveFilled);
-    });
-    ASSERT_EQ(host.Services().journal.Lines().size(), 1u);
-    EXPECT_EQ(ReadBookFile(kBookFile)->ledger.FindOrder(1001)->record.fillQty + 0, 0u);
+TEST_F(DeskWindowTest, KeepsWhatWasSentWhenItClosesDuringTheSend) {
+    const std::pair<const char*, std::uint32_t> rows[] = {{"DeleteOrder slow 5 for 1", 1001},
+                                                          {"DeleteOrder destroy-parent for 1", 1002}};
+    FaultPlan& faults = host.Services().faults;
+    for (const auto& [fault, orderNo] : rows) {
+        faults.Set(std::string_view(fault));
+        Run([&](DeskWindow& desk) {
+            faults.sleep = [&](unsigned) { PostMessageA(desk.Window(), WM_CLOSE, 0, 0); };
+            Confirm(desk, static_cast<int>(orderNo - 1001), kRemoveFilled);
+        });
+        EXPECT_EQ(+ReadBookFile(kBookFile)->ledger.FindOrder(orderNo)->record.fillQty, 0u) << fault;
+    }
+    EXPECT_EQ(host.Services().journal.Lines().size(), 2u);
 }
-
-INSTANTIATE_TEST_SUITE_P(Faults, SlowSendTest,
-                         testing::Values("DeleteOrder slow 5 for 1", "DeleteOrder destroy-parent for 1"));
 
 }  // namespace
