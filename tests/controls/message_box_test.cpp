@@ -135,38 +135,33 @@ TEST_F(MessageBoxes, LeavesNothingBehind) {
     KeptByEach([&] { Show([](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); }); });
 }
 
-std::string Print(const RECT& rect) {
-    return std::to_string(rect.left) + "," + std::to_string(rect.top) + "-" + std::to_string(rect.right) +
-           "," + std::to_string(rect.bottom);
-}
-
 TEST(MessageBoxLayouts, RowsOfFigures) {
     const struct {
         const char* what;
         bool version6;
         SIZE measured;
         std::vector<int> captions;
-        const char* places;  // client size, message and the height of its area, first and last button
+        std::vector<LONG>
+            figures;  // client size, height of the message's area; message, first and last button
     } rows[] = {
         // clang-format off
         {"the row is centred under a long text", true, {400, 32}, {20, 40},
-         "444x143 16,32-428,93 93 121,103-209,133 235,103-323,133"},
+         {444, 143, 93, 16, 32, 428, 93, 121, 103, 209, 133, 235, 103, 323, 133}},
         {"before version 6", false, {400, 32}, {20, 40},
-         "428x118 16,16-428,61 70 125,80-201,108 227,80-303,108"},
+         {428, 118, 70, 16, 16, 428, 61, 125, 80, 201, 108, 227, 80, 303, 108}},
         {"a short text is as wide as the buttons", true, {10, 16}, {20, 40},
-         "222x127 16,32-38,77 77 10,87-98,117 124,87-212,117"},
+         {222, 127, 77, 16, 32, 38, 77, 10, 87, 98, 117, 124, 87, 212, 117}},
         {"a wide caption widens its button", true, {400, 32}, {120},
-         "444x143 16,32-428,93 93 152,103-292,133 152,103-292,133"},
+         {444, 143, 93, 16, 32, 428, 93, 152, 103, 292, 133, 152, 103, 292, 133}},
         // clang-format on
     };
     for (const auto& row : rows) {
-        const MessageBoxLayout layout =
-            LayOutMessageBox({{8, 16}, 1024, row.version6}, row.measured, row.captions);
-        EXPECT_EQ(std::to_string(layout.client.cx) + "x" + std::to_string(layout.client.cy) + " " +
-                      Print(layout.message) + " " + std::to_string(layout.messageAreaHeight) + " " +
-                      Print(layout.buttons.front()) + " " + Print(layout.buttons.back()),
-                  row.places)
-            << row.what;
+        const auto layout = LayOutMessageBox({{8, 16}, 1024, row.version6}, row.measured, row.captions);
+        std::vector<LONG> figures{layout.client.cx, layout.client.cy, layout.messageAreaHeight};
+        for (const RECT& rect : {layout.message, layout.buttons.front(), layout.buttons.back()}) {
+            figures.insert(figures.end(), {rect.left, rect.top, rect.right, rect.bottom});
+        }
+        EXPECT_EQ(figures, row.figures) << row.what;
     }
 }
 

@@ -2,18 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 namespace {
 
-// Knows every locale but the one listed as unknown; a neutral Chinese becomes a specific one, as on the
-// system.
+// Knows every locale but the one listed as unknown; a neutral one becomes specific, as on the system.
 LanguageSettings Settings(std::uint16_t userInterface, std::uint16_t systemInterface, std::uint16_t user,
                           std::uint16_t system, std::uint32_t unknown = 0xFFFF) {
     const auto toSpecific = [](std::uint16_t language) -> std::uint32_t {
-        const std::map<std::uint16_t, std::uint32_t> specific = {
-            {0x04, 0x0804}, {0x09, 0x0409}, {0x11, 0x0411}};
-        return specific.count(language) ? specific.at(language) : language;
+        return language >= 0x400 ? language : language == 0x04 ? 0x0804 : 0x0400 | language;
     };
     const auto isKnown = [unknown](std::uint32_t locale) { return locale != unknown; };
     return {userInterface, systemInterface, user, system, toSpecific, isKnown, nullptr};
@@ -51,9 +46,10 @@ TEST(Language, FirstKnownCandidateDecides) {
         {{0x0804}, 0x0804, kSimplifiedChinese, "none is known: the last one counts"},
         {{}, 0, kEnglish, "nothing to choose from"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(SelectUiLanguage(row.candidates, Settings(0, 0, 0, 0, row.unknown)), row.expected)
-            << row.what;
+    for (const auto& row : rows) {
+        const auto settings = Settings(0, 0, 0, 0, row.unknown);
+        EXPECT_EQ(SelectUiLanguage(row.candidates, settings), row.expected) << row.what;
+    }
 }
 
 TEST(Language, HostsChoiceStandsAndReachesTheThreadUnlessItIsTheSystems) {
