@@ -7,6 +7,7 @@
 #include "fill/fill_population.h"
 #include "fill/fill_request.h"
 #include "framework/guard.h"
+#include "framework/scoped_value.h"
 #include "res/dialog_creation.h"
 #include "res/resource_ids.h"
 #include "trade/host_services.h"
@@ -19,18 +20,6 @@ constexpr NumericRow kNumericRows[] = {
     {IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_SPIN, IDC_FILL_PRICE2_NUMERATOR},
 };
 constexpr NumericTable kNumbers{kNumericRows, IDC_FEE, TextRuleScope::FocusedEdit};
-
-// Keeps a second confirmation out while the first runs.
-class SubmissionGuard {
-public:
-    explicit SubmissionGuard(bool& running) : m_running(running) { m_running = true; }
-    ~SubmissionGuard() { m_running = false; }
-    SubmissionGuard(const SubmissionGuard&) = delete;
-    SubmissionGuard& operator=(const SubmissionGuard&) = delete;
-
-private:
-    bool& m_running;
-};
 
 }  // namespace
 
@@ -122,10 +111,16 @@ void CEmendoMatch::OnExchangeLeft() {
     // The exchange that was only passed by keeps its commodity.
     const bool sameExchange = m_exchange.GetCurrentCode() == m_listedExchange;
     const std::string commodity = sameExchange ? m_commodity.GetText() : std::string();
+    const int index = m_commodity.GetCurSel();
     FillCommodities();
-    m_reacting = false;
-    SelectByCode(m_commodity, commodity);
-    m_reacting = true;
+    {
+        const ScopedValue quiet(m_reacting, false);
+        if (sameExchange && index >= 0 && m_commodity.GetItemCode(index) == commodity) {
+            m_commodity.SetCurSel(index);
+        } else {
+            SelectByCode(m_commodity, commodity);
+        }
+    }
     Relayout();
 }
 
@@ -184,7 +179,7 @@ void CEmendoMatch::OnConfirm() {
     if (m_submitting) {
         return;
     }
-    const SubmissionGuard submission(m_submitting);
+    const ScopedValue submission(m_submitting, true);
     UpdateData(true);
     DialogPrompt prompt(*this);
     const FillOutcome outcome =

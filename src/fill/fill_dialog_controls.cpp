@@ -71,6 +71,9 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
     DDX_Text(exchange, IDC_FILL_QTY, m_form.fillQty);
     DDX_Code(exchange, m_exchange, m_form.exchange);
     DDX_Code(exchange, m_commodity, m_form.commodity);
+    if (exchange->m_bSaveAndValidate) {
+        m_form.commodityIndex = m_commodity.GetCurSel();
+    }
     DDX_Text(exchange, IDC_FILL_CONTRACT, m_form.contract);
     DDX_Code(exchange, m_direction, m_form.direction);
     DDX_Text(exchange, IDC_FILL_PRICE_WHOLE, m_form.price.whole);
@@ -191,6 +194,7 @@ FillForm CEmendoMatch::ChosenForm() const {
     FillForm chosen = m_form;
     chosen.exchange = m_exchange.GetCurrentCode();
     chosen.commodity = m_commodity.GetCurrentCode();
+    chosen.commodityIndex = m_commodity.GetCurSel();
     chosen.contract = GetDlgItemText(IDC_FILL_CONTRACT);
     return chosen;
 }

@@ -34,6 +34,7 @@ struct FillForm {
     std::int32_t fillQty = 0;
     std::string exchange;
     std::string commodity;
+    int commodityIndex = -1;  // of the chosen one among the exchange's commodities; -1: only typed
     std::string contract;  // short text: "1509", "1509 C3000/1509 P3000"; the close contract of a carry
     std::string direction;
     PriceRow price;
@@ -50,6 +51,7 @@ struct FillForm {
     int mode = FillMode::kFullInput;
     const FillRecord* fill = nullptr;    // the host's
     const OrderRecord* order = nullptr;  // the host's
+    FixedText<21> fillNo{};              // of the loaded fill
     char commodityType = CommodityType::kUnknown;
     std::string accountNo;  // of the loaded record, as `sign`
     std::string sign;

@@ -39,6 +39,7 @@ void LoadFill(FillForm& form, const FillRecord& fill, const TradeData& trade) {
     TakeIdentity(form, fill);
     form.fillSource = OrderSourceToText(fill.fillSource);
     form.fillQty = static_cast<std::int32_t>(fill.fillQty);
+    form.fillNo = fill.fillNo;
     form.exchangeFillNo = fill.exchangeFillNo.Str();
     // A fill names its order's number itself too; the order is the one to trust while it is there.
     form.systemNo = fill.order ? fill.order->systemNo.Str() : fill.systemNo.Str();

@@ -51,7 +51,13 @@ const CommodityRecord* FindCommodity(const FillForm& form, const TradeData& trad
     if (known || form.commodityType != CommodityType::kUnknown || form.commodity.empty()) {
         return known;
     }
-    for (const CommodityRecord* commodity : trade.Commodities(ExchangeKeyOf(form))) {
+    // Commodities of different types may have one code: then the list tells which was chosen.
+    const auto listed = trade.Commodities(ExchangeKeyOf(form));
+    const auto index = static_cast<std::size_t>(form.commodityIndex);
+    if (index < listed.size() && listed[index]->commodityNo == form.commodity) {
+        return listed[index];
+    }
+    for (const CommodityRecord* commodity : listed) {
         if (commodity->commodityNo == form.commodity) {
             return commodity;
         }

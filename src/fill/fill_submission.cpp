@@ -25,23 +25,37 @@ bool Agrees(const FillDesk& desk, int questionId) {
            desk.prompt.DialogExists();
 }
 
+// What the commodity makes of a fill.
+struct Legs {
+    char commodityType = 0;  // 0: not known
+    SingleContractKey first{};
+    SingleContractKey second{};  // of a combination
+    bool Combination() const { return IsTwoLegType(commodityType); }
+};
+
+Legs LegsOf(const FillForm& form, const TradeData& trade) {
+    Legs legs;
+    if (const CommodityRecord* commodity = FindCommodity(form, trade)) {
+        legs.commodityType = commodity->commodityType;
+    }
+    if (legs.Combination()) {
+        SplitContractLegs(ContractKeyOf(form), legs.first, legs.second, trade);
+    }
+    return legs;
+}
+
 // Sends the record, a combination as its two legs, which the record then holds last. The last send decides;
 // Close means that it was sent.
-FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
-    const CommodityRecord* commodity = FindCommodity(form, desk.trade);
-    const bool combination = commodity && IsTwoLegType(commodity->commodityType);
+FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const Legs& legs, const FillDesk& desk) {
     const std::string exchangeFillNo = fill.exchangeFillNo.Str();
-    SingleContractKey first{};
-    SingleContractKey second{};
-    if (combination) {
-        SplitContractLegs(ContractKeyOf(form), first, second, desk.trade);
-        fill.key = first;
+    if (legs.Combination()) {
+        fill.key = legs.first;
         fill.exchangeFillNo.Set(exchangeFillNo + "_1");
     }
     bool sent = desk.requests.SendFill(fill);
-    if (combination) {
+    if (legs.Combination()) {
         fill.fillPrice = Price2Of(form);
-        fill.key = second;
+        fill.key = legs.second;
         fill.exchangeFillNo.Set(exchangeFillNo + "_2");
         fill.direction = OppositeDirection(fill.direction);
         sent = desk.requests.SendFill(fill);
@@ -78,10 +92,9 @@ bool HasPositionToClose(const FillRecord& fill, const FillForm& form, const Trad
 
 // Closes the position at one date and opens it at another. The open leg goes out whatever became of the close
 // leg: each tells its own failure.
-FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
-    const CommodityRecord* commodity = FindCommodity(form, desk.trade);
-    if (commodity && (commodity->commodityType == CommodityType::kSpreadMonth ||
-                      commodity->commodityType == CommodityType::kSpreadCommodity)) {
+FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const Legs& legs, const FillDesk& desk) {
+    if (legs.commodityType == CommodityType::kSpreadMonth ||
+        legs.commodityType == CommodityType::kSpreadCommodity) {
         return Tell(desk, ResString(IDS_NO_SPREAD_CARRY), IDS_INPUT_FAILED_CAPTION);
     }
     if (const int mistake = DateMistake(fill, form)) {
@@ -90,10 +103,13 @@ FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const FillDesk
     if (!HasPositionToClose(fill, form, desk.trade)) {
         return Tell(desk, NoPositionText(fill));
     }
+    if (!desk.prompt.DialogExists()) {
+        return FillOutcome::Gone;
+    }
     fill.feeGiven = 'Y';
     fill.fee = 0.0;
     fill.carryPair = 'Y';
-    if (SendLegs(fill, form, desk) == FillOutcome::Gone) {
+    if (SendLegs(fill, form, legs, desk) == FillOutcome::Gone) {
         return FillOutcome::Gone;
     }
     fill.fillPrice = Price2Of(form);
@@ -102,24 +118,26 @@ FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const FillDesk
     fill.fillNo.Set(fill.fillNo.Str() + "~");
     fill.systemNo.Set(fill.systemNo.Str() + "~");
     SetFee(fill, form);
-    return SendLegs(fill, form, desk);
+    return SendLegs(fill, form, legs, desk);
 }
 
 FillOutcome SendInput(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
     if (form.remainingOrderQty < form.fillQty && !Agrees(desk, IDS_ASK_FILL_ABOVE_REMAINING)) {
         return StayOrGone(desk);
     }
+    const Legs legs = LegsOf(form, desk.trade);
+    if (!desk.prompt.DialogExists()) {
+        return FillOutcome::Gone;
+    }
     if (fill.fillSource == kCarrySource) {
-        return SendCarryPair(fill, form, desk);
+        return SendCarryPair(fill, form, legs, desk);
     }
     SetFee(fill, form);
-    return SendLegs(fill, form, desk);
+    return SendLegs(fill, form, legs, desk);
 }
 
 FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
-    if (form.fill) {
-        fill.fillNo = form.fill->fillNo;
-    }
+    fill.fillNo = form.fillNo;
     fill.key = FirstLegOf(ContractKeyOf(form));
     return desk.requests.RemoveFill(fill) ? FillOutcome::Close
                                           : Tell(desk, ResString(IDS_SEND_REMOVE_FAILED));
@@ -127,6 +145,7 @@ FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillDesk& desk)
 
 }  // namespace
 
+// A host that takes the dialog away before the first request is out does not want its entry any more.
 FillOutcome SubmitFill(const FillForm& form, const FillDesk& desk) {
     switch (CheckFill(form, desk.trade, desk.prompt)) {
         case FillCheck::Passed:
@@ -135,6 +154,9 @@ FillOutcome SubmitFill(const FillForm& form, const FillDesk& desk) {
             return StayOrGone(desk);
         case FillCheck::PriceDoubted:
             return desk.prompt.DialogExists() ? FillOutcome::StayWithPrice : FillOutcome::Gone;
+    }
+    if (!desk.prompt.DialogExists()) {
+        return FillOutcome::Gone;
     }
     FillRecord fill = MakeFillRecord(form, desk.clock.Now());
     switch (form.mode) {

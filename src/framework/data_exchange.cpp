@@ -1,27 +1,26 @@
 #include "framework/data_exchange.h"
 
 #include "framework/format_text.h"
+#include "framework/trim_blanks.h"
 #include "framework/window_helpers.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace {
 
 template <typename Number>
-Number ParseNumber(const std::string& text) {
-    constexpr const char* blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string::npos) {
-        return 0;
-    }
-    const char* begin = text.c_str() + first;
-    const char* end = text.c_str() + text.find_last_not_of(blanks) + 1;
-    if (*begin == '+' && end - begin > 1 && begin[1] != '-') {
+Number ParseNumber(std::string_view text) {
+    text = TrimBlanks(text);
+    const char* begin = text.data();
+    const char* end = begin + text.size();
+    if (text.starts_with('+') && !text.starts_with("+-")) {
         ++begin;
     }
     Number value = 0;
     const auto [stopped, error] = std::from_chars(begin, end, value);
-    return error == std::errc() && stopped == end ? value : 0;
+    const bool whole = error == std::errc() && stopped == end;
+    return whole && std::isfinite(static_cast<double>(value)) ? value : 0;
 }
 
 template <typename Number>

@@ -185,11 +185,9 @@ TEST_F(FillSubmission, CarryPairClosesAndOpens) {
 }
 
 TEST_F(FillSubmission, RemovalNamesTheLoadedFill) {
-    FillRecord loaded{};
-    loaded.fillNo.Set("F77");
     FillForm form = PlainForm();
     form.mode = FillMode::kRemove;
-    form.fill = &loaded;
+    form.fillNo.Set("F77");
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     ASSERT_EQ(service.removedFills.size(), 1u);
     EXPECT_EQ(BytesOf(service.removedFills[0]), EnteredRecord(Leg("EXA", "F", "CM", "1509"), {{67, "F77"}}));
