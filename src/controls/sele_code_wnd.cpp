@@ -330,6 +330,9 @@ void CSeleCodeWnd::ShowCell(NMLVDISPINFOA& cell) const {
 // --- notifications ---
 
 BOOL CSeleCodeWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    if (lParam == 0) {
+        return CWnd::OnNotify(wParam, lParam, result);
+    }
     const NMHDR& header = *reinterpret_cast<const NMHDR*>(lParam);
     if (header.hwndFrom == m_tree.m_hWnd && header.code == NM_CLICK) {
         *result = 0;

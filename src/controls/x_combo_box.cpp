@@ -227,9 +227,14 @@ std::string CxComboBox::GetText() const {
 // --- reporting selections ---
 
 LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    WindowWatch watch(this);
+    ++m_messageDepth;
     const LRESULT result = CComboBox::WindowProc(message, wParam, lParam);
+    if (!watch.ObjectAlive()) {
+        return result;
+    }
+    --m_messageDepth;
     if (message == CB_SETCURSEL || message == CB_SELECTSTRING) {
-        WindowWatch watch(this);
         m_reporting = true;
         NotifyDialog(CBN_SELCHANGE);
         if (watch.WindowAlive()) {
@@ -242,10 +247,11 @@ LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
-// The system reports a line picked from the open list before it shows it, while the dialog reads what is shown.
+// The system reports a line picked from the open list before it shows it, while the dialog reads what is shown. A
+// report from elsewhere, which comes in no message of this control, is about the text that stands there already.
 bool CxComboBox::OnOperatorSelection() {
     const int selected = GetCurSel();
-    if (!m_reporting && selected >= 0) {
+    if (m_messageDepth > 0 && !m_reporting && selected >= 0) {
         ListMessage(CB_SETCURSEL, static_cast<WPARAM>(selected));
     }
     return false;  // the dialog wants to know as well

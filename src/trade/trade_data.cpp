@@ -79,7 +79,11 @@ std::vector<const PositionRecord*> TradeData::Positions(const std::string& sign)
 }
 
 std::uint32_t TradeData::SignEntryCount(const std::string& sign) const {
-    return static_cast<std::uint32_t>(ReadSignList<void>(m_api, sign, &ITradeApi::ListSignEntries).size());
+    CDataContainer entries;
+    if (m_api) {
+        m_api->ListSignEntries(&entries, FieldText(sign).c_str());
+    }
+    return entries.Count();
 }
 
 std::vector<const CommodityRecord*> TradeData::Commodities(const ExchangeKey& exchange) const {
@@ -130,8 +134,10 @@ TradeData::Quantities TradeData::PositionQty(const std::string& accountNo,
     if (m_api) {
         std::uint32_t further1 = 0;
         std::uint32_t further2 = 0;
-        m_api->GetPositionQty(FieldText(accountNo).c_str(), &key, &found.longQty, &found.shortQty, &further1,
-                              &further2);
+        const ContractKey extended = ZeroExtended(key);
+        m_api->GetPositionQty(FieldText(accountNo).c_str(),
+                              reinterpret_cast<const SingleContractKey*>(&extended), &found.longQty,
+                              &found.shortQty, &further1, &further2);
     }
     return found;
 }

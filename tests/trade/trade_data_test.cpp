@@ -48,7 +48,7 @@ TEST(TradeData, ListsSkipNullEntriesAndPassTheSign) {
     const TradeData trade(&api);
     EXPECT_EQ(trade.Users("S1"), (std::vector<const UserRecord*>{&first, &second}));
     EXPECT_EQ(api.log, "S1");
-    EXPECT_EQ(trade.SignEntryCount(""), 1u);
+    EXPECT_EQ(trade.SignEntryCount(""), 2u);
 }
 
 TEST(TradeData, PositionTotalCountsOnlyExactAgreementInAllFive) {
