@@ -2,6 +2,7 @@
 
 #include "controls/number_text.h"
 #include "framework/message_map.h"
+#include "framework/scoped_value.h"
 #include "framework/window_helpers.h"
 
 void NumericEntry::Attach(HWND dialog) {
@@ -34,10 +35,10 @@ void NumericEntry::OnTextUpdate(int controlId) {
     if (target.kind == NumericKind::None || !edit) {
         return;
     }
-    if (const auto instead = m_rule.Judge(target, TextOf(edit), m_context)) {
-        m_restoring = true;
+    const auto instead = m_rule.Judge(target, TextOf(edit), m_context);
+    if (instead && !m_ownTexts) {
+        const ScopedValue restoring(m_restoring, true);
         ::SetWindowTextA(edit, instead->c_str());
-        m_restoring = false;
         MoveCaretToEnd(edit);
     }
 }

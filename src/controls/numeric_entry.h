@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/numeric_rules.h"
+#include "framework/scoped_value.h"
 #include "framework/wnd.h"
 
 // The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel
@@ -16,6 +17,9 @@ public:
 
     // For EN_UPDATE of every edit of the table: puts the last good text back when the new one is no number.
     void OnTextUpdate(int controlId);
+
+    // While it lives, what the dialog itself writes into the edits stands, even where it could not be typed.
+    [[nodiscard]] ScopedValue<bool> OwnTexts() { return {m_ownTexts, true}; }
 
     // For UDN_DELTAPOS of every spin button of the table: focuses and steps its edit. The spin button's own
     // position has to stay, so the notification's result is 1, which this function returns.
@@ -37,4 +41,5 @@ private:
     NumericTextRule m_rule;
     HWND m_dialog = nullptr;
     bool m_restoring = false;
+    bool m_ownTexts = false;
 };

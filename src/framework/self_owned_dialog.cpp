@@ -10,12 +10,18 @@ void CSelfOwnedDialog::PostNcDestroy() {
     OnWindowGone();
     m_windowGone = true;
     if (m_runningCalls == 0) {
-        delete this;
+        DeleteOnce();
     }
 }
 
 void CSelfOwnedDialog::EndCall() {
     if (--m_runningCalls == 0 && m_windowGone) {
-        delete this;
+        DeleteOnce();
     }
+}
+
+// The host may call once more while the destructor lets go of what is the host's.
+void CSelfOwnedDialog::DeleteOnce() {
+    ++m_runningCalls;
+    delete this;
 }

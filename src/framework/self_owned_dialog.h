@@ -26,6 +26,7 @@ protected:
 
 private:
     void EndCall();
+    void DeleteOnce();
 
     int m_runningCalls = 0;
     bool m_windowGone = false;

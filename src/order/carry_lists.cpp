@@ -2,6 +2,8 @@
 
 #include "trade/host_services.h"
 
+#include <utility>
+
 namespace {
 
 ITradeListWindow* Make(HWND owner, ISelectDataNotify* notify) {
@@ -27,8 +29,9 @@ void PlaceList(ITradeListWindow* list, const PixelRect& place) {
 }  // namespace
 
 CarryLists::~CarryLists() {
-    Release(m_near);
-    Release(m_forward);
+    // A list that still reports while it is released is none of the dialog's any more.
+    Release(std::exchange(m_near, nullptr));
+    Release(std::exchange(m_forward, nullptr));
 }
 
 void CarryLists::Create(HWND owner, ISelectDataNotify* notify) {

@@ -120,8 +120,8 @@ std::string CarryFeeText(const OrderForm& form) {
     return text;
 }
 
-std::string PickedPriceText(const PositionRecord& position, const TradeData& trade) {
-    return trade.FormatPrice(&position, position.price);
+PriceRow PickedPrice(const PositionRecord& position, const TradeData& trade) {
+    return SplitPriceText(trade.FormatPrice(&position, position.price)).row;
 }
 
 PixelRect PositionListPlace(const PixelRect& priceLabel, const PixelRect& priceEdit, const PixelRect& qtyEdit,

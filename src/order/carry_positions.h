@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/placement.h"
+#include "controls/price_row.h"
 #include "order/order_form.h"
 #include "trade/host_records.h"
 #include "trade/trade_data.h"
@@ -32,8 +33,8 @@ PositionQuantities QuantitiesOf(const OrderForm& form, const TradeData& trade, c
 // The difference of the two fill prices as a text: forward discount, premium or none.
 std::string CarryFeeText(const OrderForm& form);
 
-// The price of a position that the operator picked in a list, as whole part of a position price row.
-std::string PickedPriceText(const PositionRecord& position, const TradeData& trade);
+// The price of a position that the operator picked in a list, for a position price row.
+PriceRow PickedPrice(const PositionRecord& position, const TradeData& trade);
 
 // Where a position list stands: between the left edge of the position price label and the right edge of the
 // position quantity edit, below the price edit and above the separator. Client pixels.

@@ -52,7 +52,7 @@ InputResult SendInput(OrderRecord order, const FillTerms& terms, const OrderServ
 
     // The legs are found first: an order whose fills could not be named is better not sent at all.
     Legs legs;
-    const bool legsKnown = !spread || services.trade.Commodity(CommodityOf(order.key));
+    const bool legsKnown = !spread || order.fillQty == 0 || services.trade.Commodity(CommodityOf(order.key));
     if (spread) {
         SplitContractLegs(order.key, legs.first, legs.second, services.trade);
     }

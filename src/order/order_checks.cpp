@@ -1,16 +1,22 @@
 #include "order/order_checks.h"
 
 #include "controls/number_text.h"
+#include "framework/trim_blanks.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
 
 #include <cstring>
-#include <string_view>
 
 namespace {
 
-bool IsBlank(std::string_view text) {
-    return text.find_first_not_of(' ') == std::string_view::npos;
+// Blanks around an entry belong to nothing that it names. The contract's text stays: with blanks around it the
+// dialog has not taken it over, and what was taken over before must not go out under its name.
+void TrimEntries(OrderForm& form) {
+    for (std::string* text : {&form.account, &form.upper, &form.forwardContract, &form.direction,
+                              &form.orderType, &form.orderState, &form.source, &form.validType,
+                              &form.exchangeFillNo}) {
+        *text = TrimBlanks(*text);
+    }
 }
 
 // One pass over an entry. Each step adds its findings; the order of the calls is the order of the messages.
@@ -62,10 +68,10 @@ private:
     }
 
     void CheckTexts() {
-        ErrorIf(IsBlank(m_form.account), IDS_ACCOUNT_EMPTY);
-        ErrorIf(IsBlank(m_form.upper), IDS_UPPER_EMPTY);
-        ErrorIf(IsBlank(m_form.contractText), Carry() ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
-        ErrorIf(HasSecondContract() && IsBlank(m_form.forwardContract),
+        ErrorIf(m_form.account.empty(), IDS_ACCOUNT_EMPTY);
+        ErrorIf(m_form.upper.empty(), IDS_UPPER_EMPTY);
+        ErrorIf(TrimBlanks(m_form.contractText).empty(), Carry() ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
+        ErrorIf(HasSecondContract() && m_form.forwardContract.empty(),
                 Exercise() ? IDS_UNDERLYING_EMPTY : IDS_FORWARD_CONTRACT_EMPTY);
         ErrorIf(m_codes.direction == 0, IDS_DIRECTION_EMPTY);
     }
@@ -163,7 +169,7 @@ private:
 
     void CheckFill() {
         const bool hasFill = HasFill(m_codes.orderState);
-        ErrorIf(hasFill && IsBlank(m_form.exchangeFillNo), IDS_FILL_NO_EMPTY);
+        ErrorIf(hasFill && m_form.exchangeFillNo.empty(), IDS_FILL_NO_EMPTY);
         ErrorIf(hasFill && m_form.fillQty <= 0, IDS_FILL_QTY_NOT_POSITIVE);
         if (Carry()) {
             return;
@@ -218,6 +224,7 @@ OrderFindings FindOrderProblems(const OrderForm& form, const TradeData& trade) {
 }
 
 OrderCheck CheckOrder(OrderForm& form, const TradeData& trade, IPrompt& prompt) {
+    TrimEntries(form);
     if (form.mode == OrderMode::Input && CodesOf(form).orderState == OrderState::kFilled) {
         form.fillQty = form.orderQty;
     }

@@ -24,7 +24,7 @@ struct OrderCheck {
     bool focusFillPrice = false;               // the operator wants to correct the fill price
     const ContractRecord* contract = nullptr;  // not null when passed
 };
-// A whole fill of a new order takes the order's quantity, in the form too.
+// In the form entries lose the blanks around them, and a whole fill of a new order takes its quantity.
 OrderCheck CheckOrder(OrderForm& form, const TradeData& trade, IPrompt& prompt);
 
 // An order that did not come from the back office is corrected only with the operator's consent. True when

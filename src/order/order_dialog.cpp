@@ -4,6 +4,7 @@
 #include "controls/dialog_prompt.h"
 #include "controls/window_placement.h"
 #include "framework/guard.h"
+#include "framework/scoped_value.h"
 #include "framework/window_helpers.h"
 #include "order/carry_check_box.h"
 #include "order/message_pause.h"
@@ -123,6 +124,8 @@ BOOL CEmendoOrder::OnInitDialog() {
     LoadOriginal(m_form, CurrentTradeData());
     m_accountText = m_form.account;
     ShowForm();
+    RefreshControls();
+    OnFillQtyChanged();
     ShowContract();
     if (m_form.mode != OrderMode::Move) {
         GenerateNumbers(m_form, SystemClock().Now());
@@ -165,21 +168,21 @@ void CEmendoOrder::OnConfirm() {
     if (m_confirming) {
         return;
     }
-    m_confirming = true;
+    const ScopedValue confirming(m_confirming, true);
     DialogPrompt prompt(*this);
     if (ConfirmElectronicOrder(m_form, prompt)) {
         ReadForm();
-        m_form.account = m_accountText;
+        OrderForm entered = m_form;  // an account that is not listed is never the dialog's own
+        entered.account = m_accountText;
         const TradeData trade = CurrentTradeData();
         const TradeRequests requests = CurrentTradeRequests();
         MessagePause pause;
         const Submission submission =
-            SubmitOrder(m_form, OrderServices{trade, requests, prompt, pause, SystemClock()});
+            SubmitOrder(entered, OrderServices{trade, requests, prompt, pause, SystemClock()});
         if (prompt.DialogExists()) {
             Finish(submission);
         }
     }
-    m_confirming = false;
 }
 
 void CEmendoOrder::Finish(const Submission& submission) {

@@ -99,7 +99,8 @@ private:
     void Apply(const std::vector<ControlChange>& changes);
     void ApplyMode();
     void LeaveUnusableFocus();
-    void Refresh();
+    void Refresh();  // nothing before the dialog has started
+    void RefreshControls();
     void FollowCommodity();
     void ArrangeBottomRow();
 

@@ -4,6 +4,7 @@
 #include "controls/dialog_setup.h"
 #include "framework/data_exchange.h"
 #include "framework/redraw_off.h"
+#include "framework/scoped_value.h"
 #include "framework/window_helpers.h"
 #include "order/order_dialog.h"
 #include "trade/code_tables.h"
@@ -155,9 +156,8 @@ void CEmendoOrder::ReadForm() {
 }
 
 void CEmendoOrder::ShowForm() {
-    m_showing = true;
+    const ScopedValue showing(m_showing, true);
     UpdateData(false);
-    m_showing = false;
 }
 
 void CEmendoOrder::SetUpCombos() {
@@ -179,8 +179,9 @@ void CEmendoOrder::FillAccounts() {
     CxComboBox& combo = Combo(IDC_ACCOUNT);
     const TradeData trade = CurrentTradeData();
     const std::string former = TextOf(combo.m_hWnd);
+    const std::string formerSign = m_form.sign;
+    combo.EnableWindow(MayChangeAccount(m_form, trade));  // by the sign of the account that stands there
     const ComboList list = ListAccounts(m_form, trade);
-    combo.EnableWindow(MayChangeAccount(m_form, trade));
     SetPlainItems(combo, list.items);
     if (former.empty()) {
         return;
@@ -188,6 +189,7 @@ void CEmendoOrder::FillAccounts() {
     if (const int index = combo.FindItemByCode(former); index >= 0) {
         combo.SetCurSel(index);
     } else {
+        m_form.sign = formerSign;
         SetTextIfChanged(combo.m_hWnd, former);
     }
 }
@@ -223,6 +225,7 @@ void CEmendoOrder::ShowNumbers() {
 }
 
 void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
+    const auto ownTexts = m_numbers.OwnTexts();
     for (const ControlChange& change : changes) {
         ApplyControlStates(m_hWnd, {&change.state, 1});
         const HWND control = GetDlgItem(change.state.id);
@@ -276,7 +279,7 @@ void CEmendoOrder::ApplyMode() {
     if (!setup.confirmText.empty()) {
         SetDlgItemText(IDC_CONFIRM, setup.confirmText);
     }
-    if (m_form.mode == OrderMode::Carry) {
+    if (m_form.mode == OrderMode::Carry && m_hWnd) {
         const auto rect = [this](int id) { return RectInClient(m_hWnd, GetDlgItem(id)); };
         m_carryLists.Create(m_hWnd, this);
         m_carryLists.Place(
@@ -293,10 +296,16 @@ void CEmendoOrder::ApplyMode() {
 }
 
 void CEmendoOrder::Refresh() {
-    if (m_refreshing || m_showing || !m_started || m_form.mode == OrderMode::Exercise) {
+    if (m_started) {
+        RefreshControls();
+    }
+}
+
+void CEmendoOrder::RefreshControls() {
+    if (m_refreshing || m_showing || m_form.mode == OrderMode::Exercise) {
         return;
     }
-    m_refreshing = true;
+    const ScopedValue refreshing(m_refreshing, true);
     {
         RedrawOff redrawOff(m_hWnd);
         ReadForm();
@@ -305,7 +314,6 @@ void CEmendoOrder::Refresh() {
         ArrangeBottomRow();
     }
     LeaveUnusableFocus();
-    m_refreshing = false;
 }
 
 // A typed contract may be quoted in other fractions than the one before; what has been entered stays.

@@ -186,12 +186,15 @@ void CEmendoOrder::OnTradeNotify11(void* position) {
 void CEmendoOrder::OnSelectData(ITradeListWindow* list, int, PositionRecord* position) {
     Guarded([&] {
         const RunningCall call(*this);
-        const int id = m_carryLists.IsNear(list)      ? IDC_NEAR_POSITION_PRICE_WHOLE
-                       : m_carryLists.IsForward(list) ? IDC_FORWARD_POSITION_PRICE_WHOLE
-                                                      : 0;
-        const HWND edit = id && m_hWnd ? GetDlgItem(id) : nullptr;
+        const PriceRowControls* row = m_carryLists.IsNear(list)      ? &kPriceRows[kNearPositionPriceRow]
+                                      : m_carryLists.IsForward(list) ? &kPriceRows[kForwardPositionPriceRow]
+                                                                     : nullptr;
+        const HWND edit = row && m_hWnd ? GetDlgItem(row->whole) : nullptr;
         if (position && edit && ::IsWindowEnabled(edit)) {
-            SetTextIfChanged(edit, PickedPriceText(*position, CurrentTradeData()));
+            const PriceRow price = PickedPrice(*position, CurrentTradeData());
+            const auto ownTexts = m_numbers.OwnTexts();
+            SetTextIfChanged(edit, price.whole);
+            SetTextIfChanged(GetDlgItem(row->numerator), std::to_string(price.numerator));
         }
     });
 }

@@ -186,17 +186,21 @@ std::vector<ControlChange> RefreshChanges(const LayoutInput& input) {
     RefreshCarry(input, changes);
     for (const PriceRowControls& row : kPriceRows) {
         changes.Text(row.denominator, std::to_string(input.denominator));
+        if (!input.fraction) {
+            changes.Text(row.numerator, "0");
+        }
     }
     return changes.Take();
 }
 
 std::vector<ControlChange> FractionChanges(const LayoutInput& input) {
-    const auto keeps = [](const ControlChange& change) {
+    const auto keeps = [&input](const ControlChange& change) {
         return std::any_of(kPriceRows.begin(), kPriceRows.end(), [&](const PriceRowControls& row) {
             const int id = change.state.id;
             const bool enables = change.state.enabled != Wanted::Keep && !change.text;
-            return id == row.denominator ||
-                   (enables && (id == row.plus || id == row.numerator || id == row.slash));
+            const bool empties = change.text && !input.fraction;
+            return id == row.denominator || (id == row.numerator && (enables || empties)) ||
+                   (enables && (id == row.plus || id == row.slash));
         });
     };
     std::vector<ControlChange> changes = RefreshChanges(input);

@@ -88,7 +88,7 @@ LayoutInput LayoutInputOf(OrderForm& form, const CommodityRecord* commodity);
 // is left as it is. A refresh must not be started while its changes are applied.
 std::vector<ControlChange> RefreshChanges(const LayoutInput& input);
 
-// As much of a refresh as follows the denominator alone; no entry changes.
+// As much of a refresh as follows the denominator alone; of the entries only numerators that no longer count.
 std::vector<ControlChange> FractionChanges(const LayoutInput& input);
 
 // What a mode wants once, after the first refresh.

@@ -242,6 +242,7 @@ bool TakeContract(OrderForm& form, const std::string& text, const TradeData& tra
     if (!ParseContractText(text, key)) {
         return false;
     }
+    form.contractText = text;
     form.exchangeNo = key.exchangeNo.Str();
     form.commodityNo = key.commodityNo.Str();
     form.commodityType = key.commodityType;

@@ -71,12 +71,12 @@ SubmitOutcome Send(const OrderForm& form, const OrderRecord& order, const OrderS
 
 }  // namespace
 
-Submission SubmitOrder(OrderForm& form, const OrderServices& services) {
-    const OrderCheck check = CheckOrder(form, services.trade, services.prompt);
+Submission SubmitOrder(const OrderForm& form, const OrderServices& services) {
+    OrderForm entered = form;  // what is checked is sent, whatever becomes of the dialog meanwhile
+    const OrderCheck check = CheckOrder(entered, services.trade, services.prompt);
     Submission submission;
     submission.focusFillPrice = check.focusFillPrice;
     if (check.passed) {
-        const OrderForm entered = form;  // outlives the dialog
         const OrderRecord order =
             BuildOrder(entered, check.contract, services.trade, services.clock.Now());
         // A host that took the dialog away meanwhile does not want its entry any more.

@@ -17,4 +17,4 @@ struct Submission {
     bool focusFillPrice = false;  // the operator wants to correct the fill price
 };
 // `form` may belong to the dialog: it is not touched once the dialog is gone.
-Submission SubmitOrder(OrderForm& form, const OrderServices& services);
+Submission SubmitOrder(const OrderForm& form, const OrderServices& services);

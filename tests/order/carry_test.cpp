@@ -224,7 +224,9 @@ TEST_F(Carry, FeeTextNamesTheDifference) {
         EXPECT_EQ(CarryFeeText(form), row.text);
     }
     api.priceText = "97+3/8";
-    EXPECT_EQ(PickedPriceText(MakePosition("240315", 'S', 97.375, 1), trade), "97+3/8");
+    const PriceRow picked = PickedPrice(MakePosition("240315", 'S', 97.375, 1), trade);
+    EXPECT_EQ(picked.whole, "97");
+    EXPECT_EQ(picked.numerator, 3);
     const PixelRect place =
         PositionListPlace({10, 85, 50, 97}, {60, 85, 90, 97}, {209, 85, 299, 97}, {7, 171, 300, 172});
     EXPECT_EQ(place.left * 1000 + place.top, 10105);

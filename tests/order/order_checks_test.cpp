@@ -33,7 +33,7 @@ TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
     } const rows[] = {
         // clang-format off
         {"nothing wrong", M::Input, WITH(f.fillQty = 0), {}},
-        {"blanks count as empty", M::Input, WITH(f.account = "  "), {10012}},
+        {"an account", M::Input, WITH(f.account = ""), {10012}},
         {"the whole head", M::Input,
          WITH(f.account = f.upper = f.contractText = f.direction = f.commodityNo = ""),
          {10012, 10013, 10014, 10018, 10019}},
@@ -50,7 +50,7 @@ TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
          {10032, 10034}},
         {"corrections want an order", M::Modify, WITH(f.fillQty = 0), {10035}},
         {"also a move", M::Move, WITH(f.fillQty = 0), {10035}},
-        {"a filled order without fill", M::Modify, WITH(f.orderState = kPart, f.exchangeFillNo = " "),
+        {"a filled order without fill", M::Modify, WITH(f.orderState = kPart, f.exchangeFillNo = ""),
          {10035, 10036, 10037, 10039}},
         {"more filled than ordered", M::Input, WITH(f.orderState = kPartCanceled, f.fillQty = 6), {10038}},
         {"all of it is not a part", M::Input, WITH(f.orderState = kPart, f.fillQty = 5), {10039}},
@@ -64,6 +64,18 @@ TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
         row.change(form);
         EXPECT_EQ(FindOrderProblems(form, trade).errors, row.errors) << row.fault;
     }
+}
+
+TEST_F(OrderChecks, EntriesLoseTheBlanksAroundThem) {
+    OrderForm form = FilledEntry();
+    form.exchangeFillNo = " M 3 ";
+    form.upper = " ";
+    EXPECT_FALSE(CheckOrder(form, trade, prompt).passed);
+    EXPECT_EQ(prompt.asked.at(0).text, ResString(IDS_UPPER_EMPTY));
+    form.upper = " U7";
+    EXPECT_TRUE(CheckOrder(form, trade, prompt).passed);
+    EXPECT_EQ(form.upper, "U7");
+    EXPECT_EQ(form.exchangeFillNo, "M 3");
 }
 
 TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {

@@ -219,6 +219,7 @@ TEST_F(OrderPopulation, ShowsContractsOfEveryType) {
         EXPECT_EQ(form.contractText, text);
         OrderForm typed = Entry(OrderMode::Input, "EXB ZZ 1601");
         EXPECT_TRUE(TakeContract(typed, text, trade));
+        EXPECT_EQ(typed.contractText, text);
         EXPECT_EQ(ShownContract(typed), text);
         EXPECT_EQ(typed.sign, "SIG");
     }
