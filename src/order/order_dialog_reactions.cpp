@@ -20,9 +20,10 @@ constexpr std::size_t kMaxContractText = 256;
 void CEmendoOrder::OnAccountSelected() {
     const CxComboBox& combo = Combo(IDC_ACCOUNT);
     const int index = combo.GetCurSel();
-    if (index >= 0 && TakeSelectedAccount(m_form, index, combo.GetItemCode(index))) {
-        UpdateCarry();
+    if (index >= 0) {
+        TakeSelectedAccount(m_form, index, combo.GetItemCode(index));
     }
+    UpdateCarry();
 }
 
 void CEmendoOrder::OnAccountFocusLost() {
