@@ -61,6 +61,11 @@ struct Entry {
         ::SetFocus(Item(id));
         ::SendMessageA(Item(id), EM_SETSEL, 0, 0);
     }
+    // How often a control notified the dialog.
+    auto Told(int id, UINT code) const {
+        return std::count(dialog.log.begin(), dialog.log.end(),
+                          std::to_string(id) + ":" + std::to_string(code));
+    }
     int Caret() const { return HIWORD(::SendMessageA(::GetFocus(), EM_GETSEL, 0, 0)); }
 };
 
@@ -126,6 +131,7 @@ TEST(NumericEntry, PutsTheLastGoodTextBack) {
     decimal.Set(kWhole, "1.5");
     decimal.Set(kQty, "x");
     EXPECT_EQ(decimal.Text(kQty), "1.5");
+    EXPECT_EQ(decimal.Told(kQty, EN_UPDATE), 2) << "for the bad text and the one put back";
 
     decimal.table.scope = TextRuleScope::FocusedEdit;
     ::SetWindowTextA(decimal.Item(kWhole), "by program");
@@ -134,13 +140,12 @@ TEST(NumericEntry, PutsTheLastGoodTextBack) {
 
 TEST(DialogKeys, EnterIsTabAndClicksTheButtons) {
     Entry entry("DEC");
-    const std::string clicked = std::to_string(kConfirm) + ":0";
     ::SetFocus(entry.Item(kFee));
     entry.dialog.Keys({VK_RETURN});
     EXPECT_EQ(::GetFocus(), entry.Item(kConfirm));
-    EXPECT_EQ(std::count(entry.dialog.log.begin(), entry.dialog.log.end(), clicked), 0);
+    EXPECT_EQ(entry.Told(kConfirm, BN_CLICKED), 0);
     entry.dialog.Keys({VK_RETURN, VK_ESCAPE, VK_F1});
-    EXPECT_EQ(std::count(entry.dialog.log.begin(), entry.dialog.log.end(), clicked), 1);
+    EXPECT_EQ(entry.Told(kConfirm, BN_CLICKED), 1);
     EXPECT_EQ(::GetFocus(), entry.Item(kCancel)) << "the click is followed by Tab";
     EXPECT_EQ(entry.offersToDialog, 2) << "nothing else is the dialog's";
 }
