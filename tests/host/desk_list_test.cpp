@@ -1,6 +1,5 @@
 #include "desk/desk_list.h"
 #include "desk/pane_layout.h"
-#include "host/sample.h"
 
 #include <gtest/gtest.h>
 
@@ -32,31 +31,6 @@ TEST(DeskListTest, SortsNumbersAsNumbersAndKeepsTheBooksOrderAmongEquals) {
     EXPECT_EQ(list.Find(&rows[2]), 2);
     EXPECT_EQ(list.Find(&list), -1);
     EXPECT_EQ(list.Text(4, 0) + list.Text(0, 2), "") << "beyond the end";
-}
-
-TEST(DeskListTest, FollowsBookAndJournal) {
-    const std::unique_ptr<Book> book = Sample();
-    Journal journal;
-    std::vector<DeskList> lists = MakeDeskLists(*book, journal);
-    ASSERT_EQ(lists.size(), static_cast<std::size_t>(kDeskListCount));
-    DeskList& orders = lists[kOrderList];
-    EXPECT_EQ(orders.Count(), 8u);
-    EXPECT_EQ(orders.Text(0, 2), "NWX F WH 2505");
-
-    JournalEntry entry;
-    entry.operation = "SendOrder";
-    entry.changes =
-        book->ledger.SendOrder(MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, "S_list")).changes;
-    journal.review = [](const JournalEntry&) { return std::vector<std::string>{"odd", "very odd"}; };
-    journal.Write(entry);
-    for (DeskList& list : lists) {
-        list.Reload();
-    }
-    EXPECT_EQ(orders.Count(), 9u);
-    const DeskList& lines = lists[kJournalList];
-    ASSERT_EQ(lines.Count(), 1u);
-    EXPECT_EQ(lines.Text(0, 3), "odd; very odd");
-    EXPECT_TRUE(lines.marked(lines.Row(0)));
 }
 
 TEST(PaneLayoutTest, PanesCoverTheDeskAndNoneVanishes) {

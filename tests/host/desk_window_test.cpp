@@ -87,6 +87,10 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
         EXPECT_EQ(ListView_GetItemCount(orders), before + 2);
         EXPECT_NE(desk.StatusText().find(L"second look: the same was entered"), std::wstring::npos)
             << "the remark on the second order";
+        const DeskList& lines = desk.Pane(kJournalList).List();
+        ASSERT_EQ(lines.Count(), 2u);
+        EXPECT_TRUE(lines.Text(1, 3).starts_with("the same was entered")) << lines.Text(1, 3);
+        EXPECT_TRUE(!lines.marked(lines.Row(0)) && lines.marked(lines.Row(1)));
         desk.Pane(kOrderList).SortBy(0);
         desk.Pane(kOrderList).SortBy(0);
         EXPECT_EQ(CellText(orders, 0, 0), "1010");
