@@ -105,8 +105,8 @@ TEST_F(Dialogs, InitialItemsAreThereBeforeTheDialogSetsItselfUp) {
     dialog.atInit = [&] { items = ::SendMessageA(dialog.GetDlgItem(104), CB_GETCOUNT, 0, 0); };
     std::string data = InitItem(104, "first") + InitItem(104, "second") + InitItem(999, "no control");
     data.append(2, '\0');
-    const std::pair<std::size_t, LRESULT> rows[] = {{data.size(), 2}, {25, 1}, {20, 1},
-                                                    {8, 0},           {5, 0},  {0, 0}};
+    // Whole, and cut in the second text, in its head, behind the first head, in it and before it.
+    const std::pair<std::size_t, int> rows[] = {{data.size(), 2}, {25, 1}, {20, 1}, {8, 0}, {5, 0}, {0, 0}};
     for (const auto& [size, expected] : rows) {
         ASSERT_TRUE(dialog.Open(host.Get(), data.substr(0, size)));
         EXPECT_EQ(items, expected) << "of the first " << size << " bytes";
