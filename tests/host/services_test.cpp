@@ -172,9 +172,12 @@ TEST_F(ServicesTest, APositionFilterLeavesOutWhatDiffersInAnythingItGives) {
     filter.commodityNo.Set("CU");
     EXPECT_EQ(matches(), 3);
     filter.contractNo.Set("241218");
-    filter.direction = 'S';
     EXPECT_EQ(matches(), 2);
     filter.price = 9032;
+    EXPECT_EQ(matches(), 1);
+    filter.direction = 'B';
+    EXPECT_EQ(matches(), 0);
+    filter.direction = 'S';
     EXPECT_EQ(matches(), 1);
     filter.upperNo.Set("UP001");
     EXPECT_EQ(matches(), 0);
