@@ -31,10 +31,13 @@ private:
     HWND m_window;
 };
 
-PositionRecord Position(std::uint32_t qty) {
-    PositionRecord record{};
-    record.openQty = qty;
-    return record;
+// Changes of a position to each quantity from the first to the last.
+void Report(EventPump& pump, std::uint32_t first, std::uint32_t last) {
+    PositionRecord position{};
+    for (position.openQty = first; position.openQty <= last; ++position.openQty) {
+        pump.PositionChanged(position);
+    }
+    pump.Flush();
 }
 
 TEST(EventsTest, APostedRecordIsTheOneAtTheChangeAndIsKeptUntilHandled) {
@@ -57,9 +60,7 @@ TEST(EventsTest, APostedRecordIsTheOneAtTheChangeAndIsKeptUntilHandled) {
     for (Listener* listener : {&byWindow, &direct, &direct}) {
         listeners.Add(listener);
     }
-    pump.PositionChanged(Position(7));
-    pump.PositionChanged(Position(8));
-    pump.Flush();
+    Report(pump, 7, 8);
     ASSERT_EQ(posted.size(), 2u);
     EXPECT_EQ(+posted[0]->openQty, 7u);
     EXPECT_EQ(+posted[1]->openQty, 8u);
@@ -72,8 +73,7 @@ TEST(EventsTest, APostedRecordIsTheOneAtTheChangeAndIsKeptUntilHandled) {
     EXPECT_EQ(pump.Count().kept, 0u);
     windowAlive = false;
     listeners.Remove(&direct);
-    pump.PositionChanged(Position(9));
-    pump.Flush();
+    Report(pump, 9, 9);
     EXPECT_EQ(pump.Count().kept, 0u) << "nobody will handle it";
     EXPECT_EQ(pump.Count().undelivered, 1u);
     EXPECT_EQ(direct.count, 2u);
@@ -91,9 +91,7 @@ TEST(EventsTest, AListenerMayRemoveItselfAndOthersFromInsideItsCall) {
     };
     listeners.Add(&first);
     listeners.Add(&second);
-    pump.PositionChanged(Position(1));
-    pump.PositionChanged(Position(2));
-    pump.Flush();
+    Report(pump, 1, 2);
     EXPECT_EQ(first.count, 1u);
     EXPECT_EQ(second.count, 0u);
     EXPECT_EQ(listeners.Count(), 0u);
@@ -106,11 +104,8 @@ TEST(EventsTest, NoListenerIsCalledAfterItsRemovalUnderLoad) {
     EventPump pump(listeners, {});
     std::atomic<bool> stop = false;
     std::thread events([&] {
-        for (std::uint32_t qty = 0; !stop; ++qty) {
-            pump.PositionChanged(Position(qty));
-            if (qty % 64 == 0) {
-                pump.Flush();
-            }
+        while (!stop) {
+            Report(pump, 1, 64);
         }
     });
     std::atomic<std::uint64_t> called = 0;
@@ -133,7 +128,6 @@ TEST(EventsTest, NoListenerIsCalledAfterItsRemovalUnderLoad) {
     }
     stop = true;
     events.join();
-    pump.Flush();
     EXPECT_EQ(pump.Count().called, called) << "no call is lost and none is made up";
     EXPECT_EQ(pump.Count().kept, 0u);
     EXPECT_EQ(listeners.Count(), 0u);
