@@ -3,16 +3,9 @@
 
 namespace {
 
-// Run where the code page holds the words of all three languages.
-class FillLanguages : public FillWindow {
-protected:
-    static std::string BytesOf(FillRecord fill) {
-        fill.fillTime.Set("");
-        fill.exchangeFillNo.Set("");
-        return std::string(reinterpret_cast<const char*>(&fill), sizeof fill);
-    }
-};
+using FillLanguages = FillWindow;
 
+// Run where the code page holds the words of all three languages.
 TEST_F(FillLanguages, WordsDifferAndBytesDoNot) {
     ASSERT_EQ(GetACP(), 936u);
     std::vector<std::string> english;
@@ -26,17 +19,18 @@ TEST_F(FillLanguages, WordsDifferAndBytesDoNot) {
         EXPECT_EQ(Text(IDC_FILL_SOURCE), source);
         EXPECT_EQ(Text(IDC_DIRECTION), direction);
         Press(IDC_CONFIRM);
-        FillRecord carry = As(FillOf("EXF CA 150320"), 'C');
+        FillRecord carry = book.FillOf("EXF CA 150320", 'C');
         OpenOn(0, carry);
         EXPECT_TRUE(Shown(IDC_OPEN_CONTRACT));
         SetText(IDC_OPEN_CONTRACT, "150618");
         SetText(IDC_FILL_PRICE2_WHOLE, "99");
-        MessageBoxScript boxes(
-            Box(ResString(IDS_ASK_FILL_ABOVE_REMAINING).c_str(), ResString(IDS_TIPS).c_str(), IDYES));
+        MessageBoxScript boxes(Box(ResString(IDS_ASK_FILL_ABOVE_REMAINING), ResString(IDS_TIPS), IDYES));
         Press(IDC_CONFIRM);
         std::vector<std::string> sent;
-        for (const FillRecord& fill : service.fills) {
-            sent.push_back(BytesOf(fill));
+        for (FillRecord& fill : service.fills) {
+            fill.fillTime.Set("");
+            fill.exchangeFillNo.Set("");
+            sent.emplace_back(reinterpret_cast<const char*>(&fill), sizeof fill);
         }
         ASSERT_EQ(sent.size(), 3u);
         EXPECT_EQ(sent[0].substr(109, 2) + sent[1].substr(109, 2) + sent[2].substr(109, 2), "MBCSCB");

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <string>
 
 namespace {
@@ -24,43 +23,41 @@ std::string StateOf(const FillView& view, int id) {
 }
 
 TEST(FillLayout, ViewsOfModeSourceAndCommodity) {
-    struct Row {
+    using enum FillLayout;
+    struct {
         int mode;
         char source;
         char type;  // 0: commodity not known
         std::uint32_t tickDenominator;
         FillLayout layout;
         // exchange, open contract, its label and direction, first numerator, second whole, second numerator
-        const char *exchange, *openContract, *openRest, *numerator, *whole2, *numerator2;
+        const char* states;
+    } const rows[] = {
+        {0, 'E', 'F', 1, Single, "-n nn n- n- -n nn nn"},
+        {0, 'E', 'F', 8, Single, "-n nn n- n- -y nn ny"},
+        {0, 'E', 'm', 1, Combination, "-n nn n- n- -n yy yn"},
+        {0, 'E', 'u', 8, Combination, "-n nn n- n- -y yy yy"},
+        {0, 'C', 'F', 1, Full, "-n yy y- y- -n yy yn"},
+        {0, 'C', 'm', 1, Full, "-n yy y- y- -n yy yn"},
+        {0, 'C', 0, 1, Full, "-n yy y- y- -n yy yn"},
+        {1, 'E', 'm', 8, Single, "-y nn n- n- -y nn ny"},
+        {1, 'C', 'F', 1, Single, "-n nn n- n- -n nn nn"},
+        {2, 'E', 'F', 8, Single, "-y nn n- n- -y nn ny"},
+        {3, 'E', 'F', 8, Single, "-n nn n- n- -n nn ny"},
     };
-    using enum FillLayout;
-    const Row rows[] = {
-        {0, 'E', 'F', 1, Single, "-n", "nn", "n-", "-n", "nn", "nn"},
-        {0, 'E', 'F', 8, Single, "-n", "nn", "n-", "-y", "nn", "ny"},
-        {0, 'E', 'm', 1, Combination, "-n", "nn", "n-", "-n", "yy", "yn"},
-        {0, 'E', 'u', 8, Combination, "-n", "nn", "n-", "-y", "yy", "yy"},
-        {0, 'C', 'F', 1, Full, "-n", "yy", "y-", "-n", "yy", "yn"},
-        {0, 'C', 'm', 1, Full, "-n", "yy", "y-", "-n", "yy", "yn"},
-        {0, 'C', 0, 1, Full, "-n", "yy", "y-", "-n", "yy", "yn"},
-        {1, 'E', 'm', 8, Single, "-y", "nn", "n-", "-y", "nn", "ny"},
-        {1, 'C', 'F', 1, Single, "-n", "nn", "n-", "-n", "nn", "nn"},
-        {2, 'E', 'F', 8, Single, "-y", "nn", "n-", "-y", "nn", "ny"},
-        {3, 'E', 'F', 8, Single, "-n", "nn", "n-", "-n", "nn", "ny"},
-    };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.mode) + row.source + row.type);
         CommodityRecord commodity{};
         commodity.commodityType = row.type;
         commodity.tickDenominator = row.tickDenominator;
         const FillView view = ViewOf(row.mode, row.source, row.type ? &commodity : nullptr, 1);
         EXPECT_EQ(view.Layout(), row.layout);
-        EXPECT_EQ(StateOf(view, IDC_EXCHANGE), row.exchange);
-        EXPECT_EQ(StateOf(view, IDC_OPEN_CONTRACT), row.openContract);
-        EXPECT_EQ(StateOf(view, IDC_OPEN_CONTRACT_LABEL), row.openRest);
-        EXPECT_EQ(StateOf(view, IDC_OPEN_DIRECTION), row.openRest);
-        EXPECT_EQ(StateOf(view, IDC_FILL_PRICE_NUMERATOR), row.numerator);
-        EXPECT_EQ(StateOf(view, IDC_FILL_PRICE2_WHOLE), row.whole2);
-        EXPECT_EQ(StateOf(view, IDC_FILL_PRICE2_NUMERATOR), row.numerator2);
+        std::string states;
+        for (const int id : {IDC_EXCHANGE, IDC_OPEN_CONTRACT, IDC_OPEN_CONTRACT_LABEL, IDC_OPEN_DIRECTION,
+                             IDC_FILL_PRICE_NUMERATOR, IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_NUMERATOR}) {
+            states += (states.empty() ? "" : " ") + StateOf(view, id);
+        }
+        EXPECT_EQ(states, row.states);
     }
 }
 

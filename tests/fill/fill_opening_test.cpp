@@ -26,7 +26,7 @@ protected:
     std::string UsableNow() const {
         std::string names;
         for (const NamedControl& control : kUsable) {
-            if (Usable(control.id)) {
+            if (Shown(control.id) && Enabled(control.id)) {
                 names += (names.empty() ? "" : " ") + std::string(control.name);
             }
         }
@@ -45,61 +45,55 @@ protected:
 };
 
 TEST_F(FillOpening, ModesAndRecords) {
+    FillRecord fill = book.FillOf("EXA CM 1509");
+    FillRecord fraction = book.FillOf("EXA TR 1509");
+    OrderRecord spread = FillBook::OrderOf("EXA CM 1509/1512");
     const std::string rest = " currency feeGiven fee confirm cancel";
-    FillRecord fill = FillOf("EXA CM 1509");
-    FillRecord fraction = FillOf("EXA TR 1509");
-    OrderRecord spread = OrderOf("EXA CM 1509/1512");
-    const std::string fillValues = "SYS7|UP2|10001|E-TRADE|4|EXA|CM|1509|Sell|97|0|1|Buy||USD|0|";
-    struct Row {
+    const std::string price = "contract price priceSpin", forOrder = "source qty qtySpin ";
+    const std::string free = "upper account source qty qtySpin commodity contract direction price priceSpin";
+    const std::string freeExchange =
+        "upper account source qty qtySpin exchange commodity contract direction price priceSpin";
+    const std::string modify = "exchange price priceSpin confirm cancel", buttons = "confirm cancel";
+    const std::string ofOrder = "Input Filled - [OrderNo:4711]", ofFill = "Modify Filled - [FillNo:F77]";
+    const std::string unnumbered = "Remove Filled - [OrderNo:%d]";
+    const std::string fillValues = "SYS7|UP1|10001|E-TRADE|4|EXA|CM|1509|Sell|97|0|1|Buy||USD|0|";
+    constexpr int kOrder = kRecordKindOrder, kFill = kRecordKindFill;
+    const char* const confirm[] = {"Input", "Input", "Modify", "Remove"};
+    struct {
         const char* what;
         int mode;
         void* record;
         int kind;
-        std::string title, confirm, usable;
+        std::string title, usable;
         int focus;
         std::string values;  // "": not looked at
-    };
-    const std::string forOrder = "source qty qtySpin contract price priceSpin";
-    const std::string free =
-        "upper account source qty qtySpin commodity contract direction price priceSpin" + rest;
-    const std::string freeExchange =
-        "upper account source qty qtySpin exchange commodity contract direction price priceSpin" + rest;
-    const std::string modify = "exchange price priceSpin confirm cancel", buttons = "confirm cancel";
-    // clang-format off
-    const Row rows[] = {
-        {"input for an order", 0, &order, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
-         forOrder + rest,
-         IDC_FILL_SOURCE, "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0|"},
-        {"input for a spread", 0, &spread, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
-         forOrder + " price2 price2Spin" + rest, IDC_FILL_SOURCE,
-         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509/1512|Buy|97|0|1|Sell|97|USD|0|"},
-        {"another input mode", 1, &spread, kRecordKindOrder, "Input Filled - [OrderNo:4711]", "Input",
-         "source qty qtySpin exchange contract price priceSpin" + rest, IDC_FILL_SOURCE, ""},
-        {"input on a fill", 0, &fill, kRecordKindFill, "Input Fill", "Input", free, IDC_UPPER, fillValues},
-        {"input on nothing", 0, nullptr, -1, "Input Fill", "Input", free, IDC_UPPER, ""},
-        {"record of no kind", 1, &fill, 7, "Input Fill", "Input", freeExchange, IDC_UPPER, ""},
-        {"modify", 2, &fill, kRecordKindFill, "Modify Filled", "Modify", modify, IDC_EXCHANGE, fillValues},
-        {"modify in fractions", 2, &fraction, kRecordKindFill, "Modify Filled", "Modify",
+    } const rows[] = {
+        // clang-format off
+        {"input for an order", 0, &order, kOrder, ofOrder, forOrder + price + rest, IDC_FILL_SOURCE,
+         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0|"},
+        {"input for a spread", 0, &spread, kOrder, ofOrder, forOrder + price + " price2 price2Spin" + rest,
+         IDC_FILL_SOURCE, "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509/1512|Buy|97|0|1|Sell|97|USD|0|"},
+        {"another input mode", 1, &spread, kOrder, ofOrder, forOrder + "exchange " + price + rest,
+         IDC_FILL_SOURCE, ""},
+        {"input on a fill", 0, &fill, kFill, "Input Fill", free + rest, IDC_UPPER, fillValues},
+        {"input on nothing", 0, nullptr, -1, "Input Fill", free + rest, IDC_UPPER, ""},
+        {"record of no kind", 1, &fill, 7, "Input Fill", freeExchange + rest, IDC_UPPER, ""},
+        {"modify", 2, &fill, kFill, "Modify Filled", modify, IDC_EXCHANGE, fillValues},
+        {"modify in fractions", 2, &fraction, kFill, "Modify Filled",
          "exchange price priceSpin numerator confirm cancel", IDC_EXCHANGE,
-         "SYS7|UP2|10001|E-TRADE|4|EXA|TR|1509|Sell|97|0|8|Buy||USD|0|"},
-        {"modify nothing", 2, nullptr, -1, "Modify Filled", "Modify", modify, IDC_EXCHANGE, ""},
-        {"remove", 3, &fill, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove", buttons,
-         IDC_CONFIRM, fillValues},
-        {"remove in fractions", 3, &fraction, kRecordKindFill, "Modify Filled - [FillNo:F77]", "Remove",
-         buttons,
-         IDC_CONFIRM, ""},
-        {"remove for an order", 3, &order, kRecordKindOrder, "Remove Filled - [OrderNo:%d]", "Remove",
-         buttons,
-         IDC_CONFIRM, ""},
-        {"remove nothing", 3, nullptr, -1, "Remove Filled - [OrderNo:%d]", "Remove", buttons, IDC_CONFIRM,
-         ""},
+         "SYS7|UP1|10001|E-TRADE|4|EXA|TR|1509|Sell|97|0|8|Buy||USD|0|"},
+        {"modify nothing", 2, nullptr, -1, "Modify Filled", modify, IDC_EXCHANGE, ""},
+        {"remove", 3, &fill, kFill, ofFill, buttons, IDC_CONFIRM, fillValues},
+        {"remove in fractions", 3, &fraction, kFill, ofFill, buttons, IDC_CONFIRM, ""},
+        {"remove for an order", 3, &order, kOrder, unnumbered, buttons, IDC_CONFIRM, ""},
+        {"remove nothing", 3, nullptr, -1, unnumbered, buttons, IDC_CONFIRM, ""},
+        // clang-format on
     };
-    // clang-format on
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
         Open(row.mode, row.record, row.kind);
         EXPECT_EQ(TextOf(window), row.title);
-        EXPECT_EQ(Text(IDC_CONFIRM), row.confirm);
+        EXPECT_EQ(Text(IDC_CONFIRM), confirm[row.mode]);
         EXPECT_EQ(UsableNow(), row.usable);
         EXPECT_EQ(FocusId(), row.focus);
         if (!row.values.empty()) {
@@ -115,31 +109,29 @@ TEST_F(FillOpening, WithoutARecordTheForwardMarketIsOffered) {
     EXPECT_EQ(Text(IDC_SYSTEM_NO).substr(1), Text(IDC_FILL_NO).substr(1));
     EXPECT_THAT(Text(IDC_SYSTEM_NO), testing::MatchesRegex("S_\\d+"));
     EXPECT_EQ(Text(IDC_SYSTEM_NO).size(), 15u);
-    EXPECT_EQ(SendMessageA(Item(IDC_FILL_SOURCE), CB_GETCOUNT, 0, 0), 7);
+    EXPECT_EQ(Count(IDC_FILL_SOURCE), 7);
     EXPECT_EQ(SendMessageA(Item(IDC_UPPER), CB_GETCURSEL, 0, 0), CB_ERR);
 }
 
 TEST_F(FillOpening, NothingIsListedForAnAccountThatMayNotTrade) {
-    group.tradable = 'N';
+    book.group.tradable = 'N';
     OpenOn(0, order);
-    EXPECT_EQ(SendMessageA(Item(IDC_COMMODITY), CB_GETCOUNT, 0, 0), 0);
-    EXPECT_EQ(SendMessageA(Item(IDC_UPPER), CB_GETCOUNT, 0, 0), 2);
+    EXPECT_EQ(Count(IDC_COMMODITY), 0);
+    EXPECT_EQ(Count(IDC_UPPER), 2);
     EXPECT_EQ(Text(IDC_COMMODITY), "CM");
-    EXPECT_TRUE(IsWindowEnabled(Item(IDC_FILL_SOURCE)));
+    EXPECT_TRUE(Enabled(IDC_FILL_SOURCE));
 }
 
 TEST_F(FillOpening, WhateverServicesAreMissing) {
-    FillRecord fill = FillOf("EXA CM 1509");
+    FillRecord fill = book.FillOf("EXA CM 1509");
     g_pTradeApi = nullptr;
     g_pTradeService = nullptr;
     for (int mode : {0, 1, 2, 3}) {
         for (int record : {0, 1, 2}) {
             record == 0 ? Open(mode) : record == 1 ? OpenOn(mode, order) : OpenOn(mode, fill);
-            EXPECT_EQ(SendMessageA(Item(IDC_ACCOUNT), CB_GETCOUNT, 0, 0), 0);
-            MessageBoxScript boxes(Box(record == 0
-                                           ? "Commodity does not exist!\nFillQty must be greater than zero\n"
-                                           : "Commodity does not exist!\n",
-                                       "operation failed"));
+            EXPECT_EQ(Count(IDC_ACCOUNT), 0);
+            const std::string noQty = record == 0 ? "FillQty must be greater than zero\n" : "";
+            MessageBoxScript boxes(Box("Commodity does not exist!\n" + noQty, "operation failed"));
             Press(IDC_CONFIRM);
             Close();
         }
@@ -155,14 +147,14 @@ TEST_F(FillOpening, HostRecordsWithoutTerminatorsAndWithNullPointers) {
         EXPECT_LE(Text(IDC_SYSTEM_NO).size(), 51u);
         Close();
     }
-    FillRecord fill = FillOf("EXA CM 1509");
+    FillRecord fill = book.FillOf("EXA CM 1509");
     fill.order = nullptr;
+    book.users[1]->group = nullptr;
     book.users.insert(book.users.begin(), nullptr);
     book.exchanges.push_back(nullptr);
-    userStore[1].group = nullptr;
     OpenOn(3, fill);
-    EXPECT_EQ(Text(IDC_SYSTEM_NO), "");
-    EXPECT_EQ(SendMessageA(Item(IDC_COMMODITY), CB_GETCOUNT, 0, 0), 0);
+    EXPECT_EQ(Text(IDC_SYSTEM_NO), "SYS-OF-FILL");
+    EXPECT_EQ(Count(IDC_COMMODITY), 0);
 }
 
 }  // namespace
