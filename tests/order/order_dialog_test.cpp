@@ -1,17 +1,13 @@
 #include "order/order_dialog.h"
 
-#include "framework/window_helpers.h"
 #include "order/order_fixture.h"
 #include "res/dialog_creation.h"
 #include "res/string_table.h"
+#include "support/dialog_window.h"
 #include "support/leak_count.h"
 #include "support/message_box_script.h"
-#include "support/window_kit.h"
 #include "trade/fake_config.h"
 #include "trade/host_services.h"
-
-#include <cstdlib>
-#include <functional>
 
 namespace {
 
@@ -19,11 +15,8 @@ namespace {
 class FakeList : public ITradeListWindow {
 public:
     PositionFilterRecord filter{};
-    RECT place{};
     ISelectDataNotify* notify = nullptr;
-    void Place(int left, int top, int width, int height, int) override {
-        place = {left, top, left + width, top + height};
-    }
+    void Place(int, int, int, int, int) override {}
     void SetFilter(const PositionFilterRecord* record) override { filter = *record; }
     void SetNotify(ISelectDataNotify* listener) override { notify = listener; }
     // clang-format off
@@ -44,24 +37,14 @@ public:
     void ReleaseListWindow(ITradeListWindow*) override { ++released; }
 };
 
-class OrderDialog : public OrderTest {
+class OrderDialog : public OrderTest, protected DialogWindow {
 protected:
     OrderDialog() {
-        ServerConfigRecord& entry = config.configs.emplace_back();
-        entry.name.Set("Main");
+        config.configs.emplace_back().name.Set("Main");
         config.count = 1;
-        second = user;
-        second.accountNo.Set("200");
-        api.users.push_back(&second);
-        upper.upperNo.Set("U7");
-        upper.upperName.Set("Clearing");
-        api.uppers = {&upper};
-        currency.currencyNo.Set("USD");
-        currency.currencyName.Set("Dollar");
-        api.currencies = {&currency};
-        exchange.exchangeNo.Set("EXA");
-        exchange.sign.Set("SIG");
-        api.exchanges = {&exchange};
+        api.AddUser("200");
+        api.AddUpper("U7");
+        api.AddCurrency("USD");
         api.priceText = "97.5";
         g_pTradeApi = &api;
         g_pTradeService = &service;
@@ -81,98 +64,72 @@ protected:
         g_hostServices.sysConfig = nullptr;
     }
 
-    void Open(OrderMode mode, OrderRecord* record = nullptr) {
+    bool Create(OrderMode mode, OrderRecord* record, HWND parent) {
         g_pOrderDialog = new CEmendoOrder(static_cast<unsigned>(TraitsOf(mode).templateId),
-                                          static_cast<int>(mode), record, host.Get());
-        ASSERT_TRUE(g_pOrderDialog->Create());
-        window = g_pOrderDialog->m_hWnd;
-        ShowWindow(window, SW_SHOW);
+                                          static_cast<int>(mode), record, parent);
+        const bool created = g_pOrderDialog->Create();
+        window = created ? g_pOrderDialog->m_hWnd : nullptr;
+        return created;
+    }
+    void Open(OrderMode mode, OrderRecord* record = nullptr) {
+        ASSERT_TRUE(Create(mode, record, host.Get()));
         loop = HostLoop(g_pOrderDialog);
-        ASSERT_TRUE(loop.PumpUntil([&] { return GetWindowTextLengthA(window) > 0; }));
-        loop.PumpUntilIdle();
-    }
-    OrderRecord& ServerOrder(std::string_view contract = "EXA CM 1509") {
-        ContractKey key{};
-        EXPECT_TRUE(ParseContractText(contract, key));
-        original.key = key;
-        original.key.sign.Set("SIG");
-        original.orderNo = 77;
-        original.accountNo.Set("100");
-        original.upperNo.Set("U7");
-        original.systemNo.Set("S_OLD");
-        original.orderType = '2';
-        original.orderState = '4';
-        original.orderSource = 'E';
-        original.validType = '0';
-        original.direction = 'S';
-        original.orderPrice = 97.5;
-        original.orderQty = 5;
-        original.backOffice = 'Y';
-        return original;
-    }
-
-    HWND Item(int id) const { return GetDlgItem(window, id); }
-    std::string Text(int id) const { return TextOf(Item(id)); }
-    bool Shown(int id) const { return (GetWindowLongA(Item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
-    bool Enabled(int id) const { return IsWindowEnabled(Item(id)) != FALSE; }
-    void Choose(int id, const std::string& text) {
-        SendMessageA(Item(id), CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                     reinterpret_cast<LPARAM>(text.c_str()));
-    }
-    void Enter(int id, const std::string& text) {
-        ::SetFocus(Item(id));
-        SetWindowTextA(Item(id), "");
-        loop.Type(Item(id), text);
+        Show();
     }
     // Everything of a limit order but state and fill, through the keyboard where there is an edit.
     void EnterOrder() {
         Choose(IDC_ACCOUNT, "100");
         Choose(IDC_UPPER, "U7");
-        Enter(IDC_CONTRACT, "EXA CM 1509");
+        Typed(IDC_CONTRACT, "EXA CM 1509");
         Choose(IDC_DIRECTION, "Buy");
-        Enter(IDC_ORDER_QTY, "5");
-        Enter(IDC_ORDER_PRICE_WHOLE, "97.5");
+        Typed(IDC_ORDER_QTY, "5");
+        Typed(IDC_ORDER_PRICE_WHOLE, "97.5");
     }
     void PressConfirm() {
-        ::SetFocus(Item(IDC_CONFIRM));
+        Focus(IDC_CONFIRM);
         loop.Key(VK_RETURN);
     }
-    static std::string Words(unsigned id) { return ResString(id); }
+    // What the only order that was sent says; empty when there is none.
+    std::string Sent() const {
+        EXPECT_EQ(service.orders.size(), 1u);
+        if (service.orders.empty()) {
+            return "";
+        }
+        const OrderRecord& order = service.orders[0];
+        std::ostringstream text;
+        for (const std::string& field : {order.key.sign.Str(), order.accountNo.Str(), order.upperNo.Str(),
+                                         order.key.commodityNo.Str(), order.key.contractNo.Str()}) {
+            text << field << ' ';
+        }
+        text << order.direction << order.orderType << order.orderState << order.validType << order.orderSource
+             << ' ' << order.orderQty << " at " << order.orderPrice << " of " << order.orderNo;
+        return text.str();
+    }
 
     MessageBoxScript noOtherBoxes;
     HostWindow host;
-    HostLoop loop;
-    HWND window = nullptr;
     FakeLists lists;
     FakeConfig config;
-    UserRecord second{};
-    UpperRecord upper{};
-    CurrencyRecord currency{};
-    ExchangeRecord exchange{};
 };
 
 TEST_F(OrderDialog, EveryModeHasItsTitleButtonAndFocus) {
-    struct Row {
+    struct {
         OrderMode mode;
         const char* title;
         const char* confirm;
         int focus;
+    } const rows[] = {
+        {OrderMode::Carry, "Carry", "Borrow", IDC_ACCOUNT},
+        {OrderMode::Move, "Move Order - [OrderNo:77  Original account:100]", "Move", IDC_ACCOUNT},
+        {OrderMode::Exercise, "Input Exercise", "Input", IDC_UPPER},
+        {static_cast<OrderMode>(9), "Input Order", "Input", IDC_ACCOUNT},
     };
-    for (const Row& row : {Row{OrderMode::Input, "Input Order", "Input", IDC_ACCOUNT},
-                           Row{OrderMode::Carry, "Carry", "Borrow", IDC_ACCOUNT},
-                           Row{OrderMode::Modify, "Modify Order - [OrderNo:77]", "Modify", 0},
-                           Row{OrderMode::RemoveFilled, "Remove Filled - [OrderNo:77]", "Remove", 0},
-                           Row{OrderMode::Move, "Move Order - [OrderNo:77  Original account:100]", "Move", 0},
-                           Row{OrderMode::Exercise, "Input Exercise", "Input", IDC_UPPER},
-                           Row{static_cast<OrderMode>(9), "Input Order", "Input", IDC_ACCOUNT}}) {
-        SCOPED_TRACE(static_cast<int>(row.mode));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.title);
         Open(row.mode, CorrectsOrder(row.mode) ? &ServerOrder() : nullptr);
         EXPECT_EQ(TextOf(window), row.title);
         EXPECT_EQ(Text(IDC_CONFIRM), row.confirm);
-        if (row.focus) {
-            const HWND focus = GetFocus();
-            EXPECT_TRUE(focus == Item(row.focus) || ::GetParent(focus) == Item(row.focus));
-        }
+        EXPECT_EQ(FocusId(), row.focus);
         loop.Click(Item(IDC_CANCEL));
         EXPECT_FALSE(IsWindow(window));
         EXPECT_EQ(g_pOrderDialog, nullptr);
@@ -182,20 +139,10 @@ TEST_F(OrderDialog, EveryModeHasItsTitleButtonAndFocus) {
 TEST_F(OrderDialog, AnOrderGoesOutAsItWasTyped) {
     Open(OrderMode::Input);
     EnterOrder();
-    MessageBoxScript boxes({{Words(IDS_ASK_NEXT_ORDER), Words(IDS_TIPS), IDNO}});
+    MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDNO}});
     PressConfirm();
-    ASSERT_EQ(service.orders.size(), 1u);
-    const OrderRecord& sent = service.orders[0];
-    EXPECT_EQ(sent.accountNo.Str(), "100");
-    EXPECT_EQ(sent.upperNo.Str(), "U7");
-    EXPECT_EQ(sent.key.contractNo.Str(), "1509");
-    EXPECT_EQ(sent.key.sign.Str(), "SIG");
-    EXPECT_EQ(
-        std::string({sent.direction, sent.orderType, sent.orderState, sent.validType, sent.orderSource}),
-        "B240E");
-    EXPECT_EQ(sent.orderQty, 5u);
-    EXPECT_EQ(sent.orderPrice, 97.5);
-    EXPECT_EQ(sent.systemNo.Str().substr(0, 2), "S_");
+    EXPECT_EQ(Sent(), "SIG 100 U7 CM 1509 B240E 5 at 97.5 of 0");
+    EXPECT_EQ(service.orders[0].systemNo.Str().substr(0, 2), "S_");
     EXPECT_TRUE(service.fills.empty());
     EXPECT_FALSE(IsWindow(window));
 }
@@ -210,7 +157,7 @@ TEST_F(OrderDialog, AFilledOrderGoesOutWithItsFillAndTheNextOneStarts) {
     EXPECT_TRUE(Enabled(IDC_FILL_PRICE_WHOLE));
     EXPECT_TRUE(Shown(IDC_CURRENCY));
     const std::string firstNo = Text(IDC_SYSTEM_NO);
-    MessageBoxScript boxes({{Words(IDS_ASK_NEXT_ORDER), Words(IDS_TIPS), IDYES}});
+    MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDYES}});
     loop.Click(Item(IDC_CONFIRM));
     ASSERT_EQ(service.fills.size(), 1u);
     EXPECT_EQ(service.fills[0].fillQty, 5u);
@@ -221,16 +168,15 @@ TEST_F(OrderDialog, AFilledOrderGoesOutWithItsFillAndTheNextOneStarts) {
     EXPECT_NE(Text(IDC_SYSTEM_NO), firstNo);
     EXPECT_EQ(Text(IDC_ORDER_PRICE_WHOLE), "97.5");
     EXPECT_EQ(Text(IDC_ACCOUNT), "100");
-    EXPECT_TRUE(GetFocus() == Item(IDC_ACCOUNT) || ::GetParent(GetFocus()) == Item(IDC_ACCOUNT));
+    EXPECT_EQ(FocusId(), IDC_ACCOUNT);
 }
 
 TEST_F(OrderDialog, AnOriginalOrderIsShownAndReadBack) {
     api.priceText = "97+3/8";
     Open(OrderMode::Modify, &ServerOrder("EXA FR 1509"));
-    EXPECT_EQ(Text(IDC_CONTRACT), "EXA FR 1509");
-    EXPECT_EQ(Text(IDC_ORDER_PRICE_WHOLE), "97");
-    EXPECT_EQ(Text(IDC_ORDER_PRICE_NUMERATOR), "3");
-    EXPECT_EQ(Text(IDC_ORDER_PRICE_DENOMINATOR), "8");
+    EXPECT_EQ(Text(IDC_CONTRACT) + " at " + Text(IDC_ORDER_PRICE_WHOLE) + "+" +
+                  Text(IDC_ORDER_PRICE_NUMERATOR) + "/" + Text(IDC_ORDER_PRICE_DENOMINATOR),
+              "EXA FR 1509 at 97+3/8");
     EXPECT_TRUE(Enabled(IDC_ORDER_PRICE_NUMERATOR));
     EXPECT_EQ(Text(IDC_SYSTEM_NO), "S_OLD");
     for (const int id :
@@ -238,10 +184,7 @@ TEST_F(OrderDialog, AnOriginalOrderIsShownAndReadBack) {
         EXPECT_FALSE(Enabled(id)) << id;
     }
     PressConfirm();
-    ASSERT_EQ(service.orders.size(), 1u);
-    EXPECT_EQ(service.orders[0].orderNo, 77u);
-    EXPECT_EQ(service.orders[0].orderPrice, 97.375);
-    EXPECT_EQ(service.orders[0].direction, 'S');
+    EXPECT_EQ(Sent(), "SIG 100 U7 FR 1509 S240E 5 at 97.375 of 77");
     EXPECT_EQ(service.orders[0].systemNo.Str(), "S_OLD");
     EXPECT_FALSE(IsWindow(window));
 }
@@ -251,9 +194,7 @@ TEST_F(OrderDialog, CodesThatAreNotListedStayAsTheyAre) {
     original.upperNo.Set("U");
     Open(OrderMode::Modify, &original);
     PressConfirm();
-    ASSERT_EQ(service.orders.size(), 1u);
-    EXPECT_EQ(service.orders[0].accountNo.Str(), "20");
-    EXPECT_EQ(service.orders[0].upperNo.Str(), "U");
+    EXPECT_EQ(Sent(), "SIG 20 U CM 1509 S240E 5 at 97.5 of 77");
 }
 
 TEST_F(OrderDialog, RemovalAndMoveLeaveOnlyWhatTheyNeed) {
@@ -265,7 +206,7 @@ TEST_F(OrderDialog, RemovalAndMoveLeaveOnlyWhatTheyNeed) {
     EXPECT_FALSE(Shown(IDC_CURRENCY));
     service.results = {0, 1};
     {
-        MessageBoxScript boxes({{Words(IDS_SEND_REMOVE_FAILED), Words(IDS_TIPS)}});
+        MessageBoxScript boxes({{ResString(IDS_SEND_REMOVE_FAILED), ResString(IDS_TIPS)}});
         PressConfirm();
     }
     EXPECT_TRUE(IsWindow(window));
@@ -274,24 +215,19 @@ TEST_F(OrderDialog, RemovalAndMoveLeaveOnlyWhatTheyNeed) {
     EXPECT_FALSE(IsWindow(window));
 
     Open(OrderMode::Move, &original);
-    EXPECT_TRUE(Enabled(IDC_ACCOUNT));
     EXPECT_FALSE(Enabled(IDC_ORDER_QTY));
     Choose(IDC_ACCOUNT, "200");
     PressConfirm();
-    ASSERT_EQ(service.orders.size(), 1u);
-    EXPECT_EQ(service.orders[0].accountNo.Str(), "200");
+    EXPECT_EQ(Sent(), "SIG 200 U7 CM 1509 S240E 5 at 97.5 of 77");
 }
 
 TEST_F(OrderDialog, TheColouredQuestionGuardsAnElectronicOrder) {
     ServerOrder().backOffice = 'N';
     Open(OrderMode::RemoveFilled, &original);
-    {
-        MessageBoxScript boxes({{Words(IDS_CONFIRM_NOT_INPUT), Words(IDS_CONFIRM_CAPTION), IDCANCEL}});
-        PressConfirm();
-    }
-    EXPECT_TRUE(service.deletedOrders.empty());
-    MessageBoxScript boxes(
-        {{Words(IDS_CONFIRM_NOT_INPUT), Words(IDS_CONFIRM_CAPTION), 0, [&](HWND) { host.Destroy(); }}});
+    const std::string text = ResString(IDS_CONFIRM_NOT_INPUT), caption = ResString(IDS_CONFIRM_CAPTION);
+    MessageBoxScript boxes({{text, caption, IDCANCEL}, {text, caption, 0, [&](HWND) { host.Destroy(); }}});
+    PressConfirm();
+    EXPECT_TRUE(IsWindow(window));
     PressConfirm();
     EXPECT_TRUE(service.deletedOrders.empty());
     EXPECT_EQ(g_pOrderDialog, nullptr);
@@ -306,7 +242,7 @@ TEST_F(OrderDialog, AHostThatGoesDuringThePauseOrASendIsSurvived) {
         PostMessageA(host.Get(), WM_CLOSE, 0, 0);  // handled in the pause
         EXPECT_TRUE(IsWindow(window));
         // A second press while the first is on its way does nothing.
-        SendMessageA(window, WM_COMMAND, IDC_CONFIRM, reinterpret_cast<LPARAM>(Item(IDC_CONFIRM)));
+        Command(IDC_CONFIRM);
     };
     PressConfirm();
     EXPECT_EQ(service.orders.size(), 1u);
@@ -316,7 +252,7 @@ TEST_F(OrderDialog, AHostThatGoesDuringThePauseOrASendIsSurvived) {
 
 TEST_F(OrderDialog, CarrySendsBothLegsAndFollowsItsLists) {
     api.threeMonthContractNo = "240613";
-    exchange.forwardMarket = 1;
+    api.exchanges[0]->forwardMarket = 1;
     api.priceText = "2010.5";
     Open(OrderMode::Carry);
     for (const int id : {IDC_SOURCE, IDC_ORDER_TYPE, IDC_ORDER_STATE, IDC_ORDER_QTY, IDC_FORCE_CLOSE}) {
@@ -331,11 +267,11 @@ TEST_F(OrderDialog, CarrySendsBothLegsAndFollowsItsLists) {
 
     Choose(IDC_ACCOUNT, "100");
     Choose(IDC_UPPER, "U7");
-    Enter(IDC_CONTRACT, "EXA CA 240315");
-    Enter(IDC_FORWARD_CONTRACT, "3M");
-    Enter(IDC_FILL_PRICE_WHOLE, "2010.5");
-    Enter(IDC_FILL_PRICE2_WHOLE, "2000");
-    Enter(IDC_FILL_QTY, "4");
+    Typed(IDC_CONTRACT, "EXA CA 240315");
+    Typed(IDC_FORWARD_CONTRACT, "3M");
+    Typed(IDC_FILL_PRICE_WHOLE, "2010.5");
+    Typed(IDC_FILL_PRICE2_WHOLE, "2000");
+    Typed(IDC_FILL_QTY, "4");
     EXPECT_EQ(Text(IDC_FORWARD_FILL_QTY), "4");
     EXPECT_EQ(Text(IDC_CARRY_FEE_TEXT), "10.50  forward discount");
     EXPECT_EQ(lists.lists[0].filter.contractNo.Str(), "240315");
@@ -373,8 +309,8 @@ TEST_F(OrderDialog, PositionEventsUpdateTheCarryOnly) {
     api.positions = {&position};
     Open(OrderMode::Carry);
     Choose(IDC_ACCOUNT, "100");
-    Enter(IDC_CONTRACT, "EXA CA 240315");
-    ::SetFocus(Item(IDC_UPPER));
+    Typed(IDC_CONTRACT, "EXA CA 240315");
+    Focus(IDC_UPPER);
     loop.PumpUntilIdle();
     position.openQty = 9;
     HWND listener = nullptr;
@@ -390,13 +326,13 @@ TEST_F(OrderDialog, ExerciseAsksForTheUnderlying) {
     Open(OrderMode::Exercise);
     Choose(IDC_ACCOUNT, "100");
     Choose(IDC_UPPER, "U7");
-    Enter(IDC_CONTRACT, "EXA CO 240315 C3000");
-    ::SetFocus(Item(IDC_FORWARD_CONTRACT));
+    Typed(IDC_CONTRACT, "EXA CO 240315 C3000");
+    Focus(IDC_FORWARD_CONTRACT);
     loop.PumpUntilIdle();
-    EXPECT_EQ(SendMessageA(Item(IDC_FORWARD_CONTRACT), CB_GETCOUNT, 0, 0), 5);
+    EXPECT_EQ(Count(IDC_FORWARD_CONTRACT), 5);
     Choose(IDC_FORWARD_CONTRACT, "240329");
     Choose(IDC_DIRECTION, "Buy");
-    Enter(IDC_ORDER_QTY, "2");
+    Typed(IDC_ORDER_QTY, "2");
     PressConfirm();
     ASSERT_EQ(service.exercises.size(), 1u);
     EXPECT_EQ(service.exercises[0].orderType, '5');
@@ -407,16 +343,16 @@ TEST_F(OrderDialog, ExerciseAsksForTheUnderlying) {
 TEST_F(OrderDialog, KeysStepAndWalk) {
     Open(OrderMode::Input);
     EnterOrder();
-    ::SetFocus(Item(IDC_ORDER_QTY));
+    Focus(IDC_ORDER_QTY);
     loop.Key(VK_UP);
     EXPECT_EQ(Text(IDC_ORDER_QTY), "6");
     loop.Key(VK_RETURN);
-    EXPECT_NE(GetFocus(), Item(IDC_ORDER_QTY));
+    EXPECT_NE(FocusId(), IDC_ORDER_QTY);
     EXPECT_TRUE(IsWindow(window));
     loop.Key(VK_ESCAPE);
     EXPECT_TRUE(IsWindow(window));
     // A fraction is refused in a quantity, and the last good text comes back.
-    ::SetFocus(Item(IDC_ORDER_QTY));
+    Focus(IDC_ORDER_QTY);
     loop.Type(Item(IDC_ORDER_QTY), ".");
     EXPECT_EQ(Text(IDC_ORDER_QTY), "6");
 }
@@ -435,19 +371,19 @@ TEST_F(OrderDialog, AChosenContractIsTakenOverFromThePopup) {
 }
 
 TEST_F(OrderDialog, AHostWithoutAnythingLeavesEmptyLists) {
-    api = FakeTradeApi();
+    FakeTradeApi nothing;
     lists.fails = true;
     g_hostServices.sysConfig = nullptr;
-    for (const bool withApi : {true, false}) {
-        g_pTradeApi = withApi ? &api : nullptr;
-        g_pTradeService = nullptr;
+    g_pTradeService = nullptr;
+    for (ITradeApi* known : {static_cast<ITradeApi*>(&nothing), static_cast<ITradeApi*>(nullptr)}) {
+        g_pTradeApi = known;
         for (int mode = 0; mode <= 5; ++mode) {
             SCOPED_TRACE(mode);
             Open(static_cast<OrderMode>(mode), &ServerOrder());
-            EXPECT_EQ(SendMessageA(Item(IDC_ACCOUNT), CB_GETCOUNT, 0, 0), 0);
-            ::SetFocus(Item(IDC_ACCOUNT));
+            EXPECT_EQ(Count(IDC_ACCOUNT), 0);
+            Focus(IDC_ACCOUNT);
             loop.PumpUntilIdle();
-            ::SetFocus(Item(IDC_CANCEL));
+            Focus(IDC_CANCEL);
             loop.Key(VK_RETURN);
             EXPECT_EQ(g_pOrderDialog, nullptr);
         }
@@ -457,65 +393,42 @@ TEST_F(OrderDialog, AHostWithoutAnythingLeavesEmptyLists) {
 // The window may go in any operation that the host is asked for, in start-up, reactions and confirmation.
 TEST_F(OrderDialog, AHostThatTakesTheDialogAwayDuringALookUpIsSurvived) {
     for (const OrderMode mode : {OrderMode::Modify, OrderMode::Carry}) {
-        for (int fatal = 0;; ++fatal) {
-            HostWindow parent;
-            int asked = 0;
-            api.whileAsked = [&] {
-                if (asked++ == fatal) {
-                    parent.Destroy();
-                }
-            };
-            g_pOrderDialog = new CEmendoOrder(static_cast<unsigned>(TraitsOf(mode).templateId),
-                                              static_cast<int>(mode), &ServerOrder(), parent.Get());
-            if (g_pOrderDialog->Create()) {
-                window = g_pOrderDialog->m_hWnd;
+        LoseHostAtEveryLookUp(api, [&](HWND parent) {
+            if (Create(mode, &ServerOrder(), parent)) {
                 Choose(IDC_ACCOUNT, "100");
                 SendMessageA(window, WM_SELECTCODE, reinterpret_cast<WPARAM>("EXA CM 1509"), 0);
                 Choose(IDC_ORDER_TYPE, "Limit");
-                const int button = mode == OrderMode::Modify ? IDC_CONFIRM : IDC_CANCEL;
-                SendMessageA(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
+                Command(mode == OrderMode::Modify ? IDC_CONFIRM : IDC_CANCEL);
             }
-            api.whileAsked = nullptr;
-            EXPECT_EQ(g_pOrderDialog, nullptr) << fatal;
-            if (asked <= fatal) {
-                EXPECT_GT(fatal, 10);
-                break;
-            }
-        }
+            EXPECT_EQ(g_pOrderDialog, nullptr);
+        });
     }
     EXPECT_EQ(service.orders.size(), 1u);
 }
 
-// EMENDO_CYCLES sets the number of rounds; the first rounds fill the system's own caches. What the system keeps
-// for every dialog of the templates is measured beside it.
+// The first rounds fill the system's own caches, and the system keeps some memory for every dialog of the
+// templates.
 TEST_F(OrderDialog, OpeningAndClosingLeavesNothingBehind) {
-    const char* wanted = std::getenv("EMENDO_CYCLES");
-    const int cycles = wanted ? std::atoi(wanted) : 3;
-    const auto growthOf = [&](const std::function<void(OrderMode)>& life) {
-        ResourceCount before;
-        for (int i = -2; i < cycles; ++i) {
-            if (i == 0) {
-                before = CountResources();
-            }
-            for (int mode = 0; mode <= 5; ++mode) {
+    constexpr int kModes = 6;
+    const auto inEveryMode = [&](const std::function<void(OrderMode)>& life) {
+        return [&, life] {
+            for (int mode = 0; mode < kModes; ++mode) {
                 life(static_cast<OrderMode>(mode));
                 loop.PumpUntilIdle();
             }
-        }
-        const ResourceCount after = CountResources();
-        EXPECT_EQ(after, before);
-        return after.heapBytes - before.heapBytes;
+        };
     };
-    const long long systemGrowth = growthOf([&](OrderMode mode) {
-        CDialog bare;
-        CreateFromResources(bare, static_cast<unsigned>(TraitsOf(mode).templateId), host.Get());
-        bare.DestroyWindow();
+    const auto bare = inEveryMode([&](OrderMode mode) {
+        CDialog dialog;
+        CreateFromResources(dialog, static_cast<unsigned>(TraitsOf(mode).templateId), host.Get());
+        dialog.DestroyWindow();
     });
-    const long long growth = growthOf([&](OrderMode mode) {
+    const auto life = inEveryMode([&](OrderMode mode) {
         Open(mode, &ServerOrder());
         g_pOrderDialog->DestroyWindow();
     });
-    EXPECT_LT(growth - systemGrowth, cycles * 6 * 16);
+    const long long ofTheSystem = KeptByEach(bare, 3);
+    EXPECT_LT(KeptByEach(life, 3) - ofTheSystem, kModes * 16);
 }
 
 }  // namespace

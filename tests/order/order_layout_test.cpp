@@ -214,7 +214,6 @@ TEST_F(OrderModes, SetUpTitleButtonAndControls) {
     };
     for (const auto& row : rows) {
         const OrderForm form = Correction(static_cast<OrderMode>(row.mode));
-        original.systemNo.Set("S_1");
         const ModeSetup setup = SetUpMode(form, trade, clock.now);
         EXPECT_EQ(setup.title, row.title);
         EXPECT_EQ(setup.confirmText, row.confirm);
@@ -240,6 +239,7 @@ TEST_F(OrderModes, SetUpTitleButtonAndControls) {
 
 TEST_F(OrderModes, SetUpTexts) {
     const OrderForm modify = Correction(OrderMode::Modify);
+    original.systemNo.Set("");
     const auto changes = SetUpMode(modify, trade, clock.now).changes;
     EXPECT_EQ(TextOf(changes, IDC_SYSTEM_NO), "S_OP9_20260304050607089");
     EXPECT_EQ(StateOf(changes, IDC_SYSTEM_NO), "-E");

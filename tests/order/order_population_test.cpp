@@ -11,20 +11,13 @@ using Items = std::vector<std::string>;
 
 class OrderPopulation : public OrderTest {
 protected:
-    UserRecord MakeUser(const char* accountNo, GroupRecord* owner) {
-        UserRecord record{};
-        record.sign.Set(owner ? owner->sign.View() : "");
-        record.accountNo.Set(accountNo);
-        record.accountName.Set("Name of " + std::string(accountNo));
-        record.group = owner;
-        return record;
-    }
     OrderPopulation() {
         ServerConfigRecord& server = config.configs.emplace_back();
         server.name.Set("Main");
         server.address.Set("10.0.0.1");
         server.port = 80;
         config.count = 1;
+        api.AddUpper("U7");
     }
     FakeConfig config;
     TradeData configured{&api, &config};
@@ -49,20 +42,21 @@ TEST_F(OrderPopulation, AccountsStandInOrderAndGiveTheirSign) {
     other.operatorNo.Set("OP2");
     GroupRecord closed = group;
     closed.tradable = 'N';
-    UserRecord late = MakeUser("200", &group);
-    UserRecord first = MakeUser("100", &other);
-    UserRecord untradable = MakeUser("050", &closed);
-    UserRecord homeless = MakeUser("060", nullptr);
+    user.group = &other;
+    user.accountName.Set("First");
+    api.AddUser("050").group = &closed;
+    api.AddUser("060").group = nullptr;
+    api.users.insert(api.users.begin(), {&api.AddUser("200", "Late"), nullptr});
+    api.users.pop_back();
     ServerRecord server{};
     server.address.Set("10.0.0.1");
     server.port = 80;
-    api.users = {&late, nullptr, &first, &untradable, &homeless};
     api.server = &server;
 
     OrderForm form;
     EXPECT_TRUE(ListAccounts(form, trade).items.empty()) << "no server is configured";
     EXPECT_EQ(form.sign, "");
-    EXPECT_EQ(ListAccounts(form, configured).items, (Items{"100 Name of 100", "200 Name of 200"}));
+    EXPECT_EQ(ListAccounts(form, configured).items, (Items{"100 First", "200 Late"}));
     EXPECT_EQ(form.sign, "ANO");
     ASSERT_EQ(form.accounts.size(), 2u);
     EXPECT_EQ(form.accounts[0].serverName, "Main");
@@ -80,14 +74,8 @@ TEST_F(OrderPopulation, AccountsStandInOrderAndGiveTheirSign) {
 }
 
 TEST_F(OrderPopulation, AccountGateShutsListsAndAccount) {
-    CurrencyRecord yuan{}, dollar{};
-    yuan.currencyNo.Set("CNY");
-    dollar.currencyNo.Set("usd");
-    UpperRecord upper{};
-    upper.upperNo.Set("U7");
-    upper.upperName.Set("Clearing");
-    api.currencies = {&yuan, &dollar};
-    api.uppers = {&upper};
+    api.AddCurrency("CNY");
+    api.AddCurrency("usd");
     struct {
         const char* account;
         char tradable, lock;
@@ -131,45 +119,36 @@ TEST_F(OrderPopulation, SecondContractsAreTheCommoditysOwnOrTheUnderlyings) {
 }
 
 TEST_F(OrderPopulation, NewOrderHasDefaults) {
-    UpperRecord upper{};
-    upper.upperNo.Set("U1");
-    api.uppers = {&upper};
     OrderForm form;
     LoadOriginal(form, trade);
     const OrderCodes codes = CodesOf(form);
     EXPECT_EQ((std::string{codes.orderState, codes.source, codes.validType, codes.orderType}), "4E02");
-    EXPECT_EQ(form.upper, "U1");
+    EXPECT_EQ(form.upper, "U7");
     EXPECT_EQ(ShownContract(form), std::nullopt);
     LoadOriginal(form, TradeData(nullptr));
 }
 
 TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
-    OrderForm form = Correction(OrderMode::Modify);
-    ASSERT_TRUE(ParseContractText("EXA FR 1509", original.key));
-    original.key.sign.Set("ANO");
+    OrderForm form;
+    form.original = &ServerOrder("EXA FR 1509");
     original.orderType = '4';
     original.orderState = 'A';
     original.orderSource = 'M';
     original.validType = '2';
-    original.direction = 'S';
     original.forcedClose = 'Y';
-    original.orderQty = 9;
     original.fillQty = 4;
     original.validUntil.Set("2026-12-31 15:00:00");
-    original.systemNo.Set("S_9");
-    original.upperNo.Set("U8");
     api.priceText = "97+3/8";
-    form.validType = form.upper = "";
     LoadOriginal(form, trade);
     const OrderCodes codes = CodesOf(form);
     EXPECT_EQ(
         (std::string{codes.orderType, codes.orderState, codes.source, codes.validType, codes.direction}),
         "4AM2S");
     EXPECT_TRUE(form.forcedClose);
-    EXPECT_EQ(form.orderQty * 10 + form.fillQty, 94);
-    EXPECT_EQ(form.account + form.sign + form.upper + form.systemNo, "100ANOU8S_9");
-    EXPECT_EQ(form.contractText, "EXA FR 1509");
-    EXPECT_EQ(form.contractNo, "1509");
+    EXPECT_EQ(form.orderQty, 5);
+    EXPECT_EQ(form.fillQty, 4);
+    EXPECT_EQ(form.account + " " + form.sign + " " + form.upper + " " + form.systemNo, "100 SIG U7 S_OLD");
+    EXPECT_EQ(form.contractText + " " + form.contractNo, "EXA FR 1509 1509");
     EXPECT_EQ(form.validUntil.tm_year * 100 + form.validUntil.tm_mon, 12611);
     EXPECT_EQ(form.validUntil.tm_hour, 15);
     for (const PriceRow* row : {&form.orderPrice, &form.triggerPrice, &form.fillPrice}) {
@@ -187,19 +166,17 @@ TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
     EXPECT_EQ(form.validUntil.tm_hour, 15) << "without a date the picker stays";
 }
 
-// A host that formats one price after the other.
-struct PriceTexts : FakeTradeApi {
-    std::vector<std::string> texts;
-    void FormatPrice(const void*, double, char* buffer, int, int, char) override {
-        std::strcpy(buffer, texts.front().c_str());
-        texts.erase(texts.begin());
-    }
-};
-
 TEST_F(OrderPopulation, DenominatorIsTheOrderPricesUntilAnotherPriceNamesOne) {
+    // A host that formats one price after the other.
+    struct : FakeTradeApi {
+        std::deque<std::string> texts;
+        void FormatPrice(const void*, double, char* buffer, int, int, char) override {
+            std::strcpy(buffer, texts.front().c_str());
+            texts.pop_front();
+        }
+    } formatter;
     for (const auto& [texts, denominator] :
-         {std::pair{std::vector<std::string>{"97+3/8", "96", "0"}, 8}, {{"97", "96+1/4", "0"}, 4}}) {
-        PriceTexts formatter;
+         {std::pair{std::deque<std::string>{"97+3/8", "96", "0"}, 8}, {{"97", "96+1/4", "0"}, 4}}) {
         formatter.texts = texts;
         OrderForm form = Correction(OrderMode::Modify);
         form.denominator = 32;
@@ -213,8 +190,8 @@ TEST_F(OrderPopulation, ShowsContractsOfEveryType) {
          {"EXA CM ", "EXA CM(1) ", "EXA CM 1509", "EXA CM 1509/1512", "EXA CM&CN 1509", "EXA CM 1509 C3000",
           "EXA CM 1509 C3000/1509 C3100", "EXA CM 1509 P3100/1509 P3000", "EXA CM 1509 C3000/1509 P3000",
           "EXA CM 1509 C3100/1509 P3000", "EXA CM 1509 C3000/1512 C3000", "EXA CM 1509 P3000/1512 P3000"}) {
-        OrderForm form = Correction(OrderMode::Modify);
-        ASSERT_TRUE(ParseContractText(text, original.key)) << text;
+        OrderForm form;
+        form.original = &ServerOrder(text);
         LoadOriginal(form, trade);
         EXPECT_EQ(form.contractText, text);
         OrderForm typed = Entry(OrderMode::Input, "EXB ZZ 1601");

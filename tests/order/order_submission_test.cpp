@@ -28,7 +28,6 @@ protected:
             EXPECT_EQ(prompt.asked[i].caption, ResString(boxes[i].second));
         }
     }
-    OrderRecord known{};
 };
 
 TEST_F(OrderSubmission, InputAsksForTheNextOrder) {
@@ -99,6 +98,7 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
         std::size_t orders, fills;
         Boxes boxes;
     } const rows[] = {
+        {"faulty entry", "EXA CM 1512", {}, SubmitOutcome::Stay, 0, 0, {{10022, 10040}}},
         {"order", "EXA CM 1509", {1}, SubmitOutcome::Stay, 1, 0, {{10056, 10114}}},
         {"fill", "EXA CM 1509", {0, 1}, SubmitOutcome::Stay, 1, 1, {}},
         {"first leg", "EXA SA 1509/1512", {0, 1, 0}, SubmitOutcome::Close, 1, 2, {{10115, 10114}}},
@@ -111,48 +111,41 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
         EXPECT_EQ(service.fills.size(), row.fills) << row.step;
         ExpectBoxes(row.boxes);
     }
-    const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
     OrderForm form = Entry();
+    const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
     EXPECT_EQ(SubmitOrder(form, unserved).outcome, SubmitOutcome::Stay);
 }
 
-// A host that comes to know an order while it is being sent.
-class LateOrderApi : public FakeTradeApi {
-public:
-    int unknownFor = 0;
-    OrderRecord* late = nullptr;
-    OrderRecord* GetOrder(std::uint32_t) override { return unknownFor-- > 0 ? nullptr : late; }
-};
-
 TEST_F(OrderSubmission, WhatTheServerHasIsNotSentAgain) {
     OrderForm form = Correction(OrderMode::Input);
-    known.orderNo = 77;
-    api.orders = {&known};
+    api.orders = {&original};
     EXPECT_EQ(Submit(form, {PromptAnswer::Ok, PromptAnswer::Yes}).outcome, SubmitOutcome::NextOrder);
     ExpectBoxes({{10052, 10053}, {10115, 10114}});
     EXPECT_TRUE(service.orders.empty());
 
-    LateOrderApi late;
-    static_cast<FakeTradeApi&>(late) = api;
-    late.late = &known;
-    const TradeData lateTrade(&late);
-    const OrderServices lateServices{lateTrade, requests, prompt, pause, clock};
-    const OrderForm filled = FilledEntry();
-    const OrderRecord order = BuildOrder(filled, api.contracts[0], trade, clock.now);
-    for (const auto& [alreadyFilled, orders, remaining] :
+    // The host comes to know the order between the two look-ups.
+    form = FilledEntry();
+    for (const auto& [alreadyFilled, sent, remaining] :
          {std::tuple{5u, 0u, 0u}, {6u, 0u, 0u}, {2u, 1u, 3u}, {0u, 1u, 5u}}) {
-        known.fillQty = alreadyFilled;
-        late.unknownFor = 1;
+        original.fillQty = alreadyFilled;
+        original.orderNo = 0;
         service.orders.clear();
         service.fills.clear();
         prompt.asked.clear();
-        const InputResult result = SendInput(order, FillTermsOf(filled), lateServices);
+        api.orders.clear();
+        api.whileAsked = [&, asked = 0]() mutable {
+            if (asked++ == 1) {
+                api.orders = {&original};
+            }
+        };
+        const OrderRecord order = BuildOrder(form, api.contracts[0], TradeData(nullptr), clock.now);
+        const InputResult result = SendInput(order, FillTermsOf(form), services);
         EXPECT_FALSE(result.failed);
-        EXPECT_EQ(result.orderSent, orders == 1);
-        EXPECT_EQ(service.orders.size(), orders);
-        ExpectBoxes(orders ? Boxes{} : Boxes{{10055, 10053}});
-        ASSERT_EQ(service.fills.size(), orders);
-        if (orders) {
+        EXPECT_EQ(result.orderSent, sent == 1);
+        EXPECT_EQ(service.orders.size(), sent);
+        ExpectBoxes(sent ? Boxes{} : Boxes{{10055, 10053}});
+        ASSERT_EQ(service.fills.size(), sent);
+        if (sent) {
             EXPECT_EQ(service.fills[0].fillQty + 0u, remaining);
         }
     }
@@ -245,13 +238,6 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
         EXPECT_EQ(service.exercises.size(), row.sent);
         ExpectBoxes(row.boxes);
     }
-}
-
-TEST_F(OrderSubmission, AFaultyEntryStays) {
-    OrderForm form = Entry();
-    form.orderQty = 0;
-    EXPECT_EQ(Submit(form).outcome, SubmitOutcome::Stay);
-    EXPECT_TRUE(service.orders.empty());
 }
 
 }  // namespace
