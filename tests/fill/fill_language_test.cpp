@@ -16,8 +16,8 @@ TEST_F(FillLanguages, WordsDifferAndBytesDoNot) {
         g_wResLanguage = language;
         service.fills.clear();
         OpenOn(0, order);
-        EXPECT_EQ(Text(IDC_FILL_SOURCE), source);
-        EXPECT_EQ(Text(IDC_DIRECTION), direction);
+        EXPECT_EQ(Texts({IDC_FILL_SOURCE, IDC_DIRECTION}), std::string(source) + "|" + direction);
+        EXPECT_EQ(SendMessageA(Item(IDC_DIRECTION), CB_GETCURSEL, 0, 0), 0) << "of the list";
         Press(IDC_CONFIRM);
         FillRecord carry = book.FillOf("EXF CA 150320", 'C');
         OpenOn(0, carry);

@@ -33,14 +33,10 @@ protected:
         return names;
     }
     std::string Values() const {
-        std::string values;
-        for (int id :
-             {IDC_SYSTEM_NO, IDC_UPPER, IDC_ACCOUNT, IDC_FILL_SOURCE, IDC_FILL_QTY, IDC_EXCHANGE,
-              IDC_COMMODITY, IDC_FILL_CONTRACT, IDC_DIRECTION, IDC_FILL_PRICE_WHOLE, IDC_FILL_PRICE_NUMERATOR,
-              IDC_FILL_PRICE_DENOMINATOR, IDC_OPEN_DIRECTION, IDC_FILL_PRICE2_WHOLE, IDC_CURRENCY, IDC_FEE}) {
-            values += Text(id) + "|";
-        }
-        return values;
+        return Texts({IDC_SYSTEM_NO, IDC_UPPER, IDC_ACCOUNT, IDC_FILL_SOURCE, IDC_FILL_QTY, IDC_EXCHANGE,
+                      IDC_COMMODITY, IDC_FILL_CONTRACT, IDC_DIRECTION, IDC_FILL_PRICE_WHOLE,
+                      IDC_FILL_PRICE_NUMERATOR, IDC_FILL_PRICE_DENOMINATOR, IDC_OPEN_DIRECTION,
+                      IDC_FILL_PRICE2_WHOLE, IDC_CURRENCY, IDC_FEE});
     }
 };
 
@@ -56,7 +52,7 @@ TEST_F(FillOpening, ModesAndRecords) {
     const std::string modify = "exchange price priceSpin confirm cancel", buttons = "confirm cancel";
     const std::string ofOrder = "Input Filled - [OrderNo:4711]", ofFill = "Modify Filled - [FillNo:F77]";
     const std::string unnumbered = "Remove Filled - [OrderNo:%d]";
-    const std::string fillValues = "SYS7|UP1|10001|E-TRADE|4|EXA|CM|1509|Sell|97|0|1|Buy||USD|0|";
+    const std::string fillValues = "SYS7|UP1|10001|E-TRADE|4|EXA|CM|1509|Sell|97|0|1|Buy||USD|0";
     constexpr int kOrder = kRecordKindOrder, kFill = kRecordKindFill;
     const char* const confirm[] = {"Input", "Input", "Modify", "Remove"};
     struct {
@@ -70,9 +66,9 @@ TEST_F(FillOpening, ModesAndRecords) {
     } const rows[] = {
         // clang-format off
         {"input for an order", 0, &order, kOrder, ofOrder, forOrder + price + rest, IDC_FILL_SOURCE,
-         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0|"},
+         "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509|Buy|97|0|1|Sell||USD|0"},
         {"input for a spread", 0, &spread, kOrder, ofOrder, forOrder + price + " price2 price2Spin" + rest,
-         IDC_FILL_SOURCE, "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509/1512|Buy|97|0|1|Sell|97|USD|0|"},
+         IDC_FILL_SOURCE, "SYS7|UP2|10001|Manual Order|3|EXA|CM|1509/1512|Buy|97|0|1|Sell|97|USD|0"},
         {"another input mode", 1, &spread, kOrder, ofOrder, forOrder + "exchange " + price + rest,
          IDC_FILL_SOURCE, ""},
         {"input on a fill", 0, &fill, kFill, "Input Fill", free + rest, IDC_UPPER, fillValues},
@@ -81,7 +77,7 @@ TEST_F(FillOpening, ModesAndRecords) {
         {"modify", 2, &fill, kFill, "Modify Filled", modify, IDC_EXCHANGE, fillValues},
         {"modify in fractions", 2, &fraction, kFill, "Modify Filled",
          "exchange price priceSpin numerator confirm cancel", IDC_EXCHANGE,
-         "SYS7|UP1|10001|E-TRADE|4|EXA|TR|1509|Sell|97|0|8|Buy||USD|0|"},
+         "SYS7|UP1|10001|E-TRADE|4|EXA|TR|1509|Sell|97|0|8|Buy||USD|0"},
         {"modify nothing", 2, nullptr, -1, "Modify Filled", modify, IDC_EXCHANGE, ""},
         {"remove", 3, &fill, kFill, ofFill, buttons, IDC_CONFIRM, fillValues},
         {"remove in fractions", 3, &fraction, kFill, ofFill, buttons, IDC_CONFIRM, ""},

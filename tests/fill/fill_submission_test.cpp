@@ -231,7 +231,8 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
          {Ok}, Stay, 0, {{10114, 10067}}},
         {"open before close", With(CarryForm(), [](auto& f) { f.openContract = "150318"; }),
          {Ok}, Stay, 0, {{10114, 10068}}},
-        {"other modes have no open contract", With(CarryForm(), [](auto& f) { f.mode = 1, f.openContract = ""; }),
+        {"other modes have no open contract",
+         With(CarryForm(), [](auto& f) { f.mode = 1, f.openContract = ""; }),
          {Ok}, Stay, 0, {{10114, 10068}}},
         // clang-format on
     };

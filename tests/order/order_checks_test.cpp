@@ -21,49 +21,92 @@ class OrderChecks : public OrderTest {};
 constexpr const char* kPart = "Partially Filled";
 constexpr const char* kPartCanceled = "Partial Canceled";
 
-#define WITH(...) [](OrderForm& f) { __VA_ARGS__; }
+#define WITH(...) []([[maybe_unused]] OrderForm& f) { __VA_ARGS__; }
+
+void Fill(OrderForm& form, const char* price, const char* price2) {
+    form.orderState = "Filled";
+    form.fillQty = form.orderQty;
+    form.fillPrice.whole = price;
+    form.fillPrice2.whole = price2;
+}
 
 TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
     using M = OrderMode;
+    const char* const month = "EXA SP 1509/1512";
+    const char* const straddle = "EXA ST 1509 C3000/1509 P3000";
+    AddSpread('m', month);
+    AddSpread('d', straddle);
     struct {
         const char* fault;
         OrderMode mode;
+        const char* contract;  // null: the usual one of the mode
         void (*change)(OrderForm&);
-        Ids errors;
+        Ids errors, warnings = {};
     } const rows[] = {
         // clang-format off
-        {"nothing wrong", M::Input, WITH(f.fillQty = 0), {}},
-        {"an account", M::Input, WITH(f.account = ""), {10012}},
-        {"the whole head", M::Input,
+        {"nothing wrong", M::Input, nullptr, WITH(f.fillQty = 0), {}},
+        {"an account", M::Input, nullptr, WITH(f.account = ""), {10012}},
+        {"the whole head", M::Input, nullptr,
          WITH(f.account = f.upper = f.contractText = f.direction = f.commodityNo = ""),
          {10012, 10013, 10014, 10018, 10019}},
-        {"an emptied contract edit", M::Input, WITH(f.contractText = " "), {10014, 10022}},
-        {"an unknown direction is none", M::Input, WITH(f.direction = "X"), {10018}},
-        {"an unlisted contract", M::Input, WITH(f.contractText = "EXA CM 1512"), {10022}},
-        {"prices between ticks", M::Input, WITH(f.orderPrice.whole = "97.3", f.triggerPrice.whole = ".1"),
-         {10020, 10021}},
-        {"codes without a word", M::Input, WITH(f.orderType = f.orderState = f.source = f.validType = ""),
-         {10028, 10029, 10030, 10031}},
-        {"no price, no quantity", M::Input, WITH(f.orderPrice.whole = "0", f.orderQty = 0), {10032, 10033}},
-        {"a market order has no price", M::Input, WITH(f.orderPrice.whole = "0", f.orderType = "Market"), {}},
-        {"a limit stop wants both", M::Input, WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"),
-         {10032, 10034}},
-        {"corrections want an order", M::Modify, WITH(f.fillQty = 0), {10035}},
-        {"also a move", M::Move, WITH(f.fillQty = 0), {10035}},
-        {"a filled order without fill", M::Modify, WITH(f.orderState = kPart, f.exchangeFillNo = ""),
-         {10035, 10036, 10037, 10039}},
-        {"more filled than ordered", M::Input, WITH(f.orderState = kPartCanceled, f.fillQty = 6), {10038}},
-        {"all of it is not a part", M::Input, WITH(f.orderState = kPart, f.fillQty = 5), {10039}},
-        {"a part is not all of it", M::Modify, WITH(f.orderState = "Filled", f.fillQty = 4), {10035, 10039}},
-        {"a part without a fill state", M::Input, WITH(f.fillQty = 4), {10039}},
-        {"a part", M::Input, WITH(f.orderState = kPartCanceled, f.fillQty = 4), {}},
+        {"an emptied contract edit", M::Input, nullptr, WITH(f.contractText = " "), {10014, 10022}},
+        {"an unknown direction is none", M::Input, nullptr, WITH(f.direction = "X"), {10018}},
+        {"an unlisted contract", M::Input, "EXA CM 1512", WITH(), {10022}},
+        {"prices between ticks", M::Input, nullptr,
+         WITH(f.orderPrice.whole = "97.3", f.triggerPrice.whole = ".1"), {10020, 10021}},
+        {"codes without a word", M::Input, nullptr,
+         WITH(f.orderType = f.orderState = f.source = f.validType = ""), {10028, 10029, 10030, 10031}},
+        {"no price, no quantity", M::Input, nullptr, WITH(f.orderPrice.whole = "0", f.orderQty = 0),
+         {10032, 10033}},
+        {"a market order has no price", M::Input, nullptr,
+         WITH(f.orderPrice.whole = "0", f.orderType = "Market"), {}},
+        {"a limit stop wants both", M::Input, nullptr,
+         WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"), {10032, 10034}},
+        {"a spread may cost nothing", M::Input, month,
+         WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"), {}},
+        {"a straddle may not", M::Input, straddle,
+         WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"), {10032, 10034}},
+        {"eighths are ticks", M::Input, "EXA FR 1509", WITH(f.orderPrice = {"97", 3}, f.denominator = 8), {}},
+        {"sevenths are none", M::Input, "EXA FR 1509", WITH(f.orderPrice = {"97", 3}, f.denominator = 7),
+         {10020}},
+        {"corrections want an order", M::Modify, nullptr, WITH(f.original = nullptr), {10035}},
+        {"also a move", M::Move, nullptr, WITH(f.original = nullptr), {10035}},
+        {"a filled order without fill", M::Modify, nullptr,
+         WITH(f.orderState = kPart, f.exchangeFillNo = ""), {10036, 10037, 10039}},
+        {"more filled than ordered", M::Input, nullptr, WITH(f.orderState = kPartCanceled, f.fillQty = 6),
+         {10038}},
+        {"all of it is not a part", M::Input, nullptr, WITH(f.orderState = kPart, f.fillQty = 5), {10039}},
+        {"a part is not all of it", M::Modify, nullptr, WITH(f.orderState = "Filled", f.fillQty = 4),
+         {10039}},
+        {"a part without a fill state", M::Input, nullptr, WITH(f.fillQty = 4), {10039}},
+        {"a part", M::Input, nullptr, WITH(f.orderState = kPartCanceled, f.fillQty = 4), {}, {10042}},
+        {"a carry enters no order", M::Carry, nullptr,
+         WITH(f.orderPrice.whole = "0.1", f.source = "", f.fillQty = 9), {}},
+        {"a carry is a fill", M::Carry, nullptr, WITH(f.exchangeFillNo = "", f.fillQty = 0), {10036, 10037}},
+        {"an exercise has a quantity only", M::Exercise, nullptr,
+         WITH(f.orderPrice.whole = "0.1", f.orderQty = 0,
+              f.orderType = f.orderState = f.source = f.validType = ""), {10033}},
+        {"a fill between ticks", M::Input, nullptr, WITH(Fill(f, "97.3", "0.1")), {}, {10041}},
+        {"a fill for nothing", M::Input, nullptr, WITH(Fill(f, "", "")), {}, {10042}},
+        {"a fill on a tick", M::Input, nullptr, WITH(Fill(f, "97.25", "")), {}},
+        {"both fills between ticks", M::Input, month, WITH(Fill(f, "0.1", "0.2")), {}, {10041, 10043}},
+        {"both fills for nothing", M::Input, month, WITH(Fill(f, "0", "0")), {}, {10042, 10044}},
+        {"a move has the first alone", M::Move, month, WITH(Fill(f, "0", "0")), {}, {10042}},
         // clang-format on
     };
     for (const auto& row : rows) {
-        OrderForm form = Entry(row.mode);
+        OrderForm form = row.mode == M::Carry ? CarryEntry("240315", "240329")
+                         : row.mode == M::Exercise
+                             ? Entry(M::Exercise, "EXA CO 240315 C3000")
+                             : Entry(row.mode, row.contract ? row.contract : "EXA CM 1509");
+        form.forwardContract = "240329";
+        form.original = &ServerOrder();
         row.change(form);
-        EXPECT_EQ(FindOrderProblems(form, trade).errors, row.errors) << row.fault;
+        const OrderFindings findings = FindOrderProblems(form, trade);
+        EXPECT_EQ(findings.errors, row.errors) << row.fault;
+        EXPECT_EQ(findings.warnings, row.warnings) << row.fault;
     }
+    EXPECT_EQ(FindOrderProblems(Entry(), TradeData(nullptr)).errors, (Ids{10019}));
 }
 
 TEST_F(OrderChecks, EntriesLoseTheBlanksAroundThem) {
@@ -114,48 +157,6 @@ TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {
     }
 }
 
-TEST_F(OrderChecks, CarryAndExerciseSkipWhatTheyDoNotEnter) {
-    OrderForm carry = CarryEntry("240315", "240329");
-    carry.orderPrice.whole = "0.1";  // hidden rows
-    carry.source = "";
-    carry.fillQty = 9;
-    EXPECT_EQ(FindOrderProblems(carry, trade).errors, Ids{});
-    carry.exchangeFillNo = "";
-    carry.fillQty = 0;
-    EXPECT_EQ(FindOrderProblems(carry, trade).errors, (Ids{10036, 10037}));
-
-    OrderForm exercise = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
-    exercise.forwardContract = "240329";
-    exercise.orderPrice.whole = "0.1";
-    exercise.orderType = exercise.orderState = exercise.source = exercise.validType = "";
-    exercise.orderQty = 0;
-    EXPECT_EQ(FindOrderProblems(exercise, trade).errors, (Ids{10033}));
-}
-
-TEST_F(OrderChecks, PricesCountByCommodity) {
-    AddSpread('m', "EXA SP 1509/1512");
-    AddSpread('d', "EXA ST 1509 C3000/1509 P3000");
-    struct {
-        const char* contract;
-        PriceRow price;
-        int denominator;
-        Ids errors;
-    } const rows[] = {
-        {"EXA SP 1509/1512", {"0", 0}, 1, {}},  // a spread may cost nothing
-        {"EXA ST 1509 C3000/1509 P3000", {"0", 0}, 1, {10032, 10034}},
-        {"EXA FR 1509", {"97", 3}, 8, {10034}},
-        {"EXA FR 1509", {"97", 3}, 7, {10020, 10034}},
-    };
-    for (const auto& row : rows) {
-        OrderForm form = Entry(OrderMode::Input, row.contract);
-        form.orderType = "Limit stop";
-        form.orderPrice = row.price;
-        form.denominator = row.denominator;
-        EXPECT_EQ(FindOrderProblems(form, trade).errors, row.errors) << row.contract;
-    }
-    EXPECT_EQ(FindOrderProblems(Entry(), TradeData(nullptr)).errors, (Ids{10019}));
-}
-
 TEST_F(OrderChecks, RemovedAndMovedOrdersIgnoreErrorsButNotAMissingContract) {
     for (const OrderMode mode : {OrderMode::RemoveFilled, OrderMode::Move}) {
         OrderForm form = Correction(mode);
@@ -168,29 +169,6 @@ TEST_F(OrderChecks, RemovedAndMovedOrdersIgnoreErrorsButNotAMissingContract) {
         EXPECT_FALSE(CheckOrder(form, trade, prompt).passed);
         EXPECT_EQ(prompt.asked.back().text, Joined({10013, 10022, 10028}));
         prompt.asked.clear();
-    }
-}
-
-TEST_F(OrderChecks, WarnOfFillPrices) {
-    AddSpread('m', "EXA SP 1509/1512");
-    struct {
-        OrderMode mode;
-        const char *contract, *price, *price2;
-        Ids warnings;
-    } const rows[] = {
-        {OrderMode::Input, "EXA CM 1509", "97.3", "0.1", {10041}},
-        {OrderMode::Input, "EXA CM 1509", "", "", {10042}},
-        {OrderMode::Input, "EXA SP 1509/1512", "0.1", "0.2", {10041, 10043}},
-        {OrderMode::Input, "EXA SP 1509/1512", "0", "0", {10042, 10044}},
-        {OrderMode::Move, "EXA SP 1509/1512", "0", "0", {10042}},
-        {OrderMode::Input, "EXA CM 1509", "97.25", "", {}},
-    };
-    for (const auto& row : rows) {
-        OrderForm form = FilledEntry(row.mode, row.contract);
-        form.original = Correction(row.mode).original;
-        form.fillPrice.whole = row.price;
-        form.fillPrice2.whole = row.price2;
-        EXPECT_EQ(FindOrderProblems(form, trade).warnings, row.warnings) << row.contract << ' ' << row.price;
     }
 }
 

@@ -1,116 +1,9 @@
-#include "order/order_dialog.h"
+#include "order/order_window.h"
 
-#include "order/order_fixture.h"
 #include "res/dialog_creation.h"
-#include "res/string_table.h"
-#include "support/dialog_window.h"
 #include "support/leak_count.h"
-#include "support/message_box_script.h"
-#include "trade/fake_config.h"
-#include "trade/host_services.h"
 
 namespace {
-
-// A position list that remembers what it was told.
-class FakeList : public ITradeListWindow {
-public:
-    PositionFilterRecord filter{};
-    ISelectDataNotify* notify = nullptr;
-    void Place(int, int, int, int, int) override {}
-    void SetFilter(const PositionFilterRecord* record) override { filter = *record; }
-    void SetNotify(ISelectDataNotify* listener) override { notify = listener; }
-    // clang-format off
-    void Reserved0() override {} void Reserved1() override {} void Reserved2() override {}
-    void Reserved3() override {} void Reserved4() override {}
-    // clang-format on
-};
-
-class FakeLists : public ITradeList {
-public:
-    FakeList lists[2];
-    int created = 0;
-    int released = 0;
-    bool fails = false;
-    ITradeListWindow* CreateListWindow(int, int, HWND, int) override {
-        return fails ? nullptr : &lists[created++ % 2];
-    }
-    void ReleaseListWindow(ITradeListWindow*) override { ++released; }
-};
-
-class OrderDialog : public OrderTest, protected DialogWindow {
-protected:
-    OrderDialog() {
-        config.configs.emplace_back().name.Set("Main");
-        config.count = 1;
-        api.AddUser("200");
-        api.AddUpper("U7");
-        api.AddCurrency("USD");
-        api.priceText = "97.5";
-        g_pTradeApi = &api;
-        g_pTradeService = &service;
-        g_pTradeList = &lists;
-        g_hostServices.sysConfig = &config;
-    }
-    ~OrderDialog() override {
-        if (g_pOrderDialog) {
-            g_pOrderDialog->DestroyWindow();
-        }
-        EXPECT_EQ(g_pOrderDialog, nullptr);
-        EXPECT_TRUE(api.listeners.empty());
-        EXPECT_EQ(lists.created, lists.released);
-        g_pTradeApi = nullptr;
-        g_pTradeService = nullptr;
-        g_pTradeList = nullptr;
-        g_hostServices.sysConfig = nullptr;
-    }
-
-    bool Create(OrderMode mode, OrderRecord* record, HWND parent) {
-        g_pOrderDialog = new CEmendoOrder(static_cast<unsigned>(TraitsOf(mode).templateId),
-                                          static_cast<int>(mode), record, parent);
-        const bool created = g_pOrderDialog->Create();
-        window = created ? g_pOrderDialog->m_hWnd : nullptr;
-        return created;
-    }
-    void Open(OrderMode mode, OrderRecord* record = nullptr) {
-        ASSERT_TRUE(Create(mode, record, host.Get()));
-        loop = HostLoop(g_pOrderDialog);
-        Show();
-    }
-    // Everything of a limit order but state and fill, through the keyboard where there is an edit.
-    void EnterOrder() {
-        Choose(IDC_ACCOUNT, "100");
-        Choose(IDC_UPPER, "U7");
-        Typed(IDC_CONTRACT, "EXA CM 1509");
-        Choose(IDC_DIRECTION, "Buy");
-        Typed(IDC_ORDER_QTY, "5");
-        Typed(IDC_ORDER_PRICE_WHOLE, "97.5");
-    }
-    void PressConfirm() {
-        Focus(IDC_CONFIRM);
-        loop.Key(VK_RETURN);
-    }
-    // What the only order that was sent says; empty when there is none.
-    std::string Sent() const {
-        EXPECT_EQ(service.orders.size(), 1u);
-        if (service.orders.empty()) {
-            return "";
-        }
-        const OrderRecord& order = service.orders[0];
-        std::ostringstream text;
-        for (const std::string& field : {order.key.sign.Str(), order.accountNo.Str(), order.upperNo.Str(),
-                                         order.key.commodityNo.Str(), order.key.contractNo.Str()}) {
-            text << field << ' ';
-        }
-        text << order.direction << order.orderType << order.orderState << order.validType << order.orderSource
-             << ' ' << order.orderQty << " at " << order.orderPrice << " of " << order.orderNo;
-        return text.str();
-    }
-
-    MessageBoxScript noOtherBoxes;
-    HostWindow host;
-    FakeLists lists;
-    FakeConfig config;
-};
 
 TEST_F(OrderDialog, EveryModeHasItsTitleButtonAndFocus) {
     struct {
@@ -151,9 +44,8 @@ TEST_F(OrderDialog, AFilledOrderGoesOutWithItsFillAndTheNextOneStarts) {
     Open(OrderMode::Input);
     EnterOrder();
     Choose(IDC_ORDER_STATE, "Filled");
-    EXPECT_EQ(Text(IDC_FILL_QTY), "5");
+    EXPECT_EQ(Texts({IDC_FILL_QTY, IDC_FILL_PRICE_WHOLE}), "5|97.5");
     EXPECT_FALSE(Enabled(IDC_FILL_QTY));
-    EXPECT_EQ(Text(IDC_FILL_PRICE_WHOLE), "97.5");
     EXPECT_TRUE(Enabled(IDC_FILL_PRICE_WHOLE));
     EXPECT_TRUE(Shown(IDC_CURRENCY));
     const std::string firstNo = Text(IDC_SYSTEM_NO);
@@ -164,21 +56,18 @@ TEST_F(OrderDialog, AFilledOrderGoesOutWithItsFillAndTheNextOneStarts) {
     EXPECT_EQ(service.fills[0].fillPrice, 97.5);
     EXPECT_EQ(service.fills[0].currencyNo.Str(), "USD");
     ASSERT_TRUE(IsWindow(window));
-    EXPECT_EQ(Text(IDC_ORDER_QTY), "0");
+    EXPECT_EQ(Texts({IDC_ACCOUNT, IDC_ORDER_QTY, IDC_ORDER_PRICE_WHOLE}), "100|0|97.5");
     EXPECT_NE(Text(IDC_SYSTEM_NO), firstNo);
-    EXPECT_EQ(Text(IDC_ORDER_PRICE_WHOLE), "97.5");
-    EXPECT_EQ(Text(IDC_ACCOUNT), "100");
     EXPECT_EQ(FocusId(), IDC_ACCOUNT);
 }
 
 TEST_F(OrderDialog, AnOriginalOrderIsShownAndReadBack) {
     api.priceText = "97+3/8";
     Open(OrderMode::Modify, &ServerOrder("EXA FR 1509"));
-    EXPECT_EQ(Text(IDC_CONTRACT) + " at " + Text(IDC_ORDER_PRICE_WHOLE) + "+" +
-                  Text(IDC_ORDER_PRICE_NUMERATOR) + "/" + Text(IDC_ORDER_PRICE_DENOMINATOR),
-              "EXA FR 1509 at 97+3/8");
+    EXPECT_EQ(Texts({IDC_CONTRACT, IDC_SYSTEM_NO, IDC_ORDER_PRICE_WHOLE, IDC_ORDER_PRICE_NUMERATOR,
+                     IDC_ORDER_PRICE_DENOMINATOR}),
+              "EXA FR 1509|S_OLD|97|3|8");
     EXPECT_TRUE(Enabled(IDC_ORDER_PRICE_NUMERATOR));
-    EXPECT_EQ(Text(IDC_SYSTEM_NO), "S_OLD");
     for (const int id :
          {IDC_UPPER, IDC_ACCOUNT, IDC_CONTRACT, IDC_CONTRACT_PICK, IDC_DIRECTION, IDC_SYSTEM_NO}) {
         EXPECT_FALSE(Enabled(id)) << id;
@@ -258,12 +147,10 @@ TEST_F(OrderDialog, CarrySendsBothLegsAndFollowsItsLists) {
     for (const int id : {IDC_SOURCE, IDC_ORDER_TYPE, IDC_ORDER_STATE, IDC_ORDER_QTY, IDC_FORCE_CLOSE}) {
         EXPECT_FALSE(Shown(id)) << id;
     }
-    EXPECT_EQ(Text(IDC_DIRECTION), "Buy");
-    EXPECT_EQ(Text(IDC_FORWARD_DIRECTION), "Sell");
+    EXPECT_EQ(Texts({IDC_DIRECTION, IDC_FORWARD_DIRECTION, IDC_CONFIRM}), "Buy|Sell|Borrow");
     Choose(IDC_DIRECTION, "Sell");
-    EXPECT_EQ(Text(IDC_CONFIRM), "Lending");
+    EXPECT_EQ(Texts({IDC_DIRECTION, IDC_FORWARD_DIRECTION, IDC_CONFIRM}), "Sell|Buy|Lending");
     Choose(IDC_DIRECTION, "Buy");
-    EXPECT_EQ(Text(IDC_CONFIRM), "Borrow");
 
     Choose(IDC_ACCOUNT, "100");
     Choose(IDC_UPPER, "U7");
@@ -272,20 +159,18 @@ TEST_F(OrderDialog, CarrySendsBothLegsAndFollowsItsLists) {
     Typed(IDC_FILL_PRICE_WHOLE, "2010.5");
     Typed(IDC_FILL_PRICE2_WHOLE, "2000");
     Typed(IDC_FILL_QTY, "4");
-    EXPECT_EQ(Text(IDC_FORWARD_FILL_QTY), "4");
-    EXPECT_EQ(Text(IDC_CARRY_FEE_TEXT), "10.50  forward discount");
-    EXPECT_EQ(lists.lists[0].filter.contractNo.Str(), "240315");
-    EXPECT_EQ(lists.lists[0].filter.direction, 'S');
-    EXPECT_EQ(lists.lists[1].filter.contractNo.Str(), "240613");
-    EXPECT_EQ(lists.lists[1].filter.direction, 'B');
+    EXPECT_EQ(Texts({IDC_FORWARD_FILL_QTY, IDC_CARRY_FEE_TEXT}), "4|10.50  forward discount");
+    auto& [near, forward] = lists.lists;
+    EXPECT_EQ(near.filter.contractNo.Str() + near.filter.direction, "240315S");
+    EXPECT_EQ(forward.filter.contractNo.Str() + forward.filter.direction, "240613B");
 
     // A picked position counts only while the leg's box is ticked.
     PositionRecord picked{};
-    lists.lists[0].notify->OnSelectData(&lists.lists[0], 0, &picked);
+    near.notify->OnSelectData(&near, 0, &picked);
     EXPECT_EQ(Text(IDC_NEAR_POSITION_PRICE_WHOLE), "");
     loop.Click(Item(IDC_NEAR_CHOSEN_POSITION));
     EXPECT_TRUE(Enabled(IDC_NEAR_POSITION_PRICE_WHOLE));
-    lists.lists[0].notify->OnSelectData(&lists.lists[0], 0, &picked);
+    near.notify->OnSelectData(&near, 0, &picked);
     EXPECT_EQ(Text(IDC_NEAR_POSITION_PRICE_WHOLE), "2010.5");
 
     PressConfirm();

@@ -62,8 +62,8 @@ TEST_F(OrderRequests, Input) {
     form.forcedClose = true;
     Confirm(form);
     ExpectOrders(service.orders, api.contracts[0], {kEntered +
-        Bytes{{33, "CM"}, {44, "1509"}, {111, "4M2"}, {114, "2027-03-04 05:06:07"}, {135, "YBNN"}, {139, k97_5},
-              {147, k97_25}}});
+        Bytes{{33, "CM"}, {44, "1509"}, {111, "4M2"}, {114, "2027-03-04 05:06:07"}, {135, "YBNN"},
+              {139, k97_5}, {147, k97_25}}});
     ExpectFills({});
 }
 
@@ -91,7 +91,8 @@ TEST_F(OrderRequests, InputOfASpreadWithFills) {
               {89, "C"}, {135, "NSNN"}, {139, k97_5}, {540, "6"}, {541, k97_25}, {549, "\5"}}});
     const Bytes leg = {{55, "3000"}, {66, "C"}};
     ExpectFills({leg + Bytes{{33, "LEG1"}, {44, "1509"}, {109, "ESN"}, {139, "M_3_1"}, {232, k97_25}},
-                 leg + Bytes{{21, "EXB"}, {33, "LEG2"}, {44, "1512"}, {109, "EBN"}, {139, "M_3_2"}, {232, k96_5}}});
+                 leg + Bytes{{21, "EXB"}, {33, "LEG2"}, {44, "1512"}, {109, "EBN"}, {139, "M_3_2"},
+                             {232, k96_5}}});
 }
 
 TEST_F(OrderRequests, ModifyAndMoveKeepWhoEnteredTheOrder) {
@@ -121,7 +122,8 @@ TEST_F(OrderRequests, CarryLegs) {
     form.forwardPositionPrice.whole = "12.5";
     Confirm(form);
     const Bytes order = kEntered + Bytes{{33, "CA"}, {111, "2C0"}, {540, "6"}, {549, "\5"}};
-    ExpectOrders(service.orders, api.contracts[4],  // the forward contract is found last, so both legs carry it
+    // The forward contract is found last, so both legs carry it.
+    ExpectOrders(service.orders, api.contracts[4],
         {order + Bytes{{44, "240315"}, {139, k97_25}, {321, "S_1_1"}, {541, k97_25}},
          order + Bytes{{44, "240329"}, {135, "NSNN"}, {139, k96_5}, {321, "S_1_2"}, {541, k96_5}}});
     const Bytes fill = {{33, "CA"}, {256, "Y"}, {331, "\1"}};

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <initializer_list>
 #include <string>
 
 // An open dialog, looked at and used by the ids of its controls.
@@ -17,6 +18,14 @@ protected:
 
     HWND Item(int id) const { return GetDlgItem(window, id); }
     std::string Text(int id) const { return TextOf(Item(id)); }
+    // With "|" between them.
+    std::string Texts(std::initializer_list<int> ids) const {
+        std::string texts;
+        for (const int id : ids) {
+            texts += (texts.empty() ? "" : "|") + Text(id);
+        }
+        return texts;
+    }
     LRESULT Count(int id) const { return SendMessageA(Item(id), CB_GETCOUNT, 0, 0); }
     bool Shown(int id) const { return (GetWindowLongA(Item(id), GWL_STYLE) & WS_VISIBLE) != 0; }
     bool Enabled(int id) const { return IsWindowEnabled(Item(id)) != FALSE; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/trade/reserved.h"
 #include "trade/host_interfaces.h"
 
 #include <deque>
@@ -32,12 +33,11 @@ public:
     }
     int SendExercise(OrderRecord* order) override { return Keep(exercises, *order, 0); }
 
-    void Reserved0() override {} void Reserved1() override {} void Reserved3() override {}
-    void Reserved4() override {} void Reserved5() override {} void Reserved6() override {}
-    void Reserved7() override {} void Reserved8() override {} void Reserved9() override {}
-    void Reserved10() override {} void Reserved11() override {} void Reserved12() override {}
-    void Reserved13() override {} void Reserved14() override {} void Reserved15() override {}
-    void Reserved16() override {} void Reserved17() override {}
+    // clang-format off
+    RESERVED(0) RESERVED(1) RESERVED(3) RESERVED(4) RESERVED(5) RESERVED(6) RESERVED(7) RESERVED(8)
+    RESERVED(9) RESERVED(10) RESERVED(11) RESERVED(12) RESERVED(13) RESERVED(14) RESERVED(15) RESERVED(16)
+    RESERVED(17)
+    // clang-format on
 
 private:
     template <typename Request>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/trade/reserved.h"
 #include "trade/host_interfaces.h"
 
 #include <vector>
@@ -23,14 +24,9 @@ public:
     }
     void Release(ConfigQuery*) override { ++released; }
     // clang-format off
-    void Reserved0() override {} void Reserved1() override {} void Reserved2() override {}
-    void Reserved3() override {} void Reserved4() override {} void Reserved5() override {}
-    void Reserved6() override {} void Reserved7() override {} void Reserved8() override {}
-    void Reserved9() override {} void Reserved10() override {} void Reserved11() override {}
-    void Reserved12() override {} void Reserved13() override {} void Reserved14() override {}
-    void Reserved15() override {} void Reserved16() override {} void Reserved17() override {}
-    void Reserved18() override {} void Reserved19() override {} void Reserved20() override {}
-    void Reserved21() override {} void Reserved22() override {} void Reserved23() override {}
-    void Reserved24() override {} void Reserved25() override {}
+    RESERVED(0) RESERVED(1) RESERVED(2) RESERVED(3) RESERVED(4) RESERVED(5) RESERVED(6) RESERVED(7)
+    RESERVED(8) RESERVED(9) RESERVED(10) RESERVED(11) RESERVED(12) RESERVED(13) RESERVED(14) RESERVED(15)
+    RESERVED(16) RESERVED(17) RESERVED(18) RESERVED(19) RESERVED(20) RESERVED(21) RESERVED(22) RESERVED(23)
+    RESERVED(24) RESERVED(25)
     // clang-format on
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tests/trade/reserved.h"
 #include "trade/host_interfaces.h"
 
 #include <cstring>
@@ -87,18 +88,11 @@ public:
         std::memcpy(buffer, priceText.data(), std::min<std::size_t>(priceText.size(), bufferSize));
     }
     // clang-format off
-    void Reserved4() override {} void Reserved5() override {} void Reserved7() override {}
-    void Reserved8() override {} void Reserved9() override {} void Reserved10() override {}
-    void Reserved11() override {} void Reserved12() override {} void Reserved13() override {}
-    void Reserved14() override {} void Reserved17() override {} void Reserved18() override {}
-    void Reserved19() override {} void Reserved20() override {} void Reserved21() override {}
-    void Reserved22() override {} void Reserved23() override {} void Reserved24() override {}
-    void Reserved28() override {} void Reserved29() override {} void Reserved30() override {}
-    void Reserved31() override {} void Reserved32() override {} void Reserved33() override {}
-    void Reserved34() override {} void Reserved35() override {} void Reserved36() override {}
-    void Reserved42() override {} void Reserved45() override {} void Reserved46() override {}
-    void Reserved47() override {} void Reserved49() override {} void Reserved51() override {}
-    void Reserved52() override {} void Reserved53() override {} void Reserved54() override {}
+    RESERVED(4) RESERVED(5) RESERVED(7) RESERVED(8) RESERVED(9) RESERVED(10) RESERVED(11) RESERVED(12)
+    RESERVED(13) RESERVED(14) RESERVED(17) RESERVED(18) RESERVED(19) RESERVED(20) RESERVED(21) RESERVED(22)
+    RESERVED(23) RESERVED(24) RESERVED(28) RESERVED(29) RESERVED(30) RESERVED(31) RESERVED(32) RESERVED(33)
+    RESERVED(34) RESERVED(35) RESERVED(36) RESERVED(42) RESERVED(45) RESERVED(46) RESERVED(47) RESERVED(49)
+    RESERVED(51) RESERVED(52) RESERVED(53) RESERVED(54)
     // clang-format on
 
 private:
