@@ -224,14 +224,9 @@ TEST_F(OrderModes, SetUpTitleButtonAndControls) {
             states += (states.empty() ? "" : " ") + StateOf(setup.changes, id);
         }
         EXPECT_EQ(states, row.states) << row.mode;
-        for (const auto& [label, control] : {std::pair{1027, 1037},
-                                             {1044, 1039},
-                                             {1055, 10001},
-                                             {10000, 10001},
-                                             {1035, 1052},
-                                             {1047, 1054},
-                                             {1166, 1164},
-                                             {1186, 1167}}) {
+        constexpr int kLabelled[][2] = {{1027, 1037}, {1044, 1039}, {1055, 10001}, {10000, 10001},
+                                        {1035, 1052}, {1047, 1054}, {1166, 1164},  {1186, 1167}};
+        for (const auto& [label, control] : kLabelled) {
             EXPECT_EQ(StateOf(setup.changes, label), StateOf(setup.changes, control)) << label;
         }
     }

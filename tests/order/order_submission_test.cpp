@@ -6,6 +6,9 @@
 
 namespace {
 
+using enum SubmitOutcome;
+using enum PromptAnswer;
+
 // The ids of text and caption of every box that was shown.
 using Boxes = std::vector<std::pair<unsigned, unsigned>>;
 
@@ -36,9 +39,8 @@ TEST_F(OrderSubmission, InputAsksForTheNextOrder) {
         bool stays;
         SubmitOutcome outcome;
     } const rows[] = {
-        {PromptAnswer::Yes, true, SubmitOutcome::NextOrder}, {PromptAnswer::No, true, SubmitOutcome::Close},
-        {PromptAnswer::None, true, SubmitOutcome::Close},    {PromptAnswer::Yes, false, SubmitOutcome::Gone},
-        {PromptAnswer::None, false, SubmitOutcome::Gone},
+        {Yes, true, NextOrder}, {No, true, Close},   {None, true, Close},
+        {Yes, false, Gone},     {None, false, Gone},
     };
     for (const auto& row : rows) {
         prompt.dialogExists = true;
@@ -78,7 +80,7 @@ TEST_F(OrderSubmission, FillsFollowTheirOrder) {
         OrderForm form = FilledEntry(OrderMode::Input, row.contract);
         form.orderState = OrderStateToText(row.state);
         form.fillQty = row.fillQty;
-        EXPECT_EQ(Submit(form, {PromptAnswer::No}).outcome, SubmitOutcome::Close);
+        EXPECT_EQ(Submit(form, {No}).outcome, Close);
         ASSERT_EQ(service.fills.size(), row.spread ? 2u : 1u) << row.contract;
         EXPECT_EQ(pause.waits, std::vector<int>{100});
         for (const FillRecord& fill : service.fills) {
@@ -98,11 +100,11 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
         std::size_t orders, fills;
         Boxes boxes;
     } const rows[] = {
-        {"faulty entry", "EXA CM 1512", {}, SubmitOutcome::Stay, 0, 0, {{10022, 10040}}},
-        {"order", "EXA CM 1509", {1}, SubmitOutcome::Stay, 1, 0, {{10056, 10114}}},
-        {"fill", "EXA CM 1509", {0, 1}, SubmitOutcome::Stay, 1, 1, {}},
-        {"first leg", "EXA SA 1509/1512", {0, 1, 0}, SubmitOutcome::Close, 1, 2, {{10115, 10114}}},
-        {"second leg decides", "EXA SA 1509/1512", {0, 0, 1}, SubmitOutcome::Stay, 1, 2, {}},
+        {"faulty entry", "EXA CM 1512", {}, Stay, 0, 0, {{10022, 10040}}},
+        {"order", "EXA CM 1509", {1}, Stay, 1, 0, {{10056, 10114}}},
+        {"fill", "EXA CM 1509", {0, 1}, Stay, 1, 1, {}},
+        {"first leg", "EXA SA 1509/1512", {0, 1, 0}, Close, 1, 2, {{10115, 10114}}},
+        {"second leg decides", "EXA SA 1509/1512", {0, 0, 1}, Stay, 1, 2, {}},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Submit(FilledEntry(OrderMode::Input, row.contract), {}, row.results).outcome, row.outcome)
@@ -113,13 +115,13 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
     }
     OrderForm form = Entry();
     const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
-    EXPECT_EQ(SubmitOrder(form, unserved).outcome, SubmitOutcome::Stay);
+    EXPECT_EQ(SubmitOrder(form, unserved).outcome, Stay);
 }
 
 TEST_F(OrderSubmission, WhatTheServerHasIsNotSentAgain) {
     OrderForm form = Correction(OrderMode::Input);
     api.orders = {&original};
-    EXPECT_EQ(Submit(form, {PromptAnswer::Ok, PromptAnswer::Yes}).outcome, SubmitOutcome::NextOrder);
+    EXPECT_EQ(Submit(form, {Ok, Yes}).outcome, NextOrder);
     ExpectBoxes({{10052, 10053}, {10115, 10114}});
     EXPECT_TRUE(service.orders.empty());
 
@@ -162,7 +164,7 @@ TEST_F(OrderSubmission, AnUnknownSpreadCommoditySendsNothing) {
 
 TEST_F(OrderSubmission, WhatIsConfirmedIsFinishedWithoutTheDialog) {
     pause.whileWaiting = [&] { prompt.dialogExists = false; };
-    EXPECT_EQ(Submit(FilledEntry()).outcome, SubmitOutcome::Gone);
+    EXPECT_EQ(Submit(FilledEntry()).outcome, Gone);
     EXPECT_EQ(service.fills.size(), 1u);
     EXPECT_TRUE(prompt.asked.empty()) << "nobody is left to ask";
 }
@@ -171,15 +173,15 @@ TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
     prompt.whileAsking = [&] { prompt.dialogExists = false; };
     OrderForm doubtful = FilledEntry();
     doubtful.fillPrice.whole = "97.3";
-    const Submission submission = Submit(doubtful, {PromptAnswer::Ok});
-    EXPECT_EQ(submission.outcome, SubmitOutcome::Gone);
+    const Submission submission = Submit(doubtful, {Ok});
+    EXPECT_EQ(submission.outcome, Gone);
     EXPECT_FALSE(submission.focusFillPrice);
     EXPECT_TRUE(service.orders.empty());
 
     prompt.dialogExists = true;
     OrderForm exercise = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     exercise.forwardContract = "240329";
-    EXPECT_EQ(Submit(exercise, {PromptAnswer::Yes}).outcome, SubmitOutcome::Gone);
+    EXPECT_EQ(Submit(exercise, {Yes}).outcome, Gone);
     EXPECT_TRUE(service.exercises.empty());
 }
 
@@ -192,14 +194,14 @@ TEST_F(OrderSubmission, Corrections) {
         std::size_t orders, removals;
         Boxes boxes;
     } const rows[] = {
-        {OrderMode::Modify, "100", {}, SubmitOutcome::Close, 1, 0, {}},
-        {OrderMode::Modify, "100", {1}, SubmitOutcome::Stay, 1, 0, {{10057, 10114}}},
-        {OrderMode::RemoveFilled, "100", {1}, SubmitOutcome::Close, 0, 1, {}},
-        {OrderMode::RemoveFilled, "100", {0}, SubmitOutcome::Stay, 0, 1, {{10058, 10114}}},
-        {OrderMode::Move, "100", {}, SubmitOutcome::Close, 0, 0, {{10059, 10060}}},
-        {OrderMode::Move, "200", {}, SubmitOutcome::Close, 1, 0, {}},
-        {OrderMode::Move, "200", {1}, SubmitOutcome::Stay, 1, 0, {}},
-        {static_cast<OrderMode>(9), "100", {}, SubmitOutcome::Close, 0, 0, {}},
+        {OrderMode::Modify, "100", {}, Close, 1, 0, {}},
+        {OrderMode::Modify, "100", {1}, Stay, 1, 0, {{10057, 10114}}},
+        {OrderMode::RemoveFilled, "100", {1}, Close, 0, 1, {}},
+        {OrderMode::RemoveFilled, "100", {0}, Stay, 0, 1, {{10058, 10114}}},
+        {OrderMode::Move, "100", {}, Close, 0, 0, {{10059, 10060}}},
+        {OrderMode::Move, "200", {}, Close, 1, 0, {}},
+        {OrderMode::Move, "200", {1}, Stay, 1, 0, {}},
+        {static_cast<OrderMode>(9), "100", {}, Close, 0, 0, {}},
     };
     for (const auto& row : rows) {
         OrderForm form = Correction(row.mode);
@@ -221,12 +223,12 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
         std::size_t sent;
         Boxes boxes;
     } const rows[] = {
-        {'B', 5, 0, {}, {}, SubmitOutcome::Close, 1, {}},
-        {'S', 0, 5, {}, {}, SubmitOutcome::Close, 1, {}},
-        {'B', 3, 9, {PromptAnswer::Yes}, {}, SubmitOutcome::Close, 1, {{10116, 10114}}},
-        {'S', 9, 4, {PromptAnswer::No}, {}, SubmitOutcome::Stay, 0, {{10116, 10114}}},
-        {'B', 3, 9, {PromptAnswer::None}, {}, SubmitOutcome::Stay, 0, {{10116, 10114}}},
-        {'B', 9, 9, {}, {1}, SubmitOutcome::Stay, 1, {{10061, 10114}}},
+        {'B', 5, 0, {}, {}, Close, 1, {}},
+        {'S', 0, 5, {}, {}, Close, 1, {}},
+        {'B', 3, 9, {Yes}, {}, Close, 1, {{10116, 10114}}},
+        {'S', 9, 4, {No}, {}, Stay, 0, {{10116, 10114}}},
+        {'B', 3, 9, {None}, {}, Stay, 0, {{10116, 10114}}},
+        {'B', 9, 9, {}, {1}, Stay, 1, {{10061, 10114}}},
     };
     for (const auto& row : rows) {
         api.longQty = row.longQty;

@@ -24,6 +24,12 @@ ServerConfigRecord Config(const char* name, const char* address, std::uint32_t p
     return config;
 }
 
+class HostData : public testing::Test {
+protected:
+    FakeTradeApi api;
+    TradeData trade{&api};
+};
+
 TEST(TradeData, WithoutATradeInterfaceNothingIsFound) {
     const TradeData trade(nullptr);
     EXPECT_TRUE(trade.Users("").empty());
@@ -40,19 +46,16 @@ TEST(TradeData, WithoutATradeInterfaceNothingIsFound) {
     EXPECT_EQ(trade.FormatPrice(nullptr, 1.5), "1.5");
 }
 
-TEST(TradeData, ListsSkipNullEntriesAndPassTheSign) {
-    FakeTradeApi api;
+TEST_F(HostData, ListsSkipNullEntriesAndPassTheSign) {
     UserRecord first{}, second{};
     api.users = {nullptr, &first, nullptr, &second};
     api.signEntries = {&first, nullptr};
-    const TradeData trade(&api);
     EXPECT_EQ(trade.Users("S1"), (std::vector<const UserRecord*>{&first, &second}));
     EXPECT_EQ(api.log, "S1");
     EXPECT_EQ(trade.SignEntryCount(""), 2u);
 }
 
-TEST(TradeData, PositionTotalCountsOnlyExactAgreementInAllFive) {
-    FakeTradeApi api;
+TEST_F(HostData, PositionTotalCountsOnlyExactAgreementInAllFive) {
     PositionRecord right{};
     right.accountNo.Set("A1");
     right.key.exchangeNo.Set("EXA");
@@ -73,22 +76,19 @@ TEST(TradeData, PositionTotalCountsOnlyExactAgreementInAllFive) {
     PositionRecord again = right;
     again.openQty = 5;
     api.positions.insert(api.positions.end(), {&right, nullptr, &again});
-    EXPECT_EQ(TradeData(&api).PositionTotal("A1", "EXA", "CM", "1509", 'B'), 12u);
+    EXPECT_EQ(trade.PositionTotal("A1", "EXA", "CM", "1509", 'B'), 12u);
 }
 
-TEST(TradeData, ShortTextsComeWithTheWholeFieldsMemory) {
-    FakeTradeApi api;
+TEST_F(HostData, ShortTextsComeWithTheWholeFieldsMemory) {
     api.longQty = 3;
     api.shortQty = 4;
-    const auto found = TradeData(&api).PositionQty("A1", {});
+    const auto found = trade.PositionQty("A1", {});
     EXPECT_EQ(found.longQty, 3u);
     EXPECT_EQ(found.shortQty, 4u);
     EXPECT_EQ(api.log, std::string("A1") + std::string(19, '\0'));
 }
 
-TEST(TradeData, ThreeMonthContractIsBoundedAndNeverEmpty) {
-    FakeTradeApi api;
-    const TradeData trade(&api);
+TEST_F(HostData, ThreeMonthContractIsBoundedAndNeverEmpty) {
     const std::pair<const char*, const char*> rows[] = {
         {nullptr, "3M"}, {"", "3M"}, {"150320", "150320"}, {"150320150320150320", "1503201503"}};
     for (const auto& [answer, expected] : rows) {
@@ -97,9 +97,7 @@ TEST(TradeData, ThreeMonthContractIsBoundedAndNeverEmpty) {
     }
 }
 
-TEST(TradeData, HostPriceTextIsReadBoundedAndFallsBack) {
-    FakeTradeApi api;
-    const TradeData trade(&api);
+TEST_F(HostData, HostPriceTextIsReadBoundedAndFallsBack) {
     const ContractRecord record{};
     api.priceText = "97+3/8";
     EXPECT_EQ(trade.FormatPrice(&record, 97.375), "97+3/8");
@@ -155,9 +153,7 @@ TEST(ServerConfigs, AreCopiedAndReleasedWhateverTheAnswer) {
     EXPECT_TRUE(trade.ServerConfigs().empty());
 }
 
-TEST(ServerConfigs, TheAccountsServerIsMatchedByAddressAndPortAsOneText) {
-    FakeTradeApi api;
-    const TradeData trade(&api);
+TEST_F(HostData, TheAccountsServerIsMatchedByAddressAndPortAsOneText) {
     UserRecord user{};
     user.serverKey.Set("KEY");
     const std::vector<ServerConfigRecord> configs = {
