@@ -57,6 +57,7 @@ TEST_F(FillDialog, EveryTransitionEndsWhereOpeningEnds) {
     EXPECT_EQ(HeightOf(opened[Full]) - HeightOf(opened[Combination]), row);
     EXPECT_EQ(HeightOf(opened[Full]) - HeightOf(opened[Single]), 2 * row);
     EXPECT_EQ(opened[Combination][IDC_FILL_PRICE2_WHOLE][1], opened[Full][IDC_FILL_PRICE2_WHOLE][1] - row);
+    EXPECT_EQ(opened[Single][IDC_CONFIRM][1], opened[Full][IDC_CONFIRM][1] - 2 * row);
     for (FillLayout from : {Full, Combination, Single}) {
         for (FillLayout to : {Full, Combination, Single}) {
             Open(0);

@@ -253,6 +253,8 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
             EXPECT_EQ(prompt.asked[i].text, text);
         }
     }
+    book.threeMonthContractNo = nullptr;
+    EXPECT_EQ(Submit(EnteredForm("EXF CA 3M")), Close) << "its date is not known";
 }
 
 TEST_F(FillSubmission, CarryNeedsAPositionOnTheOtherSide) {

@@ -183,6 +183,11 @@ TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
     exercise.forwardContract = "240329";
     EXPECT_EQ(Submit(exercise, {Yes}).outcome, Gone);
     EXPECT_TRUE(service.exercises.empty());
+
+    prompt.dialogExists = true;
+    api.whileAsked = prompt.whileAsking;
+    EXPECT_EQ(Submit(Entry()).outcome, Gone);
+    EXPECT_TRUE(service.orders.empty());
 }
 
 TEST_F(OrderSubmission, Corrections) {
