@@ -134,13 +134,20 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
 }
 
 TEST_F(LedgerTest, AMoveTakesOrderFillsAndPositionAndNothingElse) {
+    const OrderRecord bought = MakeOrder("800103", "NWX F WH 2505", 'B', 2520, 2, "S_7", "UP002");
+    const OrderRecord sold = MakeOrder("800103", "NWX F WH 2505", 'S', 2530, 3, "S_8", "UP002");
+    for (const OrderRecord* later : {&bought, &sold}) {
+        ASSERT_TRUE(m_ledger.SendFill(MakeFill(*later)).Accepted());
+    }
     OrderRecord move = Order(1001);  // 5 bought on top of 12
     move.accountNo.Set("800103");
     move.upperNo.Set("UP002");
     move.orderPrice = 1;
     ASSERT_TRUE(m_ledger.SendOrder(move).Accepted());
     EXPECT_EQ(Net("800101", "NWX F WH 2505"), 12);
-    EXPECT_EQ(Net("800103", "NWX F WH 2505"), 5);
+    EXPECT_EQ(Net("800103", "NWX F WH 2505"), 5 + 2 - 3);
+    const LineKey line = MakeLineKey("800103", FirstLegOf(sold.key));
+    EXPECT_EQ(+m_ledger.AllPositions().Find(line, 'B', 2514)->record.openQty, 2u) << "bought before the rest";
     EXPECT_EQ(+Order(1001).orderPrice, 2514) << "a move changes no price";
     EXPECT_EQ(m_ledger.FindFill("F00000001")->record.accountNo.View(), "800103");
 }
