@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <numeric>
 #include <vector>
 
 namespace {
@@ -63,19 +64,14 @@ long long BytesInUse(HANDLE heap) {
     return bytes;
 }
 
-}  // namespace
-
-ResourceCount CountResources() {
-    ResourceCount count;
-    count.gdiObjects = CountGdiObjects();
-    count.windows = CountWindows();
+long long CountHeapBytes() {
     std::vector<HANDLE> heaps(64);
-    const DWORD heapCount = GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
-    for (DWORD index = 0; index < heapCount && index < heaps.size(); ++index) {
-        count.heapBytes += BytesInUse(heaps[index]);
-    }
-    return count;
+    heaps.resize(std::min<DWORD>(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()), 64));
+    return std::accumulate(heaps.begin(), heaps.end(), 0LL,
+                           [](long long bytes, HANDLE heap) { return bytes + BytesInUse(heap); });
 }
+
+}  // namespace
 
 long long KeptByEach(const std::function<void()>& use, int rounds) {
     if (const char* cycles = std::getenv("EMENDO_CYCLES")) {
@@ -84,12 +80,14 @@ long long KeptByEach(const std::function<void()>& use, int rounds) {
     for (int warmUp = 0; warmUp < 5; ++warmUp) {
         use();
     }
-    const ResourceCount before = CountResources();
+    const int gdiObjects = CountGdiObjects();
+    const int windows = CountWindows();
+    const long long bytes = CountHeapBytes();
     for (int round = 0; round < rounds; ++round) {
         use();
     }
-    const ResourceCount after = CountResources();
-    EXPECT_EQ(after.gdiObjects, before.gdiObjects);
-    EXPECT_EQ(after.windows, before.windows);
-    return (after.heapBytes - before.heapBytes) / rounds;
+    const long long kept = CountHeapBytes() - bytes;
+    EXPECT_EQ(CountGdiObjects(), gdiObjects);
+    EXPECT_EQ(CountWindows(), windows);
+    return kept / rounds;
 }
