@@ -41,12 +41,12 @@ struct Module : testing::Test {
         api = loaded->createPluginApi("1.0.0.1");
         ASSERT_NE(api, nullptr);
     }
-    void* OpenOrder(int mode, HWND parent) {
-        return CallSlot<void*>(api, kOrderOperation, mode, nullptr, parent);
+    void* OpenOrder(int mode = 0, HWND parent = nullptr) {
+        return CallSlot<void*>(api, kOrderOperation, mode, nullptr, parent ? parent : desk.Get());
     }
-    void* OpenOrder(int mode = 0) { return OpenOrder(mode, desk.Get()); }
-    void* OpenFill(HWND parent) { return CallSlot<void*>(api, kFillOperation, 0, nullptr, 1, parent); }
-    void* OpenFill() { return OpenFill(desk.Get()); }
+    void* OpenFill(HWND parent = nullptr) {
+        return CallSlot<void*>(api, kFillOperation, 0, nullptr, 1, parent ? parent : desk.Get());
+    }
     static HWND Window(void* dialog) { return CallSlot<HWND>(dialog, kGetSafeHwnd); }
     static std::string Title(void* dialog) {
         char title[100] = "";

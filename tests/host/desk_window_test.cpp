@@ -104,7 +104,7 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
     });
 }
 
-TEST_F(DeskWindowTest, IsReachedWithKeysAlone) {
+TEST_F(DeskWindowTest, IsReachedWithKeysAndOpensEveryDialogOnTheSelectedOrder) {
     Run([&](DeskWindow& desk) {
         EXPECT_EQ(GetFocus(), desk.Pane(kOrderList).Window());
         LoopOf(desk).Key(VK_TAB);
@@ -117,12 +117,9 @@ TEST_F(DeskWindowTest, IsReachedWithKeysAlone) {
         host.CloseDialogs();
         Do(desk, kInputFill);
         EXPECT_EQ(OnlyTitle(), "Input Filled - [OrderNo:1001]") << "the order of the selected fill";
-        Do(desk, kCloseDesk);
-    });
-}
+        host.CloseDialogs();
+        Do(desk, kFirstList);
 
-TEST_F(DeskWindowTest, OpensEveryDialogOnTheSelectedOrder) {
-    Run([&](DeskWindow& desk) {
         const std::pair<unsigned, const char*> rows[] = {
             {kInputOrder, "Input Order"},
             {kCarry, "Carry"},
