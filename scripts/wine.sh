@@ -71,19 +71,42 @@ if [ "$(wine_kind)" = none ] || ! wine_template_ready; then
     "$here/setup.sh" >&2
 fi
 
-# A slot is a prefix that one run has for itself. The first free one is taken, so that its server is likely still up.
+# The processors that this run may use, one number a line.
+processors() {
+    local from to
+    awk '/^Cpus_allowed_list:/ { print $2 }' /proc/self/status | tr ',' '\n' | while IFS=- read -r from to; do
+        seq "$from" "${to:-$from}"
+    done
+}
+
+take_lock() {
+    exec {lock}>"$1"
+    flock -n "$lock" && return
+    exec {lock}>&-
+    return 1
+}
+
+# A slot is a prefix that one run has for itself, with its server, which waits for the next run. A program and its server
+# take turns, which goes several times quicker on one processor than across two that fall asleep in between: each
+# processor has a slot, and runs beyond their number get slots of no processor.
 slots=${EMENDO_WINE_DIR:-$(dirname "$here")/build/wine}
 mkdir -p "$slots"
 slots=$(cd "$slots" && pwd -P)
-number=0
-while :; do
-    slot=$slots/$display-$locale-$number
-    mkdir -p "$slot"
-    exec {lock}>"$slot/lock"
-    flock -n "$lock" && break
-    exec {lock}>&-
-    number=$((number + 1))
+slot=
+for processor in $(processors); do
+    if take_lock "$slots/processor-$processor"; then
+        slot=$slots/$display-$locale-$processor
+        taskset -pc "$processor" $$ >/dev/null
+        break
+    fi
 done
+for ((number = 0; ${#slot} == 0; number++)); do
+    mkdir -p "$slots/$display-$locale-more$number"
+    if take_lock "$slots/$display-$locale-more$number/lock"; then
+        slot=$slots/$display-$locale-more$number
+    fi
+done
+mkdir -p "$slot"
 
 export WINEPREFIX=$slot/prefix WINEARCH=win32 WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="$wine_overrides${WINEDLLOVERRIDES:+;$WINEDLLOVERRIDES}"
