@@ -303,6 +303,7 @@ TEST_F(PopupTest, KeepsGoingWithoutATradeService) {
     g_book = nullptr;
     Open();
     EXPECT_EQ(TreeView_GetCount(Tree()), 0u);
+    ::SendMessageA(popup->m_hWnd, WM_NOTIFY, 0, 0);
     RealClickAt(Tree(), {50, 50});
     RealClickAt(List(), {20, 20});
     EXPECT_EQ(ListShown(), "10x1 ");

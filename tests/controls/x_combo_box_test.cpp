@@ -72,6 +72,14 @@ TEST_F(ComboBoxTest, ReportsEverySelectionByProgram) {
     }
 }
 
+TEST_F(ComboBoxTest, ATextStandsWhateverSelectionIsReportedFromElsewhere) {
+    combo.SetCurSel(0);
+    combo.SetWindowText("typed");
+    ::SendMessageA(dialog.m_hWnd, WM_COMMAND, MAKEWPARAM(1051, CBN_SELCHANGE),
+                   reinterpret_cast<LPARAM>(combo.m_hWnd));
+    EXPECT_EQ(Shown(), "typed");
+}
+
 TEST_F(ComboBoxTest, ShowsTheFullTextAndReadsTheCode) {
     combo.SetCurSel(0);
     combo.SetShowFullText(true);

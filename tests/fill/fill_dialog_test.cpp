@@ -103,6 +103,29 @@ TEST_F(FillDialog, ACarryLeavesOnlyTheForwardExchange) {
     EXPECT_EQ(Text(IDC_FILL_SOURCE), "Carry");
 }
 
+TEST_F(FillDialog, OfEqualCodesTheChosenCommodityCounts) {
+    Open(0);
+    Choose(IDC_EXCHANGE, "EXA");
+    const auto choose = [&](int index) {
+        SendMessageA(Item(IDC_COMMODITY), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+        EXPECT_EQ(Text(IDC_COMMODITY), "CM");
+        return Shown(IDC_FILL_PRICE2_WHOLE);
+    };
+    EXPECT_FALSE(choose(0));
+    EXPECT_TRUE(choose(3));
+    Focus(IDC_EXCHANGE);
+    loop.Key(VK_TAB);
+    EXPECT_TRUE(Shown(IDC_FILL_PRICE2_WHOLE));
+}
+
+TEST_F(FillDialog, ARemovalNamesTheFillOfItsTitle) {
+    FillRecord fill = book.FillOf("EXA CM 1509");
+    OpenOn(3, fill);
+    fill.fillNo.Set("OTHER");
+    Press(IDC_CONFIRM);
+    EXPECT_EQ(service.removedFillNos, std::vector<std::string>{"F77"});
+}
+
 TEST_F(FillDialog, AccountsAreListedAgainWhenTheirNumberChanged) {
     Open(0);
     SetText(IDC_ACCOUNT, "10002");
@@ -228,6 +251,7 @@ TEST_F(FillDialog, AHostThatTakesTheDialogAwayDuringALookUpIsSurvived) {
         }
         EXPECT_EQ(g_pFillDialog, nullptr);
     });
+    EXPECT_EQ(service.fills.size(), 1u) << "only the entry whose dialog stayed";
 }
 
 // The system keeps some memory for every dialog of this template.

@@ -86,6 +86,62 @@ TEST_F(OrderDialog, CodesThatAreNotListedStayAsTheyAre) {
     EXPECT_EQ(Sent(), "SIG 20 U CM 1509 S240E 5 at 97.5 of 77");
 }
 
+TEST_F(OrderDialog, AnAccountStaysOpenToChangeUnderItsOwnSign) {
+    GroupRecord other = group;
+    other.sign.Set("SIG2");
+    api.users[1]->group = &other;
+    api.users[1]->sign = other.sign;
+    api.AddUser("300").group = nullptr;  // never listed: each focus lists the accounts again
+    ServerOrder().accountNo.Set("200");
+    original.key.sign = other.sign;
+    Open(OrderMode::Move, &original);
+    for (int i = 0; i < 2; ++i) {
+        Focus(IDC_CONFIRM);
+        Focus(IDC_ACCOUNT);
+        EXPECT_TRUE(Enabled(IDC_ACCOUNT));
+        EXPECT_EQ(Count(IDC_ACCOUNT), 2);
+    }
+    g_pOrderDialog->DestroyWindow();
+
+    Open(OrderMode::Input);
+    EnterOrder();
+    Typed(IDC_ORDER_QTY, "0");
+    Typed(IDC_ACCOUNT, "999");
+    MessageBoxScript boxes({{ResString(IDS_ORDER_QTY_ZERO), ResString(IDS_OPERATION_FAILED)}});
+    PressConfirm();
+    Focus(IDC_ACCOUNT);
+    EXPECT_TRUE(Enabled(IDC_ACCOUNT)) << "an account that nobody knows is not taken over";
+    EXPECT_EQ(Text(IDC_ACCOUNT), "999");
+}
+
+TEST_F(OrderDialog, WhatCanNoLongerBeEnteredDoesNotCount) {
+    Open(OrderMode::Input);
+    EnterOrder();
+    Typed(IDC_CONTRACT, "EXA FR 1509");
+    Focus(IDC_ORDER_QTY);
+    EXPECT_EQ(Typed(IDC_ORDER_PRICE_NUMERATOR, "3"), "3");
+    Typed(IDC_CONTRACT, "EXA CM 1509");
+    MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDNO}});
+    PressConfirm();
+    EXPECT_EQ(Sent(), "SIG 100 U7 CM 1509 B240E 5 at 97.5 of 0");
+
+    ServerOrder().orderType = '1';  // without an order price
+    original.orderState = '6';
+    original.fillQty = 5;
+    Open(OrderMode::Modify, &original);
+    EXPECT_EQ(Texts({IDC_ORDER_PRICE_WHOLE, IDC_FILL_PRICE_WHOLE}), "0|0");
+}
+
+TEST_F(OrderDialog, APriceThatTheDialogWritesStands) {
+    AddSpread('m', "EXA SP 1509/1512");
+    Open(OrderMode::Input);
+    Typed(IDC_CONTRACT, "EXA SP 1509/1512");
+    EXPECT_EQ(Typed(IDC_ORDER_PRICE_WHOLE, "-5"), "-5");
+    Typed(IDC_ORDER_QTY, "3");
+    Choose(IDC_ORDER_STATE, "Filled");
+    EXPECT_EQ(Text(IDC_FILL_PRICE_WHOLE), "-5");
+}
+
 TEST_F(OrderDialog, RemovalAndMoveLeaveOnlyWhatTheyNeed) {
     Open(OrderMode::RemoveFilled, &ServerOrder());
     for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -147,7 +203,8 @@ TEST_F(OrderDialog, CarrySendsBothLegsAndFollowsItsLists) {
     for (const int id : {IDC_SOURCE, IDC_ORDER_TYPE, IDC_ORDER_STATE, IDC_ORDER_QTY, IDC_FORCE_CLOSE}) {
         EXPECT_FALSE(Shown(id)) << id;
     }
-    EXPECT_EQ(Texts({IDC_DIRECTION, IDC_FORWARD_DIRECTION, IDC_CONFIRM}), "Buy|Sell|Borrow");
+    EXPECT_EQ(Texts({IDC_DIRECTION, IDC_FORWARD_DIRECTION, IDC_CONFIRM, IDC_FORWARD_FILL_QTY}),
+              "Buy|Sell|Borrow|0");
     Choose(IDC_DIRECTION, "Sell");
     EXPECT_EQ(Texts({IDC_DIRECTION, IDC_FORWARD_DIRECTION, IDC_CONFIRM}), "Sell|Buy|Lending");
     Choose(IDC_DIRECTION, "Buy");
@@ -170,8 +227,11 @@ TEST_F(OrderDialog, CarrySendsBothLegsAndFollowsItsLists) {
     EXPECT_EQ(Text(IDC_NEAR_POSITION_PRICE_WHOLE), "");
     loop.Click(Item(IDC_NEAR_CHOSEN_POSITION));
     EXPECT_TRUE(Enabled(IDC_NEAR_POSITION_PRICE_WHOLE));
-    near.notify->OnSelectData(&near, 0, &picked);
-    EXPECT_EQ(Text(IDC_NEAR_POSITION_PRICE_WHOLE), "2010.5");
+    for (const auto& [price, shown] : {std::pair{"2010+1/2", "2010|1"}, {"2010.5", "2010.5|0"}}) {
+        api.priceText = price;
+        near.notify->OnSelectData(&near, 0, &picked);
+        EXPECT_EQ(Texts({IDC_NEAR_POSITION_PRICE_WHOLE, IDC_NEAR_POSITION_PRICE_NUMERATOR}), shown);
+    }
 
     PressConfirm();
     ASSERT_EQ(service.orders.size(), 2u);

@@ -169,6 +169,16 @@ TEST_F(OrderSubmission, WhatIsConfirmedIsFinishedWithoutTheDialog) {
     EXPECT_TRUE(prompt.asked.empty()) << "nobody is left to ask";
 }
 
+TEST_F(OrderSubmission, WhatWasCheckedIsSent) {
+    OrderForm doubtful = FilledEntry();
+    doubtful.fillPrice.whole = "97.3";
+    prompt.whileAsking = [&] { doubtful.commodityNo = "FR"; };
+    prompt.answers = {Ok, No};
+    EXPECT_EQ(SubmitOrder(doubtful, services).outcome, Close);
+    ASSERT_EQ(service.orders.size(), 1u);
+    EXPECT_EQ(service.orders[0].key.commodityNo.Str(), "CM");
+}
+
 TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
     prompt.whileAsking = [&] { prompt.dialogExists = false; };
     OrderForm doubtful = FilledEntry();

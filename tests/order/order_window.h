@@ -32,7 +32,11 @@ public:
     ITradeListWindow* CreateListWindow(int, int, HWND, int) override {
         return fails ? nullptr : &lists[created++ % 2];
     }
-    void ReleaseListWindow(ITradeListWindow*) override { ++released; }
+    // A list may still report while it is released.
+    void ReleaseListWindow(ITradeListWindow* list) override {
+        ++released;
+        static_cast<FakeList*>(list)->notify->OnSelectData(list, 0, nullptr);
+    }
 };
 
 class OrderDialog : public OrderTest, protected DialogWindow {
