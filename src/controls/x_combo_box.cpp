@@ -247,8 +247,9 @@ LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
-// The system reports a line picked from the open list before it shows it, while the dialog reads what is shown. A
-// report from elsewhere, which comes in no message of this control, is about the text that stands there already.
+// The system reports a line picked from the open list before it shows it, while the dialog reads what is
+// shown. A report from elsewhere, which comes in no message of this control, is about the text that stands
+// there already.
 bool CxComboBox::OnOperatorSelection() {
     const int selected = GetCurSel();
     if (m_messageDepth > 0 && !m_reporting && selected >= 0) {

@@ -103,8 +103,8 @@ private:
     bool m_noDelete = false;
     bool m_split = true;
     bool m_showFullText = false;
-    bool m_typing = true;    // the last key was neither Delete nor Backspace
-    bool m_ownText = false;  // the control itself reads or sets the edit's whole text
+    bool m_typing = true;      // the last key was neither Delete nor Backspace
+    bool m_ownText = false;    // the control itself reads or sets the edit's whole text
     int m_messageDepth = 0;    // messages of the control that are being handled
     bool m_reporting = false;  // the dialog is being told about a selection by program
     int m_minVisibleItems = 0;

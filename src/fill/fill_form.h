@@ -35,7 +35,7 @@ struct FillForm {
     std::string exchange;
     std::string commodity;
     int commodityIndex = -1;  // of the chosen one among the exchange's commodities; -1: only typed
-    std::string contract;  // short text: "1509", "1509 C3000/1509 P3000"; the close contract of a carry
+    std::string contract;     // short text: "1509", "1509 C3000/1509 P3000"; the close contract of a carry
     std::string direction;
     PriceRow price;
     std::int32_t denominator = 1;

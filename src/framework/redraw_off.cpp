@@ -63,8 +63,8 @@ bool RedrawOff::RepaintChanged() const {
         if (now.control != former.control) {
             return false;
         }
-        const bool same = now.style == former.style && EqualRect(&now.place, &former.place) &&
-                          now.text == former.text;
+        const bool same =
+            now.style == former.style && EqualRect(&now.place, &former.place) && now.text == former.text;
         if (!same || now.control == focus || IsChild(now.control, focus)) {
             RepaintPlace(m_window, former.place);
             RepaintPlace(m_window, now.place);

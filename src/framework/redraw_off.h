@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-// Many changes of the controls of one visible window without painting in between. At the end the controls that
-// look different are painted once, and where they stood before; everything is when the window itself has
+// Many changes of the controls of one visible window without painting in between. At the end the controls
+// that look different are painted once, and where they stood before; everything is when the window itself has
 // another size or other children. A window that is not shown is left alone, because switching redrawing on
 // again would show it.
 class RedrawOff {

@@ -2,9 +2,9 @@
 
 #include "framework/dialog.h"
 
-// A modeless dialog that is deleted when its window is gone, though never under a call that runs in it: the host may
-// take the window away in the middle of any of its own operations. After such a call m_hWnd is null, and everything
-// that is asked of the window does nothing.
+// A modeless dialog that is deleted when its window is gone, though never under a call that runs in it: the
+// host may take the window away in the middle of any of its own operations. After such a call m_hWnd is null,
+// and everything that is asked of the window does nothing.
 class CSelfOwnedDialog : public CDialog {
 protected:
     // Keeps the object while a call from outside runs in it. Window messages are kept this way already.

@@ -9,12 +9,12 @@
 
 namespace {
 
-// Blanks around an entry belong to nothing that it names. The contract's text stays: with blanks around it the
-// dialog has not taken it over, and what was taken over before must not go out under its name.
+// Blanks around an entry belong to nothing that it names. The contract's text stays: with blanks around it
+// the dialog has not taken it over, and what was taken over before must not go out under its name.
 void TrimEntries(OrderForm& form) {
-    for (std::string* text : {&form.account, &form.upper, &form.forwardContract, &form.direction,
-                              &form.orderType, &form.orderState, &form.source, &form.validType,
-                              &form.exchangeFillNo}) {
+    for (std::string* text :
+         {&form.account, &form.upper, &form.forwardContract, &form.direction, &form.orderType,
+          &form.orderState, &form.source, &form.validType, &form.exchangeFillNo}) {
         *text = TrimBlanks(*text);
     }
 }
@@ -70,7 +70,8 @@ private:
     void CheckTexts() {
         ErrorIf(m_form.account.empty(), IDS_ACCOUNT_EMPTY);
         ErrorIf(m_form.upper.empty(), IDS_UPPER_EMPTY);
-        ErrorIf(TrimBlanks(m_form.contractText).empty(), Carry() ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
+        ErrorIf(TrimBlanks(m_form.contractText).empty(),
+                Carry() ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
         ErrorIf(HasSecondContract() && m_form.forwardContract.empty(),
                 Exercise() ? IDS_UNDERLYING_EMPTY : IDS_FORWARD_CONTRACT_EMPTY);
         ErrorIf(m_codes.direction == 0, IDS_DIRECTION_EMPTY);

@@ -157,9 +157,12 @@ BOOL CEmendoOrder::PreTranslateMessage(MSG* message) {
     const RunningCall call(*this);
     const HWND window = m_hWnd;
     switch (TranslateDialogKey(window, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
-        case KeyOutcome::Consumed: return TRUE;
-        case KeyOutcome::DialogKeyboard: return ::IsDialogMessageA(window, message);
-        case KeyOutcome::Pass: break;
+        case KeyOutcome::Consumed:
+            return TRUE;
+        case KeyOutcome::DialogKeyboard:
+            return ::IsDialogMessageA(window, message);
+        case KeyOutcome::Pass:
+            break;
     }
     return FALSE;
 }
@@ -187,7 +190,9 @@ void CEmendoOrder::OnConfirm() {
 
 void CEmendoOrder::Finish(const Submission& submission) {
     switch (submission.outcome) {
-        case SubmitOutcome::Close: SendMessage(WM_CLOSE); return;
+        case SubmitOutcome::Close:
+            SendMessage(WM_CLOSE);
+            return;
         case SubmitOutcome::NextOrder:
             PrepareNextOrder(m_form, SystemClock().Now());
             SetDlgItemText(IDC_ORDER_QTY, "0");
@@ -199,7 +204,8 @@ void CEmendoOrder::Finish(const Submission& submission) {
                 ::SetFocus(GetDlgItem(IDC_FILL_PRICE_WHOLE));
             }
             return;
-        case SubmitOutcome::Gone: return;
+        case SubmitOutcome::Gone:
+            return;
     }
 }
 

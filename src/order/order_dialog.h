@@ -16,7 +16,10 @@
 
 // The order dialog: one class for every mode of working on an order. It deletes itself when its window is
 // destroyed.
-class CEmendoOrder : public CSelfOwnedDialog, public TradeSpiEx, public IEmendixOper, public ISelectDataNotify {
+class CEmendoOrder : public CSelfOwnedDialog,
+                     public TradeSpiEx,
+                     public IEmendixOper,
+                     public ISelectDataNotify {
 public:
     // `record` is the host's order to work on, may be null; it is kept, not copied.
     CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent);
@@ -98,7 +101,7 @@ private:
 
     void Apply(const std::vector<ControlChange>& changes);
     void ApplyMode();
-    void LeaveUnusableFocus();
+    void LeaveUnusable(HWND formerFocus);
     void Refresh();  // nothing before the dialog has started
     void RefreshControls();
     void FollowCommodity();
@@ -119,7 +122,7 @@ private:
     std::array<CxComboBox, 10> m_combos;
     std::unique_ptr<CSeleCodeWnd> m_picker;
     CarryLists m_carryLists;
-    bool m_started = false;     // lists and values are there, changes of controls are the operator's
+    bool m_started = false;  // lists and values are there, changes of controls are the operator's
     bool m_refreshing = false;
     bool m_showing = false;     // the form is on its way into the controls, which must not be read meanwhile
     bool m_confirming = false;  // a request or a question of the confirm button is on its way

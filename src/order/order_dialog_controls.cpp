@@ -253,19 +253,25 @@ void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
     }
 }
 
-// A control that was disabled or hidden under the operator's hands would swallow the keyboard.
-void CEmendoOrder::LeaveUnusableFocus() {
-    HWND focus = GetFocus();
-    while (focus && ::GetParent(focus) != m_hWnd && IsChild(m_hWnd, focus)) {
-        focus = ::GetParent(focus);
+// A control that is disabled or hidden under the operator's hands would swallow the keyboard, or take it with
+// it.
+void CEmendoOrder::LeaveUnusable(HWND formerFocus) {
+    if (const HWND focus = GetFocus(); focus && focus != formerFocus) {
+        return;
     }
-    if (focus && IsChild(m_hWnd, focus) && (!::IsWindowEnabled(focus) || !::IsWindowVisible(focus))) {
-        SendMessage(WM_NEXTDLGCTL, 0, FALSE);
+    HWND control = formerFocus;
+    while (control && ::GetParent(control) != m_hWnd && IsChild(m_hWnd, control)) {
+        control = ::GetParent(control);
+    }
+    if (control && IsChild(m_hWnd, control) && (!::IsWindowEnabled(control) || !::IsWindowVisible(control))) {
+        const HWND next = GetNextDlgTabItem(m_hWnd, control, FALSE);
+        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
     }
 }
 
 void CEmendoOrder::ApplyMode() {
     const ModeSetup setup = SetUpMode(m_form, CurrentTradeData(), SystemClock().Now());
+    const HWND focus = GetFocus();
     if (!setup.title.empty()) {
         SetWindowText(setup.title);
     }
@@ -291,7 +297,7 @@ void CEmendoOrder::ApplyMode() {
     if (setup.focusId != 0) {
         ::SetFocus(GetDlgItem(setup.focusId));
     } else {
-        LeaveUnusableFocus();
+        LeaveUnusable(focus);
     }
 }
 
@@ -306,6 +312,7 @@ void CEmendoOrder::RefreshControls() {
         return;
     }
     const ScopedValue refreshing(m_refreshing, true);
+    const HWND focus = GetFocus();
     {
         RedrawOff redrawOff(m_hWnd);
         ReadForm();
@@ -313,7 +320,7 @@ void CEmendoOrder::RefreshControls() {
         Apply(RefreshChanges(LayoutInputOf(m_form, commodity)));
         ArrangeBottomRow();
     }
-    LeaveUnusableFocus();
+    LeaveUnusable(focus);
 }
 
 // A typed contract may be quoted in other fractions than the one before; what has been entered stays.

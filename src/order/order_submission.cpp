@@ -77,8 +77,7 @@ Submission SubmitOrder(const OrderForm& form, const OrderServices& services) {
     Submission submission;
     submission.focusFillPrice = check.focusFillPrice;
     if (check.passed) {
-        const OrderRecord order =
-            BuildOrder(entered, check.contract, services.trade, services.clock.Now());
+        const OrderRecord order = BuildOrder(entered, check.contract, services.trade, services.clock.Now());
         // A host that took the dialog away meanwhile does not want its entry any more.
         if (services.prompt.DialogExists()) {
             submission.outcome = Send(entered, order, services);

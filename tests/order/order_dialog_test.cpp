@@ -300,6 +300,10 @@ TEST_F(OrderDialog, KeysStepAndWalk) {
     Focus(IDC_ORDER_QTY);
     loop.Type(Item(IDC_ORDER_QTY), ".");
     EXPECT_EQ(Text(IDC_ORDER_QTY), "6");
+    // The keyboard leaves an edit that is shut under it.
+    Focus(IDC_ORDER_PRICE_WHOLE);
+    Choose(IDC_ORDER_TYPE, "Market");
+    EXPECT_EQ(FocusId(), IDC_EX_SYSTEM_NO);
 }
 
 TEST_F(OrderDialog, AChosenContractIsTakenOverFromThePopup) {
