@@ -46,11 +46,9 @@ public:
         Enable({row.plus, row.numerator, row.slash, row.denominator}, enabled && fraction);
     }
     // What cannot be entered does not count.
-    void ZeroDisabled(const PriceRowControls& row, bool enabled, bool fraction) {
+    void ZeroDisabled(const PriceRowControls& row, bool enabled) {
         if (!enabled) {
             Text(row.whole, "0");
-        }
-        if (!enabled || !fraction) {
             Text(row.numerator, "0");
         }
     }
@@ -74,7 +72,7 @@ void RefreshFill(const LayoutInput& input, Changes& changes) {
     if (filled && !carry) {  // a carry has no order price of its own
         changes.Text(price.whole, input.orderPriceWhole);
     }
-    changes.ZeroDisabled(price, filled, input.fraction);
+    changes.ZeroDisabled(price, filled);
     changes.EnableRow(kPriceRows[kFillPrice2Row], carry || (filled && input.spread), input.fraction);
 
     // A whole fill takes the order's quantity, which the report of a changed order quantity copies.
@@ -105,12 +103,12 @@ void RefreshOrder(const LayoutInput& input, Changes& changes) {
     const bool limit = input.orderType == OrderType::kLimit || input.orderType == OrderType::kLimitStop;
     changes.ShowRow(kPriceRows[kOrderPriceRow], order);
     changes.EnableRow(kPriceRows[kOrderPriceRow], limit, input.fraction);
-    changes.ZeroDisabled(kPriceRows[kOrderPriceRow], limit, input.fraction);
+    changes.ZeroDisabled(kPriceRows[kOrderPriceRow], limit);
 
     const bool stop = input.orderType == OrderType::kStopLoss || input.orderType == OrderType::kLimitStop;
     changes.ShowRow(kPriceRows[kTriggerPriceRow], order);
     changes.EnableRow(kPriceRows[kTriggerPriceRow], stop, input.fraction);
-    changes.ZeroDisabled(kPriceRows[kTriggerPriceRow], stop, input.fraction);
+    changes.ZeroDisabled(kPriceRows[kTriggerPriceRow], stop);
 }
 
 void RefreshPositionPrice(const PriceRowControls& row, bool carry, bool chosen, bool fraction,
@@ -186,7 +184,7 @@ std::vector<ControlChange> RefreshChanges(const LayoutInput& input) {
     RefreshCarry(input, changes);
     for (const PriceRowControls& row : kPriceRows) {
         changes.Text(row.denominator, std::to_string(input.denominator));
-        if (!input.fraction) {
+        if (!input.fraction) {  // then no numerator can be entered in any row
             changes.Text(row.numerator, "0");
         }
     }
