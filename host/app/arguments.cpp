@@ -7,6 +7,7 @@ const char kUsage[] =
     "       EmendoHost --scenario FILE... [--lang 2052|1028|1033] [--out FOLDER] [--slow] [--book FILE]\n"
     "       EmendoHost --explain FILE [--record NAME]\n"
     "       EmendoHost --explain FILE FILE [--ignore-clock]\n"
+    "       EmendoHost --version [--module FILE]\n"
     "\n"
     "The first form opens the desk. --fault makes an operation fail, e.g. --fault \"SendOrder fail at 2\".\n"
     "--scenario plays operator steps, each file on a fresh book; pictures and journals go to the folder.\n"
@@ -36,6 +37,8 @@ Arguments ReadArguments(const std::vector<std::string>& words) {
             arguments.record = value();
         } else if (word == "--ignore-clock") {
             arguments.ignoreClock = true;
+        } else if (word == "--version") {
+            arguments.version = true;
         } else if (word == "--help") {
             arguments.help = true;
         } else if (word == "--explain") {

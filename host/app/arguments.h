@@ -17,6 +17,7 @@ struct Arguments {
     std::string out;                     // folder for what a scenario leaves; empty: it leaves nothing
     bool slow = false;
     bool ignoreClock = false;
+    bool version = false;
     bool help = false;
 };
 

@@ -35,6 +35,8 @@ public:
     // The module's interface; null when it is not loaded.
     IEmendix* Api() const { return m_api; }
     ModuleHandle* Module() const { return m_module.get(); }
+    // The file that was loaded last.
+    const std::string& ModulePath() const { return m_modulePath; }
 
     // Null when the module opened nothing. The record must live as long as the dialog.
     IEmendixOper* OpenOrderDialog(int mode, OrderRecord* record, HWND parent);

@@ -1,4 +1,5 @@
 #include "app/arguments.h"
+#include "app/file_version.h"
 #include "book/book_file.h"
 #include "desk/desk_session.h"
 #include "desk/wide_text.h"
@@ -53,6 +54,13 @@ int RunScenarios(const Arguments& arguments) {
                           static_cast<WORD>(arguments.language), arguments.slow});
 }
 
+int PrintVersions(const Arguments& arguments) {
+    const std::string module = FileVersion(ModulePath(arguments));
+    std::printf("EmendoHost %s\nEmendoOrd %s\n", OwnVersion().c_str(),
+                module.empty() ? "without a version" : module.c_str());
+    return module.empty() ? kCannotStart : 0;
+}
+
 int OpenDesk(const Arguments& arguments) {
     ScaleByOurselves();
     const std::unique_ptr<Book> book = ReadBookFile(BookPath(arguments));
@@ -77,6 +85,9 @@ int main(int count, char** words) {
         if (arguments.help) {
             std::fputs(kUsage, stdout);
             return 0;
+        }
+        if (arguments.version) {
+            return PrintVersions(arguments);
         }
         if (!arguments.scenarios.empty()) {
             return RunScenarios(arguments);

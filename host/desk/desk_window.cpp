@@ -1,5 +1,6 @@
 #include "desk/desk_window.h"
 
+#include "app/file_version.h"
 #include "book/host_text.h"
 #include "desk/wide_text.h"
 
@@ -14,7 +15,7 @@ constexpr unsigned kFirstListId = 1000;
 constexpr int kWidth = 1180;
 constexpr int kHeight = 760;
 constexpr int kGap = 5;
-constexpr int kLanguagePart = 290;
+constexpr int kLanguagePart = 420;
 
 FontHandle MessageFont() {
     NONCLIENTMETRICSW metrics{};
@@ -74,7 +75,7 @@ void DeskWindow::MakeWindow() {
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     windowClass.lpszClassName = kClassName;
     RegisterClassW(&windowClass);  // fails quietly when it is already there
-    std::wstring title = L"Emendo desk";
+    std::wstring title = L"Emendo desk " + Wide(OwnVersion());
     if (!m_bookPath.empty()) {
         title += L" - " + Wide(Utf8FromAnsi(m_bookPath.substr(m_bookPath.find_last_of("\\/") + 1)));
     }
@@ -335,7 +336,8 @@ void DeskWindow::SetStatus(const std::string& utf8) {
 void DeskWindow::ShowLanguage() {
     std::wstring text = L"No module";
     if (m_host.Loaded()) {
-        text = L"Module in language " + (m_language ? std::to_wstring(m_language) : L"of the system") +
+        text = L"EmendoOrd " + Wide(FileVersion(m_host.ModulePath())) + L" in language " +
+               (m_language ? std::to_wstring(m_language) : L"of the system") +
                (CanShow(m_language) ? L"" : L", not in this code page");
     }
     SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(text.c_str()));

@@ -1,6 +1,7 @@
 // What the file of the module shows to the system: its exports, its imports, its resources.
 
-#include "app/module_handle.h"
+#include "app/file_version.h"
+#include "app/host_app.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -61,9 +62,16 @@ TEST_F(ModuleFile, CarriesItsResourcesInTheirLanguages) {
     const LPCSTR dialogInit = MAKEINTRESOURCEA(240);
     const std::vector<int> three = {1028, 1033, 2052};
     const std::tuple<LPCSTR, int, std::vector<int>> rows[] = {
-        {RT_DIALOG, 278, three},         {RT_DIALOG, 279, three},  {RT_DIALOG, 280, three},
-        {RT_DIALOG, 4490, three},        {RT_STRING, 626, three},  {RT_STRING, 633, three},
-        {dialogInit, 280, {1028, 2052}}, {RT_MANIFEST, 2, {1033}}, {RT_MANIFEST, 1, {}},
+        {RT_DIALOG, 278, three},
+        {RT_DIALOG, 279, three},
+        {RT_DIALOG, 280, three},
+        {RT_DIALOG, 4490, three},
+        {RT_STRING, 626, three},
+        {RT_STRING, 633, three},
+        {dialogInit, 280, {1028, 2052}},
+        {RT_MANIFEST, 2, {1033}},
+        {RT_MANIFEST, 1, {}},
+        {RT_VERSION, 1, {0}},
     };
     for (const auto& [type, id, languages] : rows) {
         std::vector<int> found;
@@ -71,6 +79,23 @@ TEST_F(ModuleFile, CarriesItsResourcesInTheirLanguages) {
                                reinterpret_cast<LONG_PTR>(&found));
         EXPECT_THAT(found, UnorderedElementsAreArray(languages)) << id;
     }
+}
+
+TEST_F(ModuleFile, SaysWhatItIsInThreeLanguagesAndWhichBuild) {
+    const std::string path = ProgramFolder() + "EmendoOrd.dll";
+    std::vector<char> block(GetFileVersionInfoSizeA(path.c_str(), nullptr));
+    ASSERT_TRUE(GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data()));
+    const auto read = [&](const std::wstring& language, const wchar_t* name) -> std::wstring {
+        void* text = nullptr;
+        UINT length = 0;
+        const std::wstring place = L"\\StringFileInfo\\" + language + L"04B0\\" + name;
+        const bool found = VerQueryValueW(block.data(), place.c_str(), &text, &length);
+        return found ? static_cast<const wchar_t*>(text) : L"";
+    };
+    EXPECT_EQ(read(L"0409", L"FileDescription"), L"Emendo order and fill dialogs");
+    EXPECT_EQ(read(L"0804", L"FileDescription"), L"Emendo 定单与成交录入窗口");
+    EXPECT_EQ(read(L"0404", L"FileDescription"), L"Emendo 定單與成交錄入窗口");
+    EXPECT_THAT(FileVersion(path), testing::MatchesRegex(R"(\d+\.\d+\.\d+ \(build .+\))"));
 }
 
 }  // namespace
