@@ -64,6 +64,14 @@ SplitPrice SplitPriceText(std::string_view text) {
     return split;
 }
 
+SplitPrice InPartsOf(std::int32_t denominator, SplitPrice price) {
+    if (price.denominator > 0 && denominator > price.denominator && denominator % price.denominator == 0) {
+        price.row.numerator = Limited(std::int64_t{price.row.numerator} * (denominator / price.denominator));
+        price.denominator = denominator;
+    }
+    return price;
+}
+
 StepRule StepRuleOf(const CommodityKey& commodity, bool firstLeg, const TradeData& trade) {
     const CommodityRecord* record = trade.Commodity(commodity);
     if (record && firstLeg && IsTwoLegType(commodity.commodityType)) {

@@ -2,7 +2,13 @@
 
 LRESULT CSelfOwnedDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const RunningCall call(*this);
-    return CDialog::WindowProc(message, wParam, lParam);
+    if (message == KeyboardKeeper::kLookMessage) {
+        m_keyboard.Look(m_hWnd);
+        return 0;
+    }
+    const LRESULT result = CDialog::WindowProc(message, wParam, lParam);
+    m_keyboard.AfterMessage(m_hWnd, message, wParam, m_runningCalls == 1);
+    return result;
 }
 
 void CSelfOwnedDialog::PostNcDestroy() {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "framework/dialog.h"
+#include "framework/keyboard_keeper.h"
 
 // A modeless dialog that is deleted when its window is gone, though never under a call that runs in it: the
 // host may take the window away in the middle of any of its own operations. After such a call m_hWnd is null,
-// and everything that is asked of the window does nothing.
+// and everything that is asked of the window does nothing. While it is active the keyboard stays on a control
+// that takes it.
 class CSelfOwnedDialog : public CDialog {
 protected:
     // Keeps the object while a call from outside runs in it. Window messages are kept this way already.
@@ -28,6 +30,7 @@ private:
     void EndCall();
     void DeleteOnce();
 
+    KeyboardKeeper m_keyboard;
     int m_runningCalls = 0;
     bool m_windowGone = false;
 };

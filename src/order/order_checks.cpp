@@ -92,7 +92,7 @@ private:
 
     // The prompt date that the rolling contract stands for is entered as "3M" only.
     bool IsRollingDate(const std::string& contractNo) const {
-        if (m_commodity->rollingCode != 'U') {
+        if (m_commodity->rollingCode != kRollingCommodity) {
             return false;
         }
         const std::string date = m_trade.ThreeMonthContractNo(m_form.sign);

@@ -101,7 +101,6 @@ private:
 
     void Apply(const std::vector<ControlChange>& changes);
     void ApplyMode();
-    void LeaveUnusable(HWND formerFocus);
     void Refresh();  // nothing before the dialog has started
     void RefreshControls();
     void FollowCommodity();

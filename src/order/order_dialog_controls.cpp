@@ -253,25 +253,8 @@ void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
     }
 }
 
-// A control that is disabled or hidden under the operator's hands would swallow the keyboard, or take it with
-// it.
-void CEmendoOrder::LeaveUnusable(HWND formerFocus) {
-    if (const HWND focus = GetFocus(); focus && focus != formerFocus) {
-        return;
-    }
-    HWND control = formerFocus;
-    while (control && ::GetParent(control) != m_hWnd && IsChild(m_hWnd, control)) {
-        control = ::GetParent(control);
-    }
-    if (control && IsChild(m_hWnd, control) && (!::IsWindowEnabled(control) || !::IsWindowVisible(control))) {
-        const HWND next = GetNextDlgTabItem(m_hWnd, control, FALSE);
-        SendMessage(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
-    }
-}
-
 void CEmendoOrder::ApplyMode() {
     const ModeSetup setup = SetUpMode(m_form, CurrentTradeData(), SystemClock().Now());
-    const HWND focus = GetFocus();
     if (!setup.title.empty()) {
         SetWindowText(setup.title);
     }
@@ -296,8 +279,6 @@ void CEmendoOrder::ApplyMode() {
     }
     if (setup.focusId != 0) {
         ::SetFocus(GetDlgItem(setup.focusId));
-    } else {
-        LeaveUnusable(focus);
     }
 }
 
@@ -312,15 +293,11 @@ void CEmendoOrder::RefreshControls() {
         return;
     }
     const ScopedValue refreshing(m_refreshing, true);
-    const HWND focus = GetFocus();
-    {
-        RedrawOff redrawOff(m_hWnd);
-        ReadForm();
-        const CommodityRecord* commodity = CurrentTradeData().Commodity(CommodityKeyOf(m_form));
-        Apply(RefreshChanges(LayoutInputOf(m_form, commodity)));
-        ArrangeBottomRow();
-    }
-    LeaveUnusable(focus);
+    RedrawOff redrawOff(m_hWnd);
+    ReadForm();
+    const CommodityRecord* commodity = CurrentTradeData().Commodity(CommodityKeyOf(m_form));
+    Apply(RefreshChanges(LayoutInputOf(m_form, commodity)));
+    ArrangeBottomRow();
 }
 
 // A typed contract may be quoted in other fractions than the one before; what has been entered stays.

@@ -3,6 +3,7 @@
 #include "controls/price_row.h"
 #include "order/order_mode.h"
 #include "trade/contract_key.h"
+#include "trade/order_codes.h"
 #include "trade/order_record.h"
 #include "trade/trade_data.h"
 
@@ -12,44 +13,10 @@
 #include <string>
 #include <vector>
 
-namespace OrderType {
-inline constexpr char kMarket = '1';
-inline constexpr char kLimit = '2';
-inline constexpr char kStopLoss = '3';
-inline constexpr char kLimitStop = '4';
-inline constexpr char kExercise = '5';
-}  // namespace OrderType
-
-namespace OrderState {
-inline constexpr char kWorking = '4';
-inline constexpr char kPartiallyFilled = '5';
-inline constexpr char kFilled = '6';
-inline constexpr char kPartiallyCanceled = 'A';  // partly filled, the rest cancelled
-}  // namespace OrderState
-
-// The states of an order that has traded, all of it or a part.
-constexpr bool HasFill(char orderState) {
-    return orderState == OrderState::kPartiallyFilled || orderState == OrderState::kFilled ||
-           orderState == OrderState::kPartiallyCanceled;
-}
-
-namespace ValidType {
-inline constexpr char kDay = '0';
-inline constexpr char kTillDate = '2';
-}  // namespace ValidType
-
-namespace OrderSource {
-inline constexpr char kCarry = 'C';
-inline constexpr char kETrade = 'E';
-}  // namespace OrderSource
-
 // The spreads whose price may be zero or negative.
 constexpr bool IsSpread(char commodityType) {
     return commodityType == CommodityType::kSpreadMonth || commodityType == CommodityType::kSpreadCommodity;
 }
-
-// Stands for the contract whose prompt date is three months ahead.
-inline constexpr const char* kThreeMonth = "3M";
 
 // One selectable account. Rows stand in ascending order of the account number.
 struct AccountRow {

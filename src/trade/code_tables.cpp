@@ -93,18 +93,22 @@ std::string ToText(std::span<const CodeWord> table, char code) {
     return code ? std::string(1, code) : std::string();
 }
 
-// A word that is missing from the resources is empty; an empty text is nobody's word.
+// A word that is missing from the resources is empty; an empty text is nobody's word. Neither is a text that
+// stands for two codes: a system without the characters of a language shows every word of it as "??".
 char FromText(std::span<const CodeWord> table, std::string_view text, char except = 0) {
-    if (text.empty()) {
-        return 0;
-    }
+    char found = 0;
     for (const CodeWord& row : table) {
         const std::string& word = Word(row.textId);
-        if (row.code != except && (row.ignoreCase ? EqualIgnoringCase(word, text) : word == text)) {
-            return row.code;
+        const bool equal = row.ignoreCase ? EqualIgnoringCase(word, text) : word == text;
+        if (text.empty() || row.code == except || row.code == found || !equal) {
+            continue;
         }
+        if (found) {
+            return 0;
+        }
+        found = row.code;
     }
-    return 0;
+    return found;
 }
 
 }  // namespace
@@ -175,4 +179,12 @@ char FlagToYN(bool flag) {
 
 bool YNToFlag(char code) {
     return code == 'Y';
+}
+
+std::vector<std::string> CodeList::Words() const {
+    std::vector<std::string> words;
+    for (const char code : codes) {
+        words.push_back(toText(code));
+    }
+    return words;
 }

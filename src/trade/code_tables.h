@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 // One-character codes of the host's records and their words in the current language (8-bit text in the ANSI
 // code page). To text: a code without a word gives a text of the code itself, 0 the empty text. From text: 0
@@ -28,3 +29,12 @@ char OppositeDirection(char direction);
 bool IsTwoLegType(char commodityType);
 char FlagToYN(bool flag);
 bool YNToFlag(char code);
+
+// The words of an enumeration that a list offers: its line i stands for codes[i].
+struct CodeList {
+    std::string_view codes;
+    std::string (*toText)(char code);
+    char (*fromText)(std::string_view text);
+
+    std::vector<std::string> Words() const;
+};

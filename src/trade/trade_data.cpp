@@ -1,6 +1,7 @@
 #include "trade/trade_data.h"
 
 #include "trade/data_container.h"
+#include "trade/order_codes.h"
 #include "trade/price_format.h"
 
 #include <cstring>
@@ -159,7 +160,7 @@ std::uint32_t TradeData::PositionTotal(const std::string& accountNo, const std::
 std::string TradeData::ThreeMonthContractNo(const std::string& sign) const {
     const char* contractNo = m_api ? m_api->Get3MContractNo(FieldText(sign).c_str()) : nullptr;
     if (!contractNo || !*contractNo) {
-        return "3M";
+        return kThreeMonth;
     }
     return {contractNo, strnlen(contractNo, kContractNoBytes - 1)};
 }
