@@ -129,7 +129,8 @@ void DeskWindow::OnInitMenu(HMENU popup) {
     EnableMenuItem(popup, kExplainEntry, entry ? MF_ENABLED : MF_GRAYED);
     unsigned id = kFirstLanguage;
     for (const LanguageChoice& choice : Languages()) {
-        CheckMenuItem(popup, id++, choice.id == m_language ? MF_CHECKED : MF_UNCHECKED);
+        CheckMenuItem(popup, id, choice.id == m_language ? MF_CHECKED : MF_UNCHECKED);
+        EnableMenuItem(popup, id++, CanShow(choice.id) ? MF_ENABLED : MF_GRAYED);
     }
     if (popup == SortMenuOf(GetMenu(m_window))) {
         while (DeleteMenu(popup, 0, MF_BYPOSITION)) {
@@ -221,6 +222,10 @@ void DeskWindow::Save() {
 // The module ends only when none of its functions is running: a question that is open ends with its dialog,
 // and the change itself waits for the desk's own loop.
 void DeskWindow::ChangeLanguage(WORD language) {
+    if (!CanShow(language)) {
+        SetStatus("This system cannot show that language");
+        return;
+    }
     m_nextLanguage = language;
     m_host.CloseDialogs();
 }

@@ -107,7 +107,21 @@ std::span<const LanguageChoice> Languages() {
     return kLanguages;
 }
 
-bool CanShow(WORD language) {
+WORD LanguageOf(WORD choice) {
+    if (choice) {
+        return choice;
+    }
+    const LANGID system = GetUserDefaultUILanguage();
+    if (PRIMARYLANGID(system) != LANG_CHINESE) {
+        return 1033;
+    }
+    const bool simplified =
+        SUBLANGID(system) == SUBLANG_CHINESE_SIMPLIFIED || SUBLANGID(system) == SUBLANG_CHINESE_SINGAPORE;
+    return simplified ? 2052 : 1028;
+}
+
+bool CanShow(WORD choice) {
+    const WORD language = LanguageOf(choice);
     constexpr UINT kSimplifiedPage = 936;  // has the traditional characters too
     constexpr UINT kTraditionalPage = 950;
     const UINT page = GetACP();
@@ -178,7 +192,7 @@ unsigned DefaultCommand(Subject shown, bool journal) {
         case Subject::kOrder:
             return kModifyOrder;
         case Subject::kFill:
-            return kModifyFill;
+            return kRemoveFill;
         default:
             return kInputOrder;
     }

@@ -4,6 +4,8 @@
 #include "book/host_text.h"
 #include "desk/wide_text.h"
 
+#include <stdexcept>
+
 namespace {
 
 void SaveBook(const Book& book, const std::string& path) {
@@ -24,6 +26,10 @@ void SaveBook(const Book& book, const std::string& path) {
 }  // namespace
 
 void RunDesk(HostApp& host, const DeskOptions& options, const std::function<void(DeskWindow& desk)>& ready) {
+    if (!CanShow(options.language)) {
+        throw std::runtime_error("this system has no characters for language " +
+                                 std::to_string(options.language));
+    }
     DeskWindow desk(host, options.bookPath,
                     options.settingsPath.empty() ? DeskSettings{} : ReadDeskSettings(options.settingsPath));
     host.Load(options.modulePath, options.language);

@@ -2,6 +2,7 @@
 
 #include "app/file_version.h"
 #include "book/host_text.h"
+#include "desk/shown_prices.h"
 #include "desk/wide_text.h"
 
 #include <chrono>
@@ -48,7 +49,9 @@ DeskWindow::DeskWindow(HostApp& host, std::string bookPath, DeskSettings setting
     MakePanes();
     Arrange();
     Journal& journal = m_host.Services().journal;
-    journal.review = [this](const JournalEntry& entry) { return m_secondLook.Look(entry, Seconds()); };
+    journal.review = [this](const JournalEntry& entry) {
+        return m_secondLook.Look(entry, Seconds(), PricesShownFor(entry, m_host.Dialogs()));
+    };
     // The lists are read again when the request is over: one refresh for all that came together.
     journal.onLine = [this](const std::string&) {
         if (m_window && !m_journalGrew) {
@@ -337,8 +340,7 @@ void DeskWindow::ShowLanguage() {
     std::wstring text = L"No module";
     if (m_host.Loaded()) {
         text = L"EmendoOrd " + Wide(FileVersion(m_host.ModulePath())) + L" in language " +
-               (m_language ? std::to_wstring(m_language) : L"of the system") +
-               (CanShow(m_language) ? L"" : L", not in this code page");
+               (m_language ? std::to_wstring(m_language) : L"of the system");
     }
     SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(text.c_str()));
 }

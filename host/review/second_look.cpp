@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -16,7 +17,23 @@ constexpr std::uint32_t kUnusualTimes = 5;
 constexpr double kFarShare = 0.05;
 constexpr double kFarShareOfOption = 0.5;
 constexpr char kMarketOrder = '1';
+constexpr char kLimitOrder = '2';
+constexpr char kStopOrder = '3';
+constexpr char kLimitStopOrder = '4';
 constexpr char kExercise = '5';
+constexpr char kFillPrice[] = "fill price";
+
+bool HasOrderPrice(char orderType) {
+    return orderType == kLimitOrder || orderType == kLimitStopOrder;
+}
+
+bool HasTriggerPrice(char orderType) {
+    return orderType == kStopOrder || orderType == kLimitStopOrder;
+}
+
+bool IsFilledState(char state) {
+    return state == '5' || state == '6' || state == 'A';
+}
 
 bool IsOption(char commodityType) {
     return commodityType == CommodityType::kOption;
@@ -44,9 +61,29 @@ Record CopyOf(const void* bytes) {
     return record;
 }
 
+bool Names(const std::vector<ShownPrice>& shown, std::string_view name) {
+    return std::any_of(shown.begin(), shown.end(),
+                       [&](const ShownPrice& price) { return price.name == name; });
+}
+
+// In the record 97+9/8 is 98.125 like any other, and no position price is like one that was not given.
+std::string DoubtOf(const ShownPrice& price) {
+    const long numerator = std::strtol(price.numerator.c_str(), nullptr, 10);
+    const long denominator = std::strtol(price.denominator.c_str(), nullptr, 10);
+    if (!price.numerator.empty() && numerator >= denominator) {
+        return "numerator " + price.numerator + " of the " + price.name + " is not below its denominator " +
+               price.denominator;
+    }
+    if (price.ofPosition && numerator == 0 && std::atof(price.whole.c_str()) == 0) {
+        return "a position is chosen without a " + price.name;
+    }
+    return {};
+}
+
 }  // namespace
 
-std::vector<std::string> SecondLook::Look(const JournalEntry& entry, std::int64_t now) {
+std::vector<std::string> SecondLook::Look(const JournalEntry& entry, std::int64_t now,
+                                          const std::vector<ShownPrice>& shown) {
     std::vector<std::string> remarks;
     const auto remark = [&](const std::string& text) {
         if (!text.empty()) {
@@ -73,12 +110,19 @@ std::vector<std::string> SecondLook::Look(const JournalEntry& entry, std::int64_
         if (request.legs.size() == 1 && order.orderType != kMarketOrder && order.orderType != kExercise) {
             remark(FarPrice(request.legs[0], order.orderPrice, ""));
         }
+        if (HasTriggerPrice(order.orderType) && order.triggerPrice == 0) {
+            remark("a stop order with trigger price 0");
+        }
+        remark(FillPriceOf(order, Names(shown, kFillPrice)));
     } else if (entry.layout == &FillLayout()) {
         const auto fill = CopyOf<FillRecord>(entry.record);
         const Recent request = Describe(entry, fill, now);
         remark(SameAgain(request));
         remark(FarPrice(request.legs[0], fill.fillPrice, AddedId(entry, "fill")));
         m_recent.push_back(request);
+    }
+    for (const ShownPrice& price : shown) {
+        remark(DoubtOf(price));
     }
     return remarks;
 }
@@ -157,6 +201,31 @@ std::string SecondLook::FarPrice(const SingleContractKey& leg, double price,
     const CommodityRecord* commodity = m_book.catalogue.FindCommodity(CommodityOf(leg));
     return "price " + PriceText(price, commodity) + " is far from the last, " +
            PriceText(lastPrice, commodity);
+}
+
+// The dialog puts the order price into the fill price when a state with fills is chosen and when such an
+// order is opened. What the operator makes of it afterwards may be right, so both cases are told apart by
+// their order: one that has fills is compared with them. A pair's own price says nothing about that of its
+// leg.
+std::string SecondLook::FillPriceOf(const OrderRecord& order, bool canBeEntered) const {
+    if (!IsFilledState(order.orderState) || !HasOrderPrice(order.orderType)) {
+        return {};
+    }
+    const CommodityRecord* commodity = m_book.catalogue.FindCommodity(CommodityOf(order.key));
+    const auto text = [&](double price) { return PriceText(price, commodity); };
+    const OrderEntry* booked = order.orderNo ? m_book.ledger.FindOrder(order.orderNo) : nullptr;
+    if (booked && !booked->fills.empty()) {
+        const double bookedPrice = booked->record.fillPrice;
+        const bool follows = std::trunc(order.fillPrice) == std::trunc(order.orderPrice);
+        return canBeEntered && follows && !SamePrice(order.fillPrice, bookedPrice)
+                   ? "fill price " + text(order.fillPrice) + " is that of the order, which was filled at " +
+                         text(bookedPrice)
+                   : "";
+    }
+    return HasTwoLegs(order.key.commodityType) || SamePrice(order.fillPrice, order.orderPrice)
+               ? ""
+               : "fill price " + text(order.fillPrice) + " differs from the order price " +
+                     text(order.orderPrice);
 }
 
 // On a forward market opposite trades in two dates are a carry, which has a dialog of its own and no

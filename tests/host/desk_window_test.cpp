@@ -110,7 +110,8 @@ TEST_F(DeskWindowTest, IsReachedWithKeysAndOpensEveryDialogOnTheSelectedOrder) {
         LoopOf(desk).Key(VK_TAB);
         EXPECT_EQ(GetFocus(), desk.Pane(kFillList).Window());
         LoopOf(desk).Key(VK_RETURN);
-        EXPECT_EQ(OnlyTitle(), "Modify Filled");
+        EXPECT_EQ(OnlyTitle(), "Modify Filled - [FillNo:F00000001]")
+            << "removing is what can be done with a fill";
         Do(desk, kInputFill);
         EXPECT_NE(desk.StatusText().find(L"close the dialog"), std::wstring::npos)
             << "one of a kind at a time";
@@ -158,7 +159,7 @@ TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
     constexpr wchar_t kDone[] = L"Module started again";
     Ask(
         [&](DeskWindow& desk) {
-            Do(desk, kFirstLanguage);
+            Do(desk, kFirstLanguage + 2);
             EXPECT_NE(desk.StatusText(), kDone) << "the module is still asking";
         },
         [&](DeskWindow& desk) {
@@ -168,6 +169,40 @@ TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
             EXPECT_EQ(host.Dialogs().size(), 1u);
             Do(desk, kCloseDesk);
         });
+}
+
+// On a Western code page "Buy" and "Sell" would both be "??" in Chinese.
+TEST_F(DeskWindowTest, OffersOnlyWhatTheSystemCanShow) {
+    ASSERT_EQ(GetACP(), 1252u);
+    EXPECT_THROW(RunDesk(host, {ProgramFolder() + "EmendoOrd.dll", "", "", 1028}), std::runtime_error);
+    Run([&](DeskWindow& desk) {
+        HMENU languages = GetSubMenu(GetMenu(desk.Window()), 3);
+        SendMessageA(desk.Window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(languages), 3);
+        for (unsigned i = 0; i < Languages().size(); ++i) {
+            const bool english = LanguageOf(Languages()[i].id) == 1033;
+            EXPECT_EQ(GetMenuState(languages, i, MF_BYPOSITION) & MF_GRAYED, english ? 0u : MF_GRAYED) << i;
+        }
+        Do(desk, kFirstLanguage);
+        EXPECT_EQ(desk.StatusText(), L"This system cannot show that language");
+        Do(desk, kCloseDesk);
+    });
+}
+
+// What the record no longer tells is read off the dialog.
+TEST_F(DeskWindowTest, RemarksOnWhatTheDialogShows) {
+    Run([&](DeskWindow& desk) {
+        desk.Pane(kOrderList).Select(2);
+        Do(desk, kInputFill);
+        ASSERT_EQ(host.Dialogs().size(), 1u);
+        HWND dialog = host.Dialogs()[0];
+        SetDlgItemTextA(dialog, 1145, "448");
+        SetDlgItemTextA(dialog, 1148, "14");
+        PostMessageA(dialog, WM_COMMAND, kConfirm, reinterpret_cast<LPARAM>(GetDlgItem(dialog, kConfirm)));
+        LoopOf(desk).PumpUntilIdle();
+        EXPECT_NE(desk.StatusText().find(L"numerator 14 of the fill price is not below its denominator 8"),
+                  std::wstring::npos);
+        Do(desk, kCloseDesk);
+    });
 }
 
 // The user closes the desk while the send sleeps, or it goes by itself.

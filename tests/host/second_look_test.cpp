@@ -85,6 +85,79 @@ TEST(SecondLookTest, RemarksOnLikelyMistakes) {
     }
 }
 
+// Doubts about one entry alone. `change` makes it of a working limit order of 7 at 2500, or of order 1001,
+// which was filled at 2514.
+struct Doubt {
+    const char* fault;
+    void (*change)(OrderRecord& order);
+    std::vector<ShownPrice> shown;
+    std::string remark;
+    bool modify = false;
+};
+
+const Doubt kEntries[] = {
+    {"a typing error after the state put the order price into the fill price",
+     [](OrderRecord& order) { order.fillPrice = 2050; },
+     {{"fill price", "2050", "", "1", false}},
+     "fill price 2050 differs from the order price 2500"},
+    {"the price of a stop order's fill cannot be compared",
+     [](OrderRecord& order) {
+         order.orderType = '3';
+         order.orderPrice = 0;
+         order.triggerPrice = 2490;
+     },
+     {},
+     ""},
+    {"a stop at 0",
+     [](OrderRecord& order) { order.orderType = '4'; },
+     {},
+     "a stop order with trigger price 0"},
+    {"9 eighths",
+     [](OrderRecord&) {},
+     {{"order price", "2499", "8", "8", false}, {"trigger price", "0", "7", "8", false}},
+     "numerator 8 of the order price is not below its denominator 8"},
+    {"a position chosen by its box alone",
+     [](OrderRecord&) {},
+     {{"near position price", "2400", "", "1", true}, {"forward position price", "", "", "1", true}},
+     "a position is chosen without a forward position price"},
+    {"the fill price of a modified order that nobody looked at",
+     [](OrderRecord& order) { order.orderPrice = order.fillPrice = 2520; },
+     {{"fill price", "2520", "", "1", false}},
+     "fill price 2520 is that of the order, which was filled at 2514",
+     true},
+    {"typed, it is what the operator wants",
+     [](OrderRecord& order) { order.orderPrice = 2520; },
+     {{"fill price", "2514", "", "1", false}},
+     "",
+     true},
+    {"a move leaves the price alone", [](OrderRecord& order) { order.fillPrice = 2520; }, {}, "", true},
+};
+
+TEST(SecondLookTest, RemarksOnDoubtfulEntries) {
+    for (const Doubt& row : kEntries) {
+        SCOPED_TRACE(row.fault);
+        const std::unique_ptr<Book> book = Sample();
+        ServiceSet services(*book, {});
+        SecondLook look(*book);
+        services.journal.review = [&](const JournalEntry& entry) { return look.Look(entry, 0, row.shown); };
+        OrderRecord order = row.modify ? book->ledger.FindOrder(1001)->record
+                                       : MakeOrder("800101", kJanuary, 'B', 2500, 7, "S_doubt");
+        if (!row.modify) {
+            order.orderState = '6';
+            order.fillPrice = 2500;
+            order.fillQty = 7;
+        }
+        row.change(order);
+        ASSERT_EQ(services.trade.SendOrder(&order), 0) << services.journal.Lines().back();
+        const Json line = Json::parse(services.journal.Lines().back());
+        Json expected = Json::array();
+        if (!row.remark.empty()) {
+            expected.push_back(row.remark);
+        }
+        EXPECT_EQ(line.value("remarks", Json::array()), expected);
+    }
+}
+
 // Records come from the other side of the border: nothing in them is followed or read past its field.
 TEST(SecondLookTest, SurvivesBrokenRecords) {
     const std::unique_ptr<Book> book = Sample();
