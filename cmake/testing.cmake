@@ -27,6 +27,7 @@ function(emendo_add_test name)
     target_link_libraries(${name} PRIVATE ${arg_LIBS} gmock gtest gtest_main)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
     if(WIN32)
+        target_sources(${name} PRIVATE $<TARGET_OBJECTS:emendo_swallowed_exceptions>)
         add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/scripts/wine.sh --timeout ${arg_TIMEOUT}
                                       ${arg_WINE_ARGS} $<TARGET_FILE:${name}>
                  WORKING_DIRECTORY ${PROJECT_SOURCE_DIR})

@@ -62,6 +62,11 @@ CSeleCodeWnd::~CSeleCodeWnd() {
     }
 }
 
+void CSeleCodeWnd::Release::operator()(CSeleCodeWnd* popup) const {
+    popup->DestroyWindow();
+    popup->DeleteWhenIdle();
+}
+
 // --- creation and layout ---
 
 bool CSeleCodeWnd::CreatePopup(HWND owner) {

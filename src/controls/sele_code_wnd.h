@@ -7,6 +7,7 @@
 #include "framework/wnd.h"
 #include "trade/host_services.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,12 @@ public:
     // `trade` is asked whenever the tree or the list is filled.
     explicit CSeleCodeWnd(TradeData (*trade)() = &CurrentTradeData);
     ~CSeleCodeWnd() override;
+
+    // Destroys the window; the object stays until the calls that run in it have ended.
+    struct Release {
+        void operator()(CSeleCodeWnd* popup) const;
+    };
+    using Owner = std::unique_ptr<CSeleCodeWnd, Release>;
 
     // The hidden popup over `owner`, which is not told about choices before SetNotifyWnd. False when it could
     // not be created.

@@ -123,7 +123,13 @@ LRESULT CALLBACK CxComboBox::EditProc(HWND edit, UINT message, WPARAM wParam, LP
     if (!comboBox) {
         return CallFormer(edit, message, wParam, lParam);
     }
-    return Guarded([&] { return comboBox->OnEditMessage(message, wParam, lParam); }, LRESULT{0});
+    return Guarded(
+        {"the edit of a combo box", message, wParam},
+        [&] {
+            const RunningCalls calls(*comboBox);
+            return comboBox->OnEditMessage(message, wParam, lParam);
+        },
+        LRESULT{0});
 }
 
 LRESULT CxComboBox::OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam) {

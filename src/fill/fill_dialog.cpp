@@ -226,11 +226,16 @@ void CEmendoMatch::OnWindowGone() {
 // --- keyboard ---
 
 BOOL CEmendoMatch::PreTranslateMessage(const MSG* message) {
-    return Guarded([&] { return message && OfferToWindows(*this, *message); }, false);
+    return Guarded(
+        "PreTranslateMessage of the fill dialog",
+        [&] {
+            const RunningCall call(*this);
+            return message && OfferToWindows(*this, *message);
+        },
+        false);
 }
 
 BOOL CEmendoMatch::PreTranslateMessage(MSG* message) {
-    const RunningCall call(*this);
     switch (TranslateDialogKey(m_hWnd, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
         case KeyOutcome::Consumed:
             return TRUE;

@@ -15,6 +15,16 @@ void CloseLeftOpen(CDialog* dialog) {
     }
 }
 
+bool IsOnDialogThread() {
+    const CDialog* dialogs[] = {g_pOrderDialog, g_pFillDialog};
+    for (const CDialog* dialog : dialogs) {
+        if (dialog && GetWindowThreadProcessId(dialog->m_hWnd, nullptr) == GetCurrentThreadId()) {
+            return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 BOOL CEmendoOrdApp::InitInstance() {
@@ -23,6 +33,9 @@ BOOL CEmendoOrdApp::InitInstance() {
 }
 
 void CEmendoOrdApp::ExitInstance() {
+    if (IsOnDialogThread()) {
+        CallNote::PutBackAll();
+    }
     CloseLeftOpen(g_pOrderDialog);
     CloseLeftOpen(g_pFillDialog);
     CWinApp::ExitInstance();
@@ -30,10 +43,11 @@ void CEmendoOrdApp::ExitInstance() {
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
-        return Guarded([] { return theApp.InitInstance(); }, FALSE);
+        return Guarded(
+            "DllMain", [] { return theApp.InitInstance(); }, FALSE);
     }
     if (reason == DLL_PROCESS_DETACH && !processEnds) {
-        Guarded([] { theApp.ExitInstance(); });
+        Guarded("DllMain", [] { theApp.ExitInstance(); });
     }
     return TRUE;
 }

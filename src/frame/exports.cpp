@@ -19,25 +19,21 @@ extern "C" {
 
 // `language`: the host's language id, 0 leaves the choice to the module.
 void OnPluginLoad(WORD language) {
-    Guarded([&] { ChooseResourceLanguage(language); });
+    Guarded("OnPluginLoad", [&] { ChooseResourceLanguage(language); });
 }
 
 void OnPluginInit(IPluginManager* manager) {
-    Guarded([&] { AcquireHostServices(manager); });
+    Guarded("OnPluginInit", [&] { AcquireHostServices(manager); });
 }
 
-// Null for any other version; FreePluginApi frees the result.
+// Null for any other version and without memory; FreePluginApi frees the result.
 IEmendix* CreatePluginApi(const char* version) {
-    return Guarded(
-        [&]() -> IEmendix* {
-            return version && std::strcmp(version, kApiVersion) == 0 ? new IEmendoControl : nullptr;
-        },
-        static_cast<IEmendix*>(nullptr));
+    return version && std::strcmp(version, kApiVersion) == 0 ? IEmendoControl::Create() : nullptr;
 }
 
-// Open dialogs stay open.
+// Open dialogs stay open. A null pointer and one that was freed before are ignored.
 void FreePluginApi(IEmendix* api) {
-    delete static_cast<IEmendoControl*>(api);
+    IEmendoControl::Free(api);
 }
 
 // Nothing here is the module's to release: every service is the host's.

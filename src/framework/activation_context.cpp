@@ -28,18 +28,26 @@ private:
     HANDLE m_context = INVALID_HANDLE_VALUE;
 };
 
+HANDLE Manifest() {
+    static const ManifestContext manifest;
+    return manifest.Get();
+}
+
+// What ends the activation; 0 when there is none.
+ULONG_PTR Activate(HANDLE context) {
+    ULONG_PTR cookie = 0;
+    return context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie) ? cookie : 0;
+}
+
+// Also when a call that is over has left activations of its own behind.
+void Deactivate(void* cookie, std::intptr_t) {
+    DeactivateActCtx(DEACTIVATE_ACTCTX_FLAG_FORCE_EARLY_DEACTIVATION, reinterpret_cast<ULONG_PTR>(cookie));
+}
+
 }  // namespace
 
-ScopedActivationContext::ScopedActivationContext() {
-    static const ManifestContext manifest;
-    m_active = manifest.Get() != INVALID_HANDLE_VALUE && ActivateActCtx(manifest.Get(), &m_cookie);
-}
-
-ScopedActivationContext::~ScopedActivationContext() {
-    if (m_active) {
-        DeactivateActCtx(0, m_cookie);
-    }
-}
+ScopedActivationContext::ScopedActivationContext()
+    : m_active(reinterpret_cast<void*>(Activate(Manifest())), &Deactivate) {}
 
 FormerActivationContext::FormerActivationContext() {
     GetCurrentActCtx(&m_context);
@@ -52,10 +60,4 @@ FormerActivationContext::~FormerActivationContext() {
 }
 
 FormerActivationContext::Activated::Activated(HANDLE context)
-    : active(ActivateActCtx(context, &cookie) != FALSE) {}
-
-FormerActivationContext::Activated::~Activated() {
-    if (active) {
-        DeactivateActCtx(0, cookie);
-    }
-}
+    : active(reinterpret_cast<void*>(Activate(context)), &Deactivate) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "framework/call_note.h"
+
 #include <windows.h>
 
 // Common controls 6 for windows created while an object of this class lives. The module's manifest (resource
@@ -9,13 +11,9 @@
 class ScopedActivationContext {
 public:
     ScopedActivationContext();
-    ~ScopedActivationContext();
-    ScopedActivationContext(const ScopedActivationContext&) = delete;
-    ScopedActivationContext& operator=(const ScopedActivationContext&) = delete;
 
 private:
-    ULONG_PTR m_cookie = 0;
-    bool m_active = false;
+    CallNote m_active;
 };
 
 // The context that was active when the object was made: the host's. A handler that runs while a window is
@@ -36,9 +34,7 @@ public:
 private:
     struct Activated {
         explicit Activated(HANDLE context);
-        ~Activated();
-        ULONG_PTR cookie = 0;
-        bool active = false;
+        CallNote active;
     };
     HANDLE m_context = nullptr;
 };

@@ -3,10 +3,12 @@
 #include "framework/activation_context.h"
 #include "framework/guard.h"
 #include "framework/module_instance.h"
+#include "framework/scoped_value.h"
 #include "framework/window_creation.h"
 
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <span>
 #include <utility>
 
@@ -81,6 +83,10 @@ std::string ToAnsi(const std::string& text, UINT codePage) {
 
 }  // namespace
 
+CDialog::~CDialog() {
+    CallNote::ForgetTarget(&m_hostContext);
+}
+
 bool CDialog::CreateIndirect(const DLGTEMPLATE* dialogTemplate, HWND parent, const void* initData,
                              std::size_t initSize, UINT initCodePage) {
     if (!dialogTemplate || m_hWnd) {
@@ -89,26 +95,28 @@ bool CDialog::CreateIndirect(const DLGTEMPLATE* dialogTemplate, HWND parent, con
     m_initData = static_cast<const std::byte*>(initData);
     m_initSize = initData ? initSize : 0;
     m_initCodePage = initCodePage;
+    m_setUp = false;
     const WindowWatch watch(this);
     HWND window = nullptr;
     {
         const FormerActivationContext hostContext;
-        m_hostContext = &hostContext;
+        const ScopedValue during(m_hostContext, &hostContext);
         const ScopedActivationContext commonControls6;
         RegisterCommonControls();
         const CreationBinding binding(*this, nullptr);
         window = ::CreateDialogIndirectParamA(ModuleInstance(), dialogTemplate, parent,
                                               &CDialog::StaticDialogProc, 0);
     }
-    if (!watch.ObjectAlive()) {
+    if (!IsWholeCreation(window, watch)) {
         return false;
     }
     m_initData = nullptr;
-    m_hostContext = nullptr;
-    if (!window) {
-        Unbind();
+    if (!m_setUp) {
+        // Controls without their values and rules are not for use.
+        DestroyWindow();
+        return false;
     }
-    return watch.WindowAlive();
+    return true;
 }
 
 INT_PTR CALLBACK CDialog::StaticDialogProc(HWND window, UINT message, WPARAM, LPARAM) {
@@ -116,12 +124,18 @@ INT_PTR CALLBACK CDialog::StaticDialogProc(HWND window, UINT message, WPARAM, LP
         return FALSE;
     }
     return Guarded(
+        {"OnInitDialog", message},
         [&]() -> INT_PTR {
             auto* dialog = static_cast<CDialog*>(FromHandlePermanent(window));
             if (!dialog || !dialog->m_hostContext) {
                 return FALSE;
             }
-            return dialog->m_hostContext->Run([=] { return dialog->OnInitDialog(); });
+            const WindowWatch watch(dialog);
+            const BOOL focusFirst = dialog->m_hostContext->Run([=] { return dialog->OnInitDialog(); });
+            if (watch.ObjectAlive()) {
+                dialog->m_setUp = true;
+            }
+            return focusFirst;
         },
         INT_PTR{FALSE});
 }
@@ -145,9 +159,18 @@ void CDialog::ExecuteInitData() {
 }
 
 HWND CDialog::GetDlgItem(int id) const {
-    HWND& item = m_items[id];
-    if (!item || ::GetDlgCtrlID(item) != id || ::GetParent(item) != m_hWnd) {
-        item = ::GetDlgItem(m_hWnd, id);
+    const auto known = m_items.find(id);
+    if (known != m_items.end() && ::GetDlgCtrlID(known->second) == id &&
+        ::GetParent(known->second) == m_hWnd) {
+        return known->second;
+    }
+    const HWND item = ::GetDlgItem(m_hWnd, id);
+    if (item) {
+        try {
+            m_items[id] = item;
+        } catch (const std::bad_alloc&) {
+            // It is searched for again the next time.
+        }
     }
     return item;
 }

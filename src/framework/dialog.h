@@ -8,10 +8,12 @@
 // A modeless dialog.
 class CDialog : public CWnd {
 public:
+    ~CDialog() override;
+
     // Creates the window from an in-memory template. `initData` is the template's dialog-initialisation
     // resource (texts for its combo and list boxes), may be null; its texts are in `initCodePage`. On a
-    // failure (no template, an unknown control class) no window is left; the object may have been deleted by
-    // its own PostNcDestroy.
+    // failure (no template, an unknown control class, an exception in OnInitDialog) no window is left; the
+    // object may have been deleted by its own PostNcDestroy.
     bool CreateIndirect(const DLGTEMPLATE* dialogTemplate, HWND parent, const void* initData = nullptr,
                         std::size_t initSize = 0, UINT initCodePage = CP_ACP);
 
@@ -47,4 +49,5 @@ private:
     std::size_t m_initSize = 0;
     UINT m_initCodePage = CP_ACP;
     const class FormerActivationContext* m_hostContext = nullptr;  // while the window is being created
+    bool m_setUp = false;                                          // OnInitDialog ran to its end
 };

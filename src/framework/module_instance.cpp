@@ -1,7 +1,6 @@
 #include "framework/module_instance.h"
 
 #include "framework/format_text.h"
-#include "framework/guard.h"
 
 #include <set>
 #include <string>
@@ -22,13 +21,15 @@ public:
     }
 
     const char* Register(const WNDCLASSA& properties, const std::string& name) {
-        const auto known = m_names.find(name);
-        if (known != m_names.end()) {
-            return known->c_str();
-        }
+        // Noted first: a class that is registered and not known would never be given back.
+        const auto [known, isNew] = m_names.insert(name);
         WNDCLASSA windowClass = properties;
-        windowClass.lpszClassName = name.c_str();
-        return RegisterClassA(&windowClass) ? m_names.insert(name).first->c_str() : nullptr;
+        windowClass.lpszClassName = known->c_str();
+        if (isNew && !RegisterClassA(&windowClass)) {
+            m_names.erase(known);
+            return nullptr;
+        }
+        return known->c_str();
     }
 
 private:
@@ -54,8 +55,4 @@ const char* RegisterModuleClass(UINT classStyle, HCURSOR cursor, HBRUSH backgrou
     return g_moduleClasses.Register(
         windowClass, FormatText("EmendoWindow:%x:%p:%p:%p", classStyle, static_cast<void*>(cursor),
                                 static_cast<void*>(background), static_cast<void*>(icon)));
-}
-
-void ReportSwallowedException() noexcept {
-    OutputDebugStringA("EmendoOrd: an exception was stopped at the module's edge\n");
 }

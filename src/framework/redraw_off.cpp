@@ -2,6 +2,8 @@
 
 #include "framework/window_helpers.h"
 
+#include <new>
+
 namespace {
 
 constexpr UINT kRepaint = RDW_ERASE | RDW_INVALIDATE | RDW_ALLCHILDREN;
@@ -11,11 +13,27 @@ void RepaintPlace(HWND window, RECT place) {
     RedrawWindow(window, &place, nullptr, kRepaint);
 }
 
+void SwitchOn(HWND window) {
+    SendMessageA(window, WM_SETREDRAW, TRUE, 0);
+}
+
+void RepaintAll(HWND window) {
+    RedrawWindow(window, nullptr, nullptr, kRepaint | RDW_FRAME);
+}
+
+// The handle, unless it has been destroyed or is not shown.
+HWND Shown(HWND window) {
+    return GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE ? window : nullptr;
+}
+
 }  // namespace
 
 // What waits for being painted is painted first: switching redrawing off drops it.
 RedrawOff::RedrawOff(HWND window)
-    : m_window(GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE ? window : nullptr) {
+    : m_window(Shown(window)), m_off(m_window, [](void* abandoned, std::intptr_t) {
+          SwitchOn(static_cast<HWND>(abandoned));
+          RepaintAll(static_cast<HWND>(abandoned));
+      }) {
     if (m_window) {
         RedrawWindow(m_window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
         GetWindowRect(m_window, &m_place);
@@ -25,11 +43,17 @@ RedrawOff::RedrawOff(HWND window)
 }
 
 RedrawOff::~RedrawOff() {
-    if (m_window) {
-        SendMessageA(m_window, WM_SETREDRAW, TRUE, 0);
-        if (!RepaintChanged()) {
-            RedrawWindow(m_window, nullptr, nullptr, kRepaint | RDW_FRAME);
+    if (!m_window || !IsWindow(m_window)) {
+        m_off.Drop();  // a null window would be the whole desktop
+        return;
+    }
+    SwitchOn(m_window);
+    try {
+        if (RepaintChanged()) {
+            m_off.Drop();
         }
+    } catch (const std::bad_alloc&) {
+        // Then everything is painted.
     }
 }
 

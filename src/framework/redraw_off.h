@@ -1,5 +1,7 @@
 #pragma once
 
+#include "framework/call_note.h"
+
 #include <windows.h>
 
 #include <string>
@@ -13,8 +15,6 @@ class RedrawOff {
 public:
     explicit RedrawOff(HWND window);
     ~RedrawOff();
-    RedrawOff(const RedrawOff&) = delete;
-    RedrawOff& operator=(const RedrawOff&) = delete;
 
 private:
     struct Look {
@@ -30,4 +30,5 @@ private:
     HWND m_window;
     RECT m_place{};
     std::vector<Look> m_before;
+    CallNote m_off;
 };

@@ -9,28 +9,11 @@
 // that takes it.
 class CSelfOwnedDialog : public CDialog {
 protected:
-    // Keeps the object while a call from outside runs in it. Window messages are kept this way already.
-    class RunningCall {
-    public:
-        explicit RunningCall(CSelfOwnedDialog& dialog) : m_dialog(dialog) { ++m_dialog.m_runningCalls; }
-        ~RunningCall() { m_dialog.EndCall(); }
-        RunningCall(const RunningCall&) = delete;
-        RunningCall& operator=(const RunningCall&) = delete;
-
-    private:
-        CSelfOwnedDialog& m_dialog;
-    };
-
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void PostNcDestroy() override;
     // The window is gone: nobody may find the dialog any more.
     virtual void OnWindowGone() {}
 
 private:
-    void EndCall();
-    void DeleteOnce();
-
     KeyboardKeeper m_keyboard;
-    int m_runningCalls = 0;
-    bool m_windowGone = false;
 };

@@ -3,9 +3,11 @@
 
 #include "framework/guard.h"
 #include "framework/module_instance.h"
+#include "framework/scoped_value.h"
 #include "framework/window_creation.h"
 #include "framework/wnd.h"
 
+#include <typeinfo>
 #include <unordered_map>
 
 namespace {
@@ -38,16 +40,11 @@ LRESULT CallFormer(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 // The message that an object is handling, innermost first: what Default() passes on.
 struct CWnd::DispatchFrame {
     DispatchFrame(const CWnd* handlingObject, const WindowMessage& handledMessage)
-        : object(handlingObject), message(handledMessage), outer(s_innermost) {
-        s_innermost = this;
-    }
-    ~DispatchFrame() { s_innermost = outer; }
-    DispatchFrame(const DispatchFrame&) = delete;
-    DispatchFrame& operator=(const DispatchFrame&) = delete;
+        : object(handlingObject), message(handledMessage), innermost(s_innermost, this) {}
 
     const CWnd* object;
     const WindowMessage& message;
-    DispatchFrame* outer;
+    ScopedValue<DispatchFrame*> innermost;
     static DispatchFrame* s_innermost;
 };
 
@@ -68,11 +65,20 @@ bool CWnd::Bind(HWND window) {
     }
     binding.object = this;
     m_hWnd = window;
-    PreSubclassWindow();
+    try {
+        PreSubclassWindow();
+    } catch (...) {
+        Unbind();
+        throw;
+    }
     // An earlier object may have left this module's procedure in place below another subclass.
     if (!FormerProcedure(window)) {
         const LONG former =
             ::SetWindowLongA(window, GWL_WNDPROC, reinterpret_cast<LONG>(&CWnd::StaticWindowProc));
+        if (!former) {
+            Unbind();
+            return false;
+        }
         Bindings()[window].formerProcedure = reinterpret_cast<WNDPROC>(former);
     }
     return true;
@@ -108,7 +114,9 @@ HWND CWnd::UnsubclassWindow() {
 }
 
 LRESULT CALLBACK CWnd::StaticWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (CWnd* object = FromHandlePermanent(window)) {
+    CallNote::PutBackAbandoned();
+    CWnd* object = FromHandlePermanent(window);
+    if (object && !CallNote::NearlyFull()) {
         return object->Dispatch({message, wParam, lParam});
     }
     const LRESULT result = CallFormer(window, message, wParam, lParam);
@@ -119,13 +127,14 @@ LRESULT CALLBACK CWnd::StaticWindowProc(HWND window, UINT message, WPARAM wParam
 }
 
 LRESULT CWnd::Dispatch(const WindowMessage& message) {
+    const RunningCalls calls(*this);
     const WindowWatch watch(this);
     const HWND window = m_hWnd;
     const LRESULT result = DispatchGuarded(message, watch);
     if (message.id == WM_NCDESTROY) {
         if (watch.ObjectAlive()) {
             Unbind();
-            Guarded([this] { PostNcDestroy(); });
+            Guarded({typeid(*this).name(), WM_NCDESTROY}, [this] { PostNcDestroy(); });
         }
         Bindings().erase(window);
     }
@@ -136,6 +145,7 @@ LRESULT CWnd::DispatchGuarded(const WindowMessage& message, const WindowWatch& w
     const DispatchFrame frame(this, message);
     bool threw = true;
     const LRESULT result = Guarded(
+        {typeid(*this).name(), message.id, message.wParam},
         [&] {
             const LRESULT answer = WindowProc(message.id, message.wParam, message.lParam);
             threw = false;
@@ -164,17 +174,11 @@ LRESULT CWnd::Default() {
 CreationBinding* CreationBinding::s_innermost = nullptr;
 
 CreationBinding::CreationBinding(CWnd& object, const void* token)
-    : m_object(object), m_token(token), m_outer(s_innermost) {
-    s_innermost = this;
-    m_hook = ::SetWindowsHookExA(WH_CBT, &CreationBinding::HookProc, nullptr, ::GetCurrentThreadId());
-}
-
-CreationBinding::~CreationBinding() {
-    if (m_hook) {
-        ::UnhookWindowsHookEx(m_hook);
-    }
-    s_innermost = m_outer;
-}
+    : m_object(object),
+      m_token(token),
+      m_innermost(s_innermost, this),
+      m_hook(::SetWindowsHookExA(WH_CBT, &CreationBinding::HookProc, nullptr, ::GetCurrentThreadId()),
+             [](void* hook, std::intptr_t) { ::UnhookWindowsHookEx(static_cast<HHOOK>(hook)); }) {}
 
 LRESULT CALLBACK CreationBinding::HookProc(int code, WPARAM wParam, LPARAM lParam) {
     CreationBinding* creation = s_innermost;
@@ -183,7 +187,12 @@ LRESULT CALLBACK CreationBinding::HookProc(int code, WPARAM wParam, LPARAM lPara
         const auto* details = reinterpret_cast<const CBT_CREATEWNDA*>(lParam);
         if (creation->IsExpected(window, *details->lpcs)) {
             creation->m_bound = true;
-            Guarded([&] { creation->m_object.m_createdHere = creation->m_object.Bind(window); });
+            CWnd& object = creation->m_object;
+            object.m_createdHere = Guarded(
+                "binding of a new window", [&] { return object.Bind(window); }, false);
+            if (!object.m_createdHere) {
+                return 1;  // a window without its object is better not created
+            }
         }
     }
     return ::CallNextHookEx(nullptr, code, wParam, lParam);
@@ -222,10 +231,20 @@ bool CWnd::CreateEx(DWORD exStyle, const char* className, const char* title, DWO
                                    static_cast<DWORD>(create.style), create.x, create.y, create.cx, create.cy,
                                    create.hwndParent, create.hMenu, create.hInstance, &create);
     }
-    if (!window && watch.ObjectAlive()) {
-        Unbind();
+    return IsWholeCreation(window, watch);
+}
+
+// Without the hook, or when another one keeps the news from it, the window has come without its object.
+bool CWnd::IsWholeCreation(HWND window, const WindowWatch& watch) {
+    if (!watch.ObjectAlive()) {
+        return false;
     }
-    return window && watch.WindowAlive();
+    if (!window) {
+        Unbind();
+    } else if (m_hWnd != window && ::IsWindow(window)) {
+        ::DestroyWindow(window);
+    }
+    return window && m_hWnd == window;
 }
 
 BOOL CWnd::PreCreateWindow(CREATESTRUCT&) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/scoped_value.h"
 #include "framework/wnd.h"
 
 // Binds `object` to the window that is created while this lives, before that window's first message. The
@@ -7,9 +8,6 @@
 class CreationBinding {
 public:
     CreationBinding(CWnd& object, const void* token);
-    ~CreationBinding();
-    CreationBinding(const CreationBinding&) = delete;
-    CreationBinding& operator=(const CreationBinding&) = delete;
 
 private:
     static LRESULT CALLBACK HookProc(int code, WPARAM wParam, LPARAM lParam);
@@ -17,8 +15,8 @@ private:
 
     CWnd& m_object;
     const void* m_token;
-    CreationBinding* m_outer;
-    HHOOK m_hook = nullptr;
+    ScopedValue<CreationBinding*> m_innermost;
+    CallNote m_hook;
     bool m_bound = false;
     static CreationBinding* s_innermost;
 };

@@ -4,36 +4,45 @@
 #include "framework/guard.h"
 #include "framework/window_helpers.h"
 
-namespace {
-
-WindowWatch* g_watches = nullptr;
-
-}  // namespace
-
-WindowWatch::WindowWatch(const CWnd* object) : m_object(object), m_next(g_watches) {
-    if (m_next) {
-        m_next->m_previous = this;
-    }
-    g_watches = this;
-}
-
-WindowWatch::~WindowWatch() {
-    (m_previous ? m_previous->m_next : g_watches) = m_next;
-    if (m_next) {
-        m_next->m_previous = m_previous;
-    }
-}
-
 bool WindowWatch::WindowAlive() const {
-    return m_object && m_object->m_hWnd && ::IsWindow(m_object->m_hWnd);
+    const auto* object = static_cast<const CWnd*>(m_note.Target());
+    return object && object->m_hWnd && ::IsWindow(object->m_hWnd);
+}
+
+CWnd::RunningCall::RunningCall(CWnd& object) : m_note(&object, &End) {
+    ++object.m_runningCalls;
+}
+
+void CWnd::RunningCall::End(void* target, std::intptr_t) {
+    auto* object = static_cast<CWnd*>(target);
+    --object->m_runningCalls;
+    if (object->m_deleteWhenIdle) {
+        object->DeleteWhenIdle();
+    }
+}
+
+CWnd::RunningCalls::RunningCalls(CWnd& innermost) {
+    CWnd* object = &innermost;
+    for (std::optional<RunningCall>& call : m_calls) {
+        if (!object) {
+            return;
+        }
+        call.emplace(*object);
+        object = FromHandlePermanent(::GetParent(object->m_hWnd));
+    }
+}
+
+void CWnd::DeleteWhenIdle() {
+    m_deleteWhenIdle = true;
+    if (m_runningCalls == 0) {
+        // The host may call once more while the destructor lets go of what is the host's.
+        ++m_runningCalls;
+        delete this;
+    }
 }
 
 CWnd::~CWnd() {
-    for (WindowWatch* watch = g_watches; watch; watch = watch->m_next) {
-        if (watch->m_object == this) {
-            watch->m_object = nullptr;
-        }
-    }
+    CallNote::ForgetTarget(this);
     if (m_hWnd && m_createdHere) {
         ::DestroyWindow(m_hWnd);
     }
@@ -166,21 +175,14 @@ bool CWnd::UpdateData(bool saveAndValidate) {
     if (!m_hWnd) {
         return false;
     }
-    // The exchange may end with the object deleted, by a handler of a selection that it made, or with an
-    // exception.
-    struct Running {
-        explicit Running(CWnd& window) : m_window(window), m_watch(&window) { ++window.m_exchangesRunning; }
-        ~Running() {
-            if (m_watch.ObjectAlive()) {
-                --m_window.m_exchangesRunning;
-            }
-        }
-        CWnd& m_window;
-        WindowWatch m_watch;
-    } running(*this);
+    // The exchange may end with the object deleted, by a handler of a selection that it made.
+    const WindowWatch watch(this);
+    const CallNote running(
+        this, [](void* window, std::intptr_t) { --static_cast<CWnd*>(window)->m_exchangesRunning; });
+    ++m_exchangesRunning;
     CDataExchange exchange(*this, saveAndValidate);
     DoDataExchange(&exchange);
-    return running.m_watch.WindowAlive();
+    return watch.WindowAlive();
 }
 
 bool OfferToWindows(const CWnd& dialog, const MSG& message) {

@@ -1,34 +1,30 @@
 #pragma once
 
+#include "framework/call_note.h"
 #include "framework/message_map.h"
 
+#include <optional>
 #include <string>
 
 // Watches a window object across calls that may delete it: handlers, questions, anything that runs a message
 // loop.
 class WindowWatch {
 public:
-    explicit WindowWatch(const CWnd* object);
-    ~WindowWatch();
-    WindowWatch(const WindowWatch&) = delete;
-    WindowWatch& operator=(const WindowWatch&) = delete;
+    explicit WindowWatch(const CWnd* object) : m_note(const_cast<CWnd*>(object), nullptr) {}
 
     // The object was not deleted.
-    bool ObjectAlive() const { return m_object != nullptr; }
+    bool ObjectAlive() const { return m_note.Target() != nullptr; }
     // Neither the object nor its window is gone.
     bool WindowAlive() const;
 
 private:
-    friend class CWnd;
-    const CWnd* m_object;
-    WindowWatch* m_next;
-    WindowWatch* m_previous = nullptr;
+    CallNote m_note;
 };
 
 // A window and the object that handles its messages. The object is bound before the first message of a window
-// that it creates and unbound after the last one, when PostNcDestroy runs (the place for `delete this`). Used
-// on the thread that created the window only. Other windows (parents, controls without an object) are plain
-// handles.
+// that it creates and unbound after the last one, when PostNcDestroy runs (the place for DeleteWhenIdle).
+// Used on the thread that created the window only. Other windows (parents, controls without an object) are
+// plain handles.
 class CWnd {
 public:
     CWnd() = default;
@@ -63,6 +59,24 @@ public:
     static CWnd* FromHandlePermanent(HWND window);
 
     virtual BOOL DestroyWindow();
+
+    // Deletes the object as soon as no call runs in it or in an object below it: at once, or when the last of
+    // those calls ends. For objects made with `new`; their window is gone or goes with them.
+    void DeleteWhenIdle();
+    // Keeps an object from being deleted by DeleteWhenIdle while a call runs in it. While a window message is
+    // handled, the object of its window and those of the windows above are kept this way already.
+    class RunningCall {
+    public:
+        explicit RunningCall(CWnd& object);
+
+    private:
+        static void End(void* object, std::intptr_t);
+        CallNote m_note;
+    };
+    // The call that asks is the only one that runs in the object and below it.
+    bool IsOnlyCall() const { return m_runningCalls == 1; }
+    // The object of a window and those of its parents and owners, as far up as there are any.
+    class RunningCalls;
 
     // --- override these ---
 
@@ -100,18 +114,19 @@ public:
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return ::SendMessageA(m_hWnd, message, wParam, lParam);
     }
+    // Without a window nothing happens: the system would take the thread, or every window, instead.
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-        return ::PostMessageA(m_hWnd, message, wParam, lParam);
+        return m_hWnd && ::PostMessageA(m_hWnd, message, wParam, lParam);
     }
     UINT_PTR SetTimer(UINT_PTR id, UINT milliseconds) const {
-        return ::SetTimer(m_hWnd, id, milliseconds, nullptr);
+        return m_hWnd ? ::SetTimer(m_hWnd, id, milliseconds, nullptr) : 0;
     }
     BOOL KillTimer(UINT_PTR id) const { return ::KillTimer(m_hWnd, id); }
     BOOL ShowWindow(int command) const { return ::ShowWindow(m_hWnd, command); }
     BOOL EnableWindow(bool enable) const { return ::EnableWindow(m_hWnd, enable); }
     BOOL IsWindowVisible() const { return ::IsWindowVisible(m_hWnd); }
     BOOL IsWindowEnabled() const { return ::IsWindowEnabled(m_hWnd); }
-    HWND SetFocus() const { return ::SetFocus(m_hWnd); }
+    HWND SetFocus() const { return m_hWnd ? ::SetFocus(m_hWnd) : nullptr; }
     HWND GetParent() const { return ::GetParent(m_hWnd); }
     int GetDlgCtrlID() const { return ::GetDlgCtrlID(m_hWnd); }
     RECT GetClientRect() const;
@@ -120,7 +135,11 @@ public:
         SendMessage(WM_SETFONT, reinterpret_cast<WPARAM>(font), redraw);
     }
     HFONT GetFont() const { return reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)); }
-    void Invalidate(bool erase = true) const { ::InvalidateRect(m_hWnd, nullptr, erase); }
+    void Invalidate(bool erase = true) const {
+        if (m_hWnd) {
+            ::InvalidateRect(m_hWnd, nullptr, erase);
+        }
+    }
     void UpdateWindow() const { ::UpdateWindow(m_hWnd); }
     // Exchanges values with the controls: out of them (true) or into them (false). Notifications that the
     // edits send meanwhile are not delivered, selections made by the exchange are. False when there is no
@@ -160,12 +179,25 @@ private:
     bool Bind(HWND window);
     void Unbind();
     LRESULT Dispatch(const WindowMessage& message);
+    bool IsWholeCreation(HWND window, const WindowWatch& watch);
     LRESULT DispatchGuarded(const WindowMessage& message, const WindowWatch& watch);
     bool FindAndInvoke(MessageMapEntry::Kind kind, UINT code, UINT id, const WindowMessage& message,
                        LRESULT& result);
 
     bool m_createdHere = false;
+    bool m_deleteWhenIdle = false;
+    int m_runningCalls = 0;
     int m_exchangesRunning = 0;
+};
+
+class CWnd::RunningCalls {
+public:
+    explicit RunningCalls(CWnd& innermost);
+
+private:
+    // A part of a control, the control, its popup, the dialog. Let go of from the outermost on, so that an
+    // object is still kept when the one that it is a member of goes.
+    std::optional<RunningCall> m_calls[4];
 };
 
 // The way of a host message to this module's windows: from its target up the chain of parents, every window

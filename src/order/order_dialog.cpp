@@ -150,11 +150,15 @@ void CEmendoOrder::OnTimer(UINT_PTR id) {
 
 BOOL CEmendoOrder::PreTranslateMessage(const MSG* message) {
     return Guarded(
-        [&] { return message && IsNearOwnWindow(message->hwnd) && OfferToWindows(*this, *message); }, false);
+        "PreTranslateMessage of the order dialog",
+        [&] {
+            const RunningCall call(*this);
+            return message && IsNearOwnWindow(message->hwnd) && OfferToWindows(*this, *message);
+        },
+        false);
 }
 
 BOOL CEmendoOrder::PreTranslateMessage(MSG* message) {
-    const RunningCall call(*this);
     const HWND window = m_hWnd;
     switch (TranslateDialogKey(window, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
         case KeyOutcome::Consumed:

@@ -12,7 +12,6 @@
 #include "trade/trader_spi.h"
 
 #include <array>
-#include <memory>
 
 // The order dialog: one class for every mode of working on an order. It deletes itself when its window is
 // destroyed.
@@ -119,7 +118,7 @@ private:
     Contract m_contract;
     NumericEntry m_numbers;
     std::array<CxComboBox, 10> m_combos;
-    std::unique_ptr<CSeleCodeWnd> m_picker;
+    CSeleCodeWnd::Owner m_picker;
     CarryLists m_carryLists;
     bool m_started = false;  // lists and values are there, changes of controls are the operator's
     bool m_refreshing = false;

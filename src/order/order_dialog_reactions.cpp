@@ -124,7 +124,7 @@ void CEmendoOrder::OnContractFocusLost() {
 
 void CEmendoOrder::OnPickContract() {
     if (!m_picker) {
-        m_picker = std::make_unique<CSeleCodeWnd>();
+        m_picker.reset(new CSeleCodeWnd);
     }
     if (!m_picker->m_hWnd) {
         if (!m_picker->CreatePopup(m_hWnd)) {
@@ -176,7 +176,7 @@ void CEmendoOrder::UpdateQuantities(const PositionRecord* changed) {
 }
 
 void CEmendoOrder::OnTradeNotify11(void* position) {
-    Guarded([&] {
+    Guarded("OnTradeNotify11", [&] {
         const RunningCall call(*this);
         if (m_form.mode == OrderMode::Carry && m_started && m_hWnd) {
             UpdateQuantities(static_cast<const PositionRecord*>(position));
@@ -185,7 +185,7 @@ void CEmendoOrder::OnTradeNotify11(void* position) {
 }
 
 void CEmendoOrder::OnSelectData(ITradeListWindow* list, int, PositionRecord* position) {
-    Guarded([&] {
+    Guarded("OnSelectData", [&] {
         const RunningCall call(*this);
         const PriceRowControls* row = m_carryLists.IsNear(list)      ? &kPriceRows[kNearPositionPriceRow]
                                       : m_carryLists.IsForward(list) ? &kPriceRows[kForwardPositionPriceRow]

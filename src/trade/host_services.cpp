@@ -9,8 +9,12 @@ namespace {
 
 template <typename Service>
 void FetchOnce(Service*& holder, IPluginManager& manager, const char* name, const char* version) {
-    if (!holder) {
-        holder = static_cast<Service*>(manager.GetPlugin(name, version));
+    if (holder) {
+        return;
+    }
+    auto* found = static_cast<Service*>(manager.GetPlugin(name, version));
+    if (!holder) {  // the host may have initialised the module again meanwhile
+        holder = found;
     }
 }
 

@@ -3,24 +3,26 @@
 #include "trade/trader_spi_factory.h"
 
 #include <memory>
-#include <new>
 
 _TraderSpiWnd::_TraderSpiWnd(ITradeSpi* target, ITradeSpiSwitch* dispatcher)
     : TraderSpi(true), m_target(target), m_dispatcher(dispatcher ? dispatcher : &m_standardDispatcher) {
-    Create(nullptr, nullptr, 0, RECT{}, GetDesktopWindow(), 0);
+    if (Create(nullptr, nullptr, 0, RECT{}, GetDesktopWindow(), 0)) {
+        m_window = m_hWnd;
+    }
 }
 
-// The window goes while the host still knows the listener: what it posts from then on fails. The base
-// unregisters.
+// The window goes while the host still knows the listener. The base unregisters.
 _TraderSpiWnd::~_TraderSpiWnd() {
+    m_window = nullptr;
     DestroyWindow();
 }
 
 bool _TraderSpiWnd::GetNotifyWnd(HWND* window) {
+    const HWND current = m_window;
     if (window) {
-        *window = GetSafeHwnd();
+        *window = current;
     }
-    return true;
+    return current != nullptr;
 }
 
 // The callback may destroy the dialog and with it this window, so nothing of it is touched afterwards.
@@ -34,9 +36,13 @@ ON_MESSAGE(kWmTradeSpi, &_TraderSpiWnd::OnTradeSpi)
 END_MESSAGE_MAP()
 
 _TraderSpiWnd* CreateTraderSpiWnd(ITradeSpi* target, ITradeSpiSwitch* dispatcher) {
-    auto window = std::unique_ptr<_TraderSpiWnd>(new (std::nothrow) _TraderSpiWnd(target, dispatcher));
-    // A listener without a window would make the host post its events to nowhere.
-    return window && window->GetSafeHwnd() ? window.release() : nullptr;
+    return Guarded(
+        "creation of the window for events",
+        [&]() -> _TraderSpiWnd* {
+            auto window = std::make_unique<_TraderSpiWnd>(target, dispatcher);
+            return window->GetSafeHwnd() ? window.release() : nullptr;
+        },
+        static_cast<_TraderSpiWnd*>(nullptr));
 }
 
 void DestroyTraderSpiWnd(_TraderSpiWnd* window) {

@@ -4,14 +4,20 @@
 #include "framework/wnd.h"
 #include "trade/trader_spi.h"
 
-// The hidden window that receives a listener's events on the thread that made it. The window is the listener
-// that the host knows; it outlives its handle at both ends, so the host always finds an object to ask.
+#include <atomic>
+
+// The hidden window that receives a listener's events on the thread that made it. The object is the listener
+// that the host knows, and outlives its window at both ends: it is registered before the window exists, and
+// still is when the window has been destroyed. There it asks to be called directly and ignores the call, so
+// that an event of that moment is lost and posts to no window, which would be the queue of the posting
+// thread.
 class _TraderSpiWnd final : public CWnd, public TraderSpi {
 public:
     _TraderSpiWnd(ITradeSpi* target, ITradeSpiSwitch* dispatcher);
     ~_TraderSpiWnd() override;
 
-    // The host posts its events to this window; may be asked from any thread.
+    // The host posts its events to the window while there is one; may be asked from any thread, also while
+    // the object is being constructed. Without a window the handle is null and the answer false.
     bool GetNotifyWnd(HWND* window) override;
 
     // A host that calls directly reaches the target at once, on its own thread.
@@ -64,8 +70,8 @@ public:
 private:
     template <typename... Parameters, typename... Arguments>
     void Forward(void (ITradeSpi::*callback)(Parameters...), Arguments... arguments) {
-        if (m_target) {
-            Guarded([&] { (m_target->*callback)(arguments...); });
+        if (m_target && m_window) {
+            Guarded("an event that the host calls directly", [&] { (m_target->*callback)(arguments...); });
         }
     }
     LRESULT OnTradeSpi(WPARAM data, LPARAM packed);
@@ -73,6 +79,7 @@ private:
     DECLARE_MESSAGE_MAP()
 
     ITradeSpi* const m_target;
+    std::atomic<HWND> m_window = nullptr;  // while events can be posted to it
     TraderSpiSwitch m_standardDispatcher{true};
     ITradeSpiSwitch* const m_dispatcher;
 };

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace {
 
 SampleContracts* g_book = nullptr;
@@ -40,7 +38,7 @@ class PopupTest : public testing::Test {
 protected:
     SampleContracts book;
     Owner owner;
-    std::unique_ptr<CSeleCodeWnd> popup;
+    CSeleCodeWnd::Owner popup;
 
     PopupTest() {
         g_book = &book;
@@ -50,7 +48,7 @@ protected:
         MakePopup();
     }
     void MakePopup() {
-        popup = std::make_unique<CSeleCodeWnd>(&SampleTrade);
+        popup.reset(new CSeleCodeWnd(&SampleTrade));
         ASSERT_TRUE(popup->CreatePopup(owner.m_hWnd));
         popup->SetNotifyWnd(owner.m_hWnd);
     }

@@ -1,6 +1,7 @@
 #include "framework/redraw_off.h"
 #include "framework/window_helpers.h"
 #include "framework/wnd.h"
+#include "support/swallowed_exceptions.h"
 #include "support/window_kit.h"
 
 #include <gtest/gtest.h>
@@ -72,12 +73,14 @@ TEST(Binding, LastsFromTheFirstMessageToTheLast) {
 }
 
 TEST(Binding, RefusedOrThrowingCreationLeavesNothing) {
+    ExpectedExceptions expected;
     for (const bool throws : {false, true}) {
         RecordingWindow window;
         (throws ? window.throwAt : window.refuse) = WM_CREATE;
         EXPECT_FALSE(window.Open()) << throws;
         EXPECT_EQ(window.m_hWnd, nullptr);
         EXPECT_EQ(window.unboundEnds, 1);
+        EXPECT_EQ(expected.Take(), throws);
     }
     auto* window = new SelfDeleting;
     const WindowWatch watch(window);
@@ -152,10 +155,12 @@ TEST(Binding, HandlerMayDestroyItsWindowAndObject) {
 }
 
 TEST(Binding, NoExceptionLeavesAWindowProcedure) {
+    ExpectedExceptions expected;
     RecordingWindow window;
     ASSERT_TRUE(window.Open(WS_POPUP));
     window.throwAt = WM_APP;
     EXPECT_EQ(window.SendMessage(WM_APP), 0);
+    EXPECT_EQ(expected.Take(), 1);
 
     window.throwAt = WM_PAINT;
     window.ShowWindow(SW_SHOWNA);
@@ -163,8 +168,11 @@ TEST(Binding, NoExceptionLeavesAWindowProcedure) {
     HostLoop().PumpUntilIdle();  // would never end if the painting were asked for again
     EXPECT_FALSE(GetUpdateRect(window.m_hWnd, nullptr, FALSE));
 
+    EXPECT_EQ(expected.Take(), 1);
+
     window.throwAt = WM_NCDESTROY;
     window.DestroyWindow();
+    EXPECT_EQ(expected.Take(), 1);
     EXPECT_EQ(window.unboundEnds, 1);
 }
 

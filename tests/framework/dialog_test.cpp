@@ -3,6 +3,7 @@
 #include "framework/controls.h"
 #include "framework/data_exchange.h"
 #include "framework/module_instance.h"
+#include "support/swallowed_exceptions.h"
 #include "support/window_kit.h"
 
 #include <gtest/gtest.h>
@@ -127,10 +128,13 @@ TEST_F(Dialogs, FailedCreationLeavesNoWindow) {
     EXPECT_FALSE(dialog.Open(reinterpret_cast<HWND>(0x1234)));
 }
 
-TEST_F(Dialogs, ExceptionDuringSetUpStopsThere) {
+TEST_F(Dialogs, ExceptionDuringSetUpLeavesNoWindow) {
+    ExpectedExceptions expected;
     dialog.atInit = [] { throw std::runtime_error("thrown on purpose"); };
-    EXPECT_TRUE(dialog.Open(host.Get()));
-    EXPECT_TRUE(IsWindow(dialog.m_hWnd));
+    EXPECT_FALSE(dialog.Open(host.Get()));
+    EXPECT_EQ(expected.Take(), 1);
+    EXPECT_EQ(dialog.m_hWnd, nullptr);
+    EXPECT_EQ(FindWindowA(WC_DIALOG, nullptr), nullptr) << "a dialog without its values stayed";
 }
 
 TEST_F(Dialogs, TabGoesThroughTheHostsLoop) {

@@ -1,3 +1,4 @@
+#include "support/swallowed_exceptions.h"
 #include "support/window_kit.h"
 #include "trade/fake_trade.h"
 #include "trade/host_services.h"
@@ -65,10 +66,12 @@ TEST_F(HiddenWindow, ForwardsDirectCallsAtOnce) {
     listener->OnTradeNotify35(&position);
     EXPECT_EQ(dialog.calls,
               (std::vector<std::string>{"5 data", "16 null 65535", "7 data 1 -128", "35 data"}));
+    ExpectedExceptions expected;
     dialog.onCall = [] { throw std::runtime_error("in the dialog"); };
     EXPECT_NO_THROW(listener->OnTradeNotify11(&position));
     EXPECT_NO_THROW(SendMessageA(NotifyWindow(), kWmTradeSpi, Data(), 32 << 24));
     EXPECT_EQ(dialog.calls.size(), 6u);
+    EXPECT_EQ(expected.Take(), 2);
 }
 
 TEST_F(HiddenWindow, GoesWithTheDialogAlsoInTheMiddleOfAnEvent) {

@@ -1,0 +1,16 @@
+#include "framework/guard.h"
+
+#include <windows.h>
+
+#include <cstdio>
+
+void ReportSwallowedException(const GuardedPlace& place, const char* what) noexcept {
+    if (g_swallowedExceptionHook) {
+        g_swallowedExceptionHook(place, what);
+        return;
+    }
+    char line[256];
+    std::snprintf(line, sizeof(line), "Emendo: %.100s stopped at %.60s, message %#x, word %#x\n",
+                  what ? what : "an unknown exception", place.operation, place.message, place.word);
+    OutputDebugStringA(line);
+}
