@@ -1,5 +1,8 @@
 #include "app/host_app.h"
 
+#include "app/language_choice.h"
+#include "services/wording.h"
+
 #include <stdexcept>
 
 namespace {
@@ -73,6 +76,7 @@ void HostApp::Load(const std::string& modulePath, WORD language) {
     Unload();
     m_module = std::make_unique<ModuleHandle>(modulePath);
     m_modulePath = modulePath;
+    SpeakLanguage(LanguageOf(language));
     m_module->onPluginLoad(language);
     m_module->onPluginInit(&m_services.manager);
     m_api = m_module->createPluginApi("1.0.0.1");

@@ -25,7 +25,8 @@ public:
     HostApp& operator=(const HostApp&) = delete;
 
     // The start sequence: library, OnPluginLoad, OnPluginInit, CreatePluginApi. Throws std::runtime_error
-    // with the reason; nothing stays loaded then. A language of 0 leaves the choice to the module.
+    // with the reason; nothing stays loaded then. A language of 0 leaves the choice to the module. The host's
+    // own words follow.
     void Load(const std::string& modulePath, WORD language);
     // The end sequence: dialogs closed, FreePluginApi, OnPluginFree, library freed.
     void Unload();

@@ -2,13 +2,16 @@
 #include "app/file_version.h"
 #include "book/book_file.h"
 #include "desk/desk_session.h"
-#include "desk/wide_text.h"
 #include "scenario/play.h"
 #include "services/explain.h"
+#include "services/wide_text.h"
 
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+
+#include <io.h>
+#include <windows.h>
 
 namespace {
 
@@ -77,9 +80,32 @@ int OpenDesk(const Arguments& arguments) {
     return 0;
 }
 
+bool IsConnected(FILE* stream) {
+    return _get_osfhandle(_fileno(stream)) >= 0;
+}
+
+// A program with windows gets no console. What it prints goes to the file or pipe that it was given, else to
+// the console of the shell that started it.
+void FindOutput() {
+    if (!IsConnected(stdout) && AttachConsole(ATTACH_PARENT_PROCESS)) {
+        std::freopen("CONOUT$", "w", stdout);
+        std::freopen("CONOUT$", "w", stderr);
+    }
+}
+
+// Started from a desktop there is nobody to read what is printed.
+void Complain(const std::string& text) {
+    if (IsConnected(stderr)) {
+        std::fprintf(stderr, "EmendoHost: %s\n", text.c_str());
+    } else {
+        MessageBoxA(nullptr, text.c_str(), "EmendoHost", MB_ICONERROR);
+    }
+}
+
 }  // namespace
 
 int main(int count, char** words) {
+    FindOutput();
     try {
         const Arguments arguments = ReadArguments({words + 1, words + count});
         if (arguments.help) {
@@ -94,10 +120,10 @@ int main(int count, char** words) {
         }
         return arguments.explain.empty() ? OpenDesk(arguments) : RunExplain(arguments);
     } catch (const std::invalid_argument& error) {
-        std::fprintf(stderr, "EmendoHost: %s\n%s", error.what(), kUsage);
+        Complain(std::string(error.what()) + '\n' + kUsage);
         return kBadArguments;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "EmendoHost: %s\n", error.what());
+        Complain(error.what());
         return kCannotStart;
     }
 }

@@ -1,8 +1,16 @@
 #include "desk/desk_window.h"
 
+#include "app/language_choice.h"
 #include "book/book_file.h"
-#include "desk/wide_text.h"
+#include "book/contract_part.h"
+#include "book/host_text.h"
 #include "services/explain.h"
+#include "services/wide_text.h"
+#include "services/wording.h"
+
+#include <algorithm>
+
+#include <commdlg.h>
 
 namespace {
 
@@ -41,6 +49,9 @@ void DeskWindow::OnCommand(unsigned id) {
     switch (id) {
         case kSaveBook:
             Save();
+            break;
+        case kSaveBookAs:
+            AskForName();
             break;
         case kCloseDesk:
             SendMessageW(m_window, WM_CLOSE, 0, 0);
@@ -99,7 +110,7 @@ bool DeskWindow::HasSubject(Subject subject) const {
 
 void DeskWindow::OpenDialog(const DialogCommand& command) {
     if (!HasSubject(command.subject)) {
-        SetStatus(command.subject == Subject::kOrder ? "Select an order first" : "Select a fill first");
+        SetStatus(Say(command.subject == Subject::kOrder ? "Select an order first" : "Select a fill first"));
         return;
     }
     const std::vector<HWND> before = m_host.Dialogs();
@@ -114,10 +125,10 @@ void DeskWindow::OpenDialog(const DialogCommand& command) {
         dialog = m_host.OpenFillDialog(command.mode, &order->record, kRecordKindOrder, m_window);
     }
     if (!dialog) {
-        SetStatus("The module opened nothing");
+        SetStatus(Say("The module opened nothing"));
     } else if (m_host.Dialogs() == before) {
         // One dialog of a kind at a time: the module brings it forward as it is.
-        SetStatus("Finish or close the dialog that is open first");
+        SetStatus(Say("Finish or close the dialog that is open first"));
     }
 }
 
@@ -138,7 +149,7 @@ void DeskWindow::OnInitMenu(HMENU popup) {
         const DeskList& list = m_panes[static_cast<std::size_t>(m_active)]->List();
         for (std::size_t i = 0; i < list.Columns().size(); ++i) {
             const UINT check = static_cast<int>(i) == list.SortColumn() ? MF_CHECKED : MF_UNCHECKED;
-            AppendMenuW(popup, MF_STRING | check, kFirstSort + i, Wide(list.Columns()[i].title).c_str());
+            AppendMenuW(popup, MF_STRING | check, kFirstSort + i, Wide(Say(list.Columns()[i].title)).c_str());
         }
     }
 }
@@ -181,7 +192,7 @@ void DeskWindow::MoveDivider(unsigned command) {
 void DeskWindow::ExplainEntry() {
     const auto* row = static_cast<const JournalRow*>(m_panes[kJournalList]->Selected());
     if (!row) {
-        SetStatus("Select a line of the journal first");
+        SetStatus(Say("Select a line of the journal first"));
         return;
     }
     std::string text = Explain({"journal", m_host.Services().journal.Lines()[row->line], std::nullopt});
@@ -190,7 +201,7 @@ void DeskWindow::ExplainEntry() {
     }
     if (!IsWindow(m_explanation)) {
         m_explanation =
-            CreateWindowExW(0, L"EDIT", L"Journal",
+            CreateWindowExW(0, L"EDIT", Wide(Say("Journal")).c_str(),
                             WS_OVERLAPPEDWINDOW | WS_VSCROLL | ES_MULTILINE | ES_READONLY, CW_USEDEFAULT, 0,
                             Scaled(560), Scaled(520), m_window, nullptr, GetModuleHandleW(nullptr), nullptr);
         RECT desk{};
@@ -208,14 +219,38 @@ void DeskWindow::ExplainEntry() {
 
 void DeskWindow::Save() {
     if (m_bookPath.empty()) {
-        SetStatus("The sample book is for reading; start with --book FILE to keep what is entered");
+        SetStatus(Say("The sample book is for reading; save it under a name to keep what is entered"));
         return;
     }
+    SaveAs(m_bookPath);
+}
+
+bool DeskWindow::SaveAs(const std::string& path) {
     try {
-        WriteBookFile(m_host.TheBook(), m_bookPath);
-        SetStatus("Book saved");
+        WriteBookFile(m_host.TheBook(), path);
     } catch (const std::exception& error) {
-        SetStatus(std::string("The book was not saved: ") + error.what());
+        SetStatus(Say("The book was not saved: %1", {Utf8FromAnsi(error.what())}));
+        return false;
+    }
+    m_bookPath = path;
+    ShowTitle();
+    SetStatus(Say("Book saved"));
+    return true;
+}
+
+// From then on it is a book of one's own, also when it began as the sample.
+void DeskWindow::AskForName() {
+    char path[MAX_PATH] = "";
+    OPENFILENAMEA choice{};
+    choice.lStructSize = sizeof choice;
+    choice.hwndOwner = m_window;
+    choice.lpstrFilter = "*.json\0*.json\0";
+    choice.lpstrFile = path;
+    choice.nMaxFile = sizeof path;
+    choice.lpstrDefExt = "json";
+    choice.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
+    if (GetSaveFileNameA(&choice)) {
+        SaveAs(path);
     }
 }
 
@@ -223,7 +258,7 @@ void DeskWindow::Save() {
 // and the change itself waits for the desk's own loop.
 void DeskWindow::ChangeLanguage(WORD language) {
     if (!CanShow(language)) {
-        SetStatus("This system cannot show that language");
+        SetStatus(Say("This system cannot show that language"));
         return;
     }
     m_nextLanguage = language;
@@ -235,24 +270,51 @@ void DeskWindow::ChangeLanguageNow() {
     m_nextLanguage.reset();
     try {
         m_host.Reload(m_language);
-        SetStatus("Module started again");
+        SetStatus(Say("Module started again"));
     } catch (const std::exception& error) {
-        SetStatus(std::string("The module could not be started again: ") + error.what());
+        SetStatus(Say("The module could not be started again: %1", {Utf8FromAnsi(error.what())}));
     }
-    ShowLanguage();
+    SayAnew();
 }
 
+// What a request changed is selected in its list and in view; of several rows the last.
+void DeskWindow::Reveal(const Change& change) {
+    if (change.kind == "order") {
+        m_panes[kOrderList]->Reveal(m_host.TheBook().ledger.FindOrder(std::stoul(change.id)));
+    } else if (change.kind == "fill") {
+        m_panes[kFillList]->Reveal(m_host.TheBook().ledger.FindFill(change.id));
+    } else if (change.kind == "position") {
+        const std::deque<PositionEntry>& rows = m_host.TheBook().ledger.AllPositions().Rows();
+        const auto row = std::find_if(rows.begin(), rows.end(), [&](const PositionEntry& candidate) {
+            const PositionRecord& position = candidate.record;
+            return position.openQty > 0 &&
+                   position.accountNo.Str() + ' ' + ContractName(position.key) == change.id;
+        });
+        m_panes[kPositionList]->Reveal(row == rows.end() ? nullptr : &*row);
+    }
+}
+
+// All requests that came since the lists were read: an order and its fills come together.
 void DeskWindow::OnJournalGrew() {
     m_journalGrew = false;
     for (int i = 0; i < kDeskListCount; ++i) {
         m_panes[static_cast<std::size_t>(i)]->Reload(i == kJournalList);
     }
+    for (const Change& change : m_changes) {
+        Reveal(change);
+    }
     const std::vector<std::string>& lines = m_host.Services().journal.Lines();
     const JournalRow row = ReadJournalRow(lines.back(), lines.size() - 1);
-    std::string status = row.operation + " " + row.answer;
-    if (!row.remarks.empty()) {
-        status += " - second look: " + row.remarks;
+    std::string status = row.operation + " " + Say(row.answer);
+    if (!m_remarks.empty()) {
+        std::string remarks;
+        for (const std::string& remark : m_remarks) {
+            remarks += (remarks.empty() ? "" : "; ") + remark;
+        }
+        status += " - " + Say("second look: %1", {remarks});
     }
+    m_changes.clear();
+    m_remarks.clear();
     if (!row.subject.empty()) {
         status += " - " + row.subject;
     }

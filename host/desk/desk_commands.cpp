@@ -1,98 +1,104 @@
 #include "desk/desk_commands.h"
 
+#include "services/wide_text.h"
+#include "services/wording.h"
+
 #include <iterator>
 #include <vector>
 
 namespace {
 
 constexpr DialogCommand kDialogCommands[] = {
-    {kInputOrder, L"Input &order\tCtrl+N", Subject::kNone, false, 0},
-    {kCarry, L"&Carry\tCtrl+K", Subject::kNone, false, 1},
-    {kInputExercise, L"Input &exercise\tCtrl+E", Subject::kNone, false, 5},
-    {kModifyOrder, L"&Modify order\tCtrl+M", Subject::kOrder, false, 2},
-    {kMoveOrder, L"Mo&ve order\tCtrl+T", Subject::kOrder, false, 4},
-    {kRemoveFilled, L"&Remove filled\tCtrl+R", Subject::kOrder, false, 3},
-    {kInputFill, L"Input &fill\tCtrl+F", Subject::kOrder, true, 0},
-    {kModifyFill, L"Mod&ify fill\tCtrl+I", Subject::kFill, true, 2},
-    {kRemoveFill, L"Remove fi&ll\tCtrl+D", Subject::kFill, true, 3},
+    {kInputOrder, "Input &order", "Ctrl+N", Subject::kNone, false, 0},
+    {kCarry, "&Carry", "Ctrl+K", Subject::kNone, false, 1},
+    {kInputExercise, "Input &exercise", "Ctrl+E", Subject::kNone, false, 5},
+    {kModifyOrder, "&Modify order", "Ctrl+M", Subject::kOrder, false, 2},
+    {kMoveOrder, "Mo&ve order", "Ctrl+T", Subject::kOrder, false, 4},
+    {kRemoveFilled, "&Remove filled", "Ctrl+R", Subject::kOrder, false, 3},
+    {kInputFill, "Input &fill", "Ctrl+F", Subject::kOrder, true, 0},
+    {kModifyFill, "Mod&ify fill", "Ctrl+I", Subject::kFill, true, 2},
+    {kRemoveFill, "Remove fi&ll", "Ctrl+D", Subject::kFill, true, 3},
 };
 
-constexpr LanguageChoice kLanguages[] = {{2052, L"&Simplified Chinese"},
-                                         {1028, L"&Traditional Chinese"},
-                                         {1033, L"&English"},
-                                         {0, L"As the s&ystem"}};
+constexpr LanguageChoice kLanguages[] = {
+    {2052, "&Simplified Chinese"}, {1028, "&Traditional Chinese"}, {1033, "&English"}, {0, "As the s&ystem"}};
 
 struct Item {
     unsigned id;  // 0: a line
-    const wchar_t* text;
+    const char* text;
+    const char* key;
 };
 constexpr Item kViewItems[] = {
-    {kFirstList, L"&Orders\tCtrl+1"},
-    {kFirstList + 1, L"&Fills\tCtrl+2"},
-    {kFirstList + 2, L"&Positions\tCtrl+3"},
-    {kFirstList + 3, L"&Accounts\tCtrl+4"},
-    {kFirstList + 4, L"&Journal\tCtrl+5"},
-    {kNextList, L"&Next list\tTab"},
-    {kPreviousList, L"Pre&vious list\tShift+Tab"},
-    {0, nullptr},
-    {kTaller, L"&Taller\tCtrl+Shift+Down"},
-    {kShorter, L"&Shorter\tCtrl+Shift+Up"},
-    {kWider, L"&Wider\tCtrl+Shift+Right"},
-    {kNarrower, L"Na&rrower\tCtrl+Shift+Left"},
-    {0, nullptr},
-    {kExplainEntry, L"&Explain journal line"},
-    {kRefresh, L"Refres&h\tF5"},
+    {kFirstList, "&Orders", "Ctrl+1"},
+    {kFirstList + 1, "&Fills", "Ctrl+2"},
+    {kFirstList + 2, "&Positions", "Ctrl+3"},
+    {kFirstList + 3, "&Accounts", "Ctrl+4"},
+    {kFirstList + 4, "&Journal", "Ctrl+5"},
+    {kNextList, "&Next list", "Tab"},
+    {kPreviousList, "Pre&vious list", "Shift+Tab"},
+    {0, nullptr, nullptr},
+    {kTaller, "&Taller", "Ctrl+Shift+Down"},
+    {kShorter, "&Shorter", "Ctrl+Shift+Up"},
+    {kWider, "&Wider", "Ctrl+Shift+Right"},
+    {kNarrower, "Na&rrower", "Ctrl+Shift+Left"},
+    {0, nullptr, nullptr},
+    {kExplainEntry, "&Explain journal line", ""},
+    {kRefresh, "Refres&h", "F5"},
 };
-constexpr Item kBookItems[] = {{kSaveBook, L"&Save\tCtrl+S"}, {0, nullptr}, {kCloseDesk, L"&Close\tAlt+F4"}};
+constexpr Item kBookItems[] = {{kSaveBook, "&Save", "Ctrl+S"},
+                               {kSaveBookAs, "Save &as...", "Ctrl+Shift+S"},
+                               {0, nullptr, nullptr},
+                               {kCloseDesk, "&Close", "Alt+F4"}};
 
 constexpr BYTE kControl = FVIRTKEY | FCONTROL;
 constexpr ACCEL kKeys[] = {
-    {kControl, 'N', kInputOrder},
-    {kControl, 'K', kCarry},
-    {kControl, 'E', kInputExercise},
-    {kControl, 'M', kModifyOrder},
-    {kControl, 'T', kMoveOrder},
-    {kControl, 'R', kRemoveFilled},
-    {kControl, 'F', kInputFill},
-    {kControl, 'I', kModifyFill},
-    {kControl, 'D', kRemoveFill},
-    {kControl, 'S', kSaveBook},
-    {FVIRTKEY, VK_F5, kRefresh},
-    {FVIRTKEY, VK_TAB, kNextList},
-    {FVIRTKEY | FSHIFT, VK_TAB, kPreviousList},
-    {FVIRTKEY, VK_F6, kNextList},
-    {FVIRTKEY, VK_RETURN, kDefaultAction},
-    {kControl | FSHIFT, VK_DOWN, kTaller},
-    {kControl | FSHIFT, VK_UP, kShorter},
-    {kControl | FSHIFT, VK_RIGHT, kWider},
-    {kControl | FSHIFT, VK_LEFT, kNarrower},
-    {kControl, '1', kFirstList},
-    {kControl, '2', kFirstList + 1},
-    {kControl, '3', kFirstList + 2},
-    {kControl, '4', kFirstList + 3},
+    {kControl, 'N', kInputOrder},          {kControl, 'K', kCarry},
+    {kControl, 'E', kInputExercise},       {kControl, 'M', kModifyOrder},
+    {kControl, 'T', kMoveOrder},           {kControl, 'R', kRemoveFilled},
+    {kControl, 'F', kInputFill},           {kControl, 'I', kModifyFill},
+    {kControl, 'D', kRemoveFill},          {kControl, 'S', kSaveBook},
+    {kControl | FSHIFT, 'S', kSaveBookAs}, {FVIRTKEY, VK_F5, kRefresh},
+    {FVIRTKEY, VK_TAB, kNextList},         {FVIRTKEY | FSHIFT, VK_TAB, kPreviousList},
+    {FVIRTKEY, VK_F6, kNextList},          {FVIRTKEY, VK_RETURN, kDefaultAction},
+    {kControl | FSHIFT, VK_DOWN, kTaller}, {kControl | FSHIFT, VK_UP, kShorter},
+    {kControl | FSHIFT, VK_RIGHT, kWider}, {kControl | FSHIFT, VK_LEFT, kNarrower},
+    {kControl, '1', kFirstList},           {kControl, '2', kFirstList + 1},
+    {kControl, '3', kFirstList + 2},       {kControl, '4', kFirstList + 3},
     {kControl, '5', kFirstList + 4},
 };
 
+void AppendLine(HMENU menu) {
+    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+}
+
+void Append(HMENU menu, unsigned id, const char* text, const char* key) {
+    if (id == 0) {
+        AppendLine(menu);
+        return;
+    }
+    std::wstring shown = Wide(SayMenu(text));
+    if (*key) {
+        shown += L'\t' + Wide(key);
+    }
+    AppendMenuW(menu, MF_STRING, id, shown.c_str());
+}
+
 void Append(HMENU menu, std::span<const Item> items) {
     for (const Item& item : items) {
-        AppendMenuW(menu, item.id ? MF_STRING : MF_SEPARATOR, item.id, item.text);
+        Append(menu, item.id, item.text, item.key);
     }
 }
 
 void AppendDialogs(HMENU menu, Subject subject) {
     for (const DialogCommand& command : kDialogCommands) {
         if (command.subject == subject) {
-            AppendMenuW(menu, MF_STRING, command.id, command.text);
+            Append(menu, command.id, command.text, command.key);
         }
     }
 }
 
-void AppendLine(HMENU menu) {
-    AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-}
-
-void AppendPopup(HMENU bar, HMENU menu, const wchar_t* text) {
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), text);
+void AppendPopup(HMENU bar, HMENU menu, const char* text) {
+    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), Wide(SayMenu(text)).c_str());
 }
 
 constexpr int kViewPlace = 2;
@@ -107,29 +113,6 @@ std::span<const LanguageChoice> Languages() {
     return kLanguages;
 }
 
-WORD LanguageOf(WORD choice) {
-    if (choice) {
-        return choice;
-    }
-    const LANGID system = GetUserDefaultUILanguage();
-    if (PRIMARYLANGID(system) != LANG_CHINESE) {
-        return 1033;
-    }
-    const bool simplified =
-        SUBLANGID(system) == SUBLANG_CHINESE_SIMPLIFIED || SUBLANGID(system) == SUBLANG_CHINESE_SINGAPORE;
-    return simplified ? 2052 : 1028;
-}
-
-bool CanShow(WORD choice) {
-    const WORD language = LanguageOf(choice);
-    constexpr UINT kSimplifiedPage = 936;  // has the traditional characters too
-    constexpr UINT kTraditionalPage = 950;
-    const UINT page = GetACP();
-    return language == 1028   ? page == kTraditionalPage || page == kSimplifiedPage
-           : language == 2052 ? page == kSimplifiedPage
-                              : true;
-}
-
 HMENU MakeDeskMenu() {
     HMENU book = CreatePopupMenu();
     Append(book, kBookItems);
@@ -142,17 +125,17 @@ HMENU MakeDeskMenu() {
     }
     HMENU view = CreatePopupMenu();
     Append(view, kViewItems);
-    AppendPopup(view, CreatePopupMenu(), L"Sort &by");
+    AppendPopup(view, CreatePopupMenu(), "Sort &by");
     HMENU language = CreatePopupMenu();
     unsigned id = kFirstLanguage;
     for (const LanguageChoice& choice : kLanguages) {
-        AppendMenuW(language, MF_STRING, id++, choice.text);
+        Append(language, id++, choice.text, "");
     }
     HMENU bar = CreateMenu();
-    AppendPopup(bar, book, L"&Book");
-    AppendPopup(bar, dialogs, L"&Dialogs");
-    AppendPopup(bar, view, L"&View");
-    AppendPopup(bar, language, L"&Language");
+    AppendPopup(bar, book, "&Book");
+    AppendPopup(bar, dialogs, "&Dialogs");
+    AppendPopup(bar, view, "&View");
+    AppendPopup(bar, language, "&Language");
     return bar;
 }
 
@@ -168,7 +151,7 @@ HACCEL MakeDeskKeys() {
 HMENU MakeContextMenu(Subject shown, bool journal) {
     HMENU menu = CreatePopupMenu();
     if (journal) {
-        AppendMenuW(menu, MF_STRING, kExplainEntry, L"E&xplain\tEnter");
+        Append(menu, kExplainEntry, "E&xplain", "Enter");
         AppendLine(menu);
     }
     if (shown == Subject::kFill) {

@@ -4,13 +4,16 @@
 
 #include <windows.h>
 
+// Menus and keys of the desk, in the language that is spoken.
+
 // What a command works on.
 enum class Subject { kNone, kOrder, kFill };
 
 // A dialog of the module in one of its modes.
 struct DialogCommand {
     unsigned id;
-    const wchar_t* text;
+    const char* text;  // for SayMenu
+    const char* key;
     Subject subject;
     bool fillDialog;
     int mode;
@@ -29,6 +32,7 @@ enum DeskCommandId : unsigned {
     kModifyFill,
     kRemoveFill,
     kSaveBook = 200,
+    kSaveBookAs,
     kCloseDesk,
     kRefresh,
     kNextList,
@@ -46,14 +50,9 @@ enum DeskCommandId : unsigned {
 
 struct LanguageChoice {
     WORD id;
-    const wchar_t* text;
+    const char* text;  // for SayMenu
 };
 std::span<const LanguageChoice> Languages();
-// Of the three languages of the module the one that it takes for this choice; 0 leaves it to the system.
-WORD LanguageOf(WORD choice);
-// The module's texts are in the ANSI code page: only some systems have the characters of a language. Where
-// they are missing "Buy" and "Sell" look alike, so such a language is not offered.
-bool CanShow(WORD choice);
 
 HMENU MakeDeskMenu();
 // The menu "Sort by" of that bar, which is filled when it opens.

@@ -9,8 +9,8 @@
 
 // A column of a list. `Row` pointers are those that the list's reader returned; texts are UTF-8.
 struct DeskColumn {
-    std::string title;
-    int width;  // pixels at 96 dpi
+    std::string title;  // English, shown as Say has it
+    int width;          // pixels at 96 dpi
     std::function<std::string(const void* row)> text;
     std::function<double(const void* row)> number;  // set: sorted by it and shown on the right
 };

@@ -3,6 +3,7 @@
 #include "book/contract_part.h"
 #include "book/host_text.h"
 #include "book/price_format.h"
+#include "services/wording.h"
 
 #include <memory>
 #include <unordered_map>
@@ -35,7 +36,7 @@ std::string Shown(const FixedText<Width>& text) {
 // The word of a code, or the code itself.
 std::string CodeText(Words words, char code) {
     const std::string_view word = WordOf(words, code);
-    return word.empty() ? std::string(code ? 1 : 0, code) : std::string(word);
+    return word.empty() ? std::string(code ? 1 : 0, code) : Say(word);
 }
 
 // Names as the book file has them: those in the records are cut, and hold only what the code page knows.
@@ -176,22 +177,23 @@ DeskList MakePositions(const Book& book, const NamesPointer& names) {
 
 DeskList MakeAccounts(const Book& book) {
     using Row = Entry<UserRecord>;
-    return {
-        "Accounts",
-        {
-            TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); }),
-            TextColumn<Row>("Name", 170, [](const Row& row) { return row.name; }),
-            TextColumn<Row>("Sign", 50, [](const Row& row) { return Shown(row.record.sign); }),
-            TextColumn<Row>("Server", 60, [](const Row& row) { return Shown(row.record.serverKey); }),
-            TextColumn<Row>(
-                "Operator", 70,
-                [](const Row& row) { return row.record.group ? Shown(row.record.group->operatorNo) : ""; }),
-            TextColumn<Row>("Tradable", 60,
-                            [](const Row& row) {
-                                return row.record.group && row.record.group->tradable == 'Y' ? "yes" : "no";
-                            }),
-        },
-        ReaderOf(book.catalogue.accounts)};
+    return {"Accounts",
+            {
+                TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); }),
+                TextColumn<Row>("Name", 170, [](const Row& row) { return row.name; }),
+                TextColumn<Row>("Sign", 50, [](const Row& row) { return Shown(row.record.sign); }),
+                TextColumn<Row>("Server", 60, [](const Row& row) { return Shown(row.record.serverKey); }),
+                TextColumn<Row>("Operator", 70,
+                                [](const Row& row) {
+                                    return row.record.group ? Shown(row.record.group->operatorNo) : "";
+                                }),
+                TextColumn<Row>("Tradable", 60,
+                                [](const Row& row) {
+                                    return Say(row.record.group && row.record.group->tradable == 'Y' ? "yes"
+                                                                                                     : "no");
+                                }),
+            },
+            ReaderOf(book.catalogue.accounts)};
 }
 
 DeskList MakeJournal(const Journal& journal) {
@@ -201,7 +203,7 @@ DeskList MakeJournal(const Journal& journal) {
                   {
                       TextColumn<Row>("Time", 150, [](const Row& row) { return row.time; }),
                       TextColumn<Row>("Request", 84, [](const Row& row) { return row.operation; }),
-                      TextColumn<Row>("Answer", 90, [](const Row& row) { return row.answer; }),
+                      TextColumn<Row>("Answer", 90, [](const Row& row) { return Say(row.answer); }),
                       TextColumn<Row>("Remarks", 220, [](const Row& row) { return row.remarks; }),
                       TextColumn<Row>("What changed", 380, [](const Row& row) { return row.subject; }),
                   },

@@ -1,8 +1,11 @@
 #include "desk/desk_session.h"
 
+#include "app/language_choice.h"
+
 #include "book/book_file.h"
 #include "book/host_text.h"
-#include "desk/wide_text.h"
+#include "services/wide_text.h"
+#include "services/wording.h"
 
 #include <stdexcept>
 
@@ -14,9 +17,9 @@ void SaveBook(const Book& book, const std::string& path) {
             WriteBookFile(book, path);
             return;
         } catch (const BookFileError& error) {
-            const std::wstring text = L"The book was not saved:\n" + Wide(Utf8FromAnsi(error.what()));
-            if (MessageBoxW(nullptr, text.c_str(), L"Emendo desk", MB_RETRYCANCEL | MB_ICONERROR) !=
-                IDRETRY) {
+            const std::wstring text = Wide(Say("The book was not saved: %1", {Utf8FromAnsi(error.what())}));
+            if (MessageBoxW(nullptr, text.c_str(), Wide(Say("Emendo desk")).c_str(),
+                            MB_RETRYCANCEL | MB_ICONERROR) != IDRETRY) {
                 throw;
             }
         }
@@ -42,8 +45,8 @@ void RunDesk(HostApp& host, const DeskOptions& options, const std::function<void
     if (!options.settingsPath.empty()) {
         WriteDeskSettings(desk.Settings(), options.settingsPath);  // a layout is not worth a question
     }
-    if (!options.bookPath.empty()) {
-        SaveBook(host.TheBook(), options.bookPath);
+    if (!desk.BookPath().empty()) {
+        SaveBook(host.TheBook(), desk.BookPath());
     }
 }
 

@@ -1,10 +1,13 @@
 #include "desk/desk_window.h"
 
 #include "app/file_version.h"
+#include "app/language_choice.h"
 #include "book/host_text.h"
 #include "desk/shown_prices.h"
-#include "desk/wide_text.h"
+#include "services/wide_text.h"
+#include "services/wording.h"
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 
@@ -50,7 +53,15 @@ DeskWindow::DeskWindow(HostApp& host, std::string bookPath, DeskSettings setting
     Arrange();
     Journal& journal = m_host.Services().journal;
     journal.review = [this](const JournalEntry& entry) {
-        return m_secondLook.Look(entry, Seconds(), PricesShownFor(entry, m_host.Dialogs()));
+        std::vector<std::string> remarks =
+            m_secondLook.Look(entry, Seconds(), PricesShownFor(entry, m_host.Dialogs()));
+        m_changes.insert(m_changes.end(), entry.changes.begin(), entry.changes.end());
+        for (const std::string& remark : remarks) {
+            if (std::find(m_remarks.begin(), m_remarks.end(), remark) == m_remarks.end()) {
+                m_remarks.push_back(remark);  // the legs of a carry say some things twice
+            }
+        }
+        return remarks;
     };
     // The lists are read again when the request is over: one refresh for all that came together.
     journal.onLine = [this](const std::string&) {
@@ -78,19 +89,34 @@ void DeskWindow::MakeWindow() {
     windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
     windowClass.lpszClassName = kClassName;
     RegisterClassW(&windowClass);  // fails quietly when it is already there
-    std::wstring title = L"Emendo desk " + Wide(OwnVersion());
-    if (!m_bookPath.empty()) {
-        title += L" - " + Wide(Utf8FromAnsi(m_bookPath.substr(m_bookPath.find_last_of("\\/") + 1)));
-    }
-    CreateWindowExW(0, kClassName, title.c_str(), WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
-                    CW_USEDEFAULT, Scaled(kWidth), Scaled(kHeight), nullptr, MakeDeskMenu(),
-                    windowClass.hInstance, this);
+    CreateWindowExW(0, kClassName, L"", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                    Scaled(kWidth), Scaled(kHeight), nullptr, MakeDeskMenu(), windowClass.hInstance, this);
     m_status = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
                                m_window, nullptr, windowClass.hInstance, nullptr);
     if (!m_window || !m_status) {
         throw std::runtime_error("the desk cannot be opened (error " + std::to_string(GetLastError()) + ")");
     }
+    ShowTitle();
     SendMessageW(m_status, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.Get()), FALSE);
+}
+
+void DeskWindow::ShowTitle() {
+    std::string title = Say("Emendo desk") + ' ' + OwnVersion();
+    if (!m_bookPath.empty()) {
+        title += " - " + Utf8FromAnsi(m_bookPath.substr(m_bookPath.find_last_of("\\/") + 1));
+    }
+    SetWindowTextW(m_window, Wide(title).c_str());
+}
+
+void DeskWindow::SayAnew() {
+    HMENU former = GetMenu(m_window);
+    SetMenu(m_window, MakeDeskMenu());
+    DestroyMenu(former);
+    for (const auto& pane : m_panes) {
+        pane->SayAnew();
+    }
+    ShowTitle();
+    ShowLanguage();
 }
 
 void DeskWindow::MakePanes() {
@@ -102,10 +128,10 @@ void DeskWindow::MakePanes() {
 
 void DeskWindow::Show(WORD language) {
     m_language = language;
-    ShowLanguage();
+    SayAnew();
     int command = SW_SHOWNORMAL;
     if (m_settings.placed) {
-        const PaneBox& box = m_settings.window;
+        const PaneBox box = AtDpi(m_settings.window, m_settings.dpi, Scaled(kPlainDpi));
         // The system moves it back when the screen is another one.
         WINDOWPLACEMENT placement{};
         placement.length = sizeof placement;
@@ -325,6 +351,7 @@ DeskSettings DeskWindow::Settings() const {
         settings.placed = true;
         settings.window = {box.left, box.top, box.right, box.bottom};
         settings.maximized = IsZoomed(m_window) != FALSE;
+        settings.dpi = Scaled(kPlainDpi);
     }
     for (std::size_t i = 0; i < m_panes.size(); ++i) {
         settings.lists[i] = m_panes[i]->Settings();
@@ -337,12 +364,11 @@ void DeskWindow::SetStatus(const std::string& utf8) {
 }
 
 void DeskWindow::ShowLanguage() {
-    std::wstring text = L"No module";
-    if (m_host.Loaded()) {
-        text = L"EmendoOrd " + Wide(FileVersion(m_host.ModulePath())) + L" in language " +
-               (m_language ? std::to_wstring(m_language) : L"of the system");
-    }
-    SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(text.c_str()));
+    const std::string text = m_host.Loaded()
+                                 ? Say("%1 in language %2", {"EmendoOrd " + FileVersion(m_host.ModulePath()),
+                                                             std::to_string(LanguageOf(m_language))})
+                                 : Say("No module");
+    SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(Wide(text).c_str()));
 }
 
 std::wstring DeskWindow::StatusText() const {

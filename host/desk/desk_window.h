@@ -32,6 +32,10 @@ public:
 
     ListPane& Pane(DeskListKind kind) { return *m_panes[kind]; }
     std::wstring StatusText() const;
+    // Saves the book in that file now and at the end. False when it cannot be written, which is said.
+    bool SaveAs(const std::string& path);
+    // Where the book is saved at the end, empty for nowhere.
+    const std::string& BookPath() const { return m_bookPath; }
     // The layout as it is, or as it was when the desk was closed.
     DeskSettings Settings() const;
 
@@ -52,6 +56,9 @@ private:
     bool TranslateKeys(MSG& message);
     void SetStatus(const std::string& utf8);
     void ShowLanguage();
+    void ShowTitle();
+    // Writes all that it shows in the language that is spoken now.
+    void SayAnew();
 
     // --- what it does (desk_actions.cpp) ---
     void OnCommand(unsigned id);
@@ -65,9 +72,11 @@ private:
     void MoveDivider(unsigned command);
     void ExplainEntry();
     void Save();
+    void AskForName();
     void ChangeLanguage(WORD language);
     void ChangeLanguageNow();
     void OnJournalGrew();
+    void Reveal(const Change& change);
     unsigned DefaultOf(int list) const;
 
     HostApp& m_host;
@@ -84,6 +93,8 @@ private:
     int m_active = kOrderList;  // the list that has or last had the focus
     int m_dragged = -1;         // a divider
     bool m_journalGrew = false;
+    std::vector<Change> m_changes;       // since the lists were read
+    std::vector<std::string> m_remarks;  // likewise
     WORD m_language = 0;
     std::optional<WORD> m_nextLanguage;
 };

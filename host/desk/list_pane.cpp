@@ -1,6 +1,7 @@
 #include "desk/list_pane.h"
 
-#include "desk/wide_text.h"
+#include "services/wide_text.h"
+#include "services/wording.h"
 
 #include <stdexcept>
 
@@ -39,7 +40,7 @@ ListPane::ListPane(DeskList& list, HWND parent, unsigned id, HFONT font)
 void ListPane::MakeColumns() {
     int index = 0;
     for (const DeskColumn& column : m_model.Columns()) {
-        std::wstring title = Wide(column.title);
+        std::wstring title = Wide(Say(column.title));
         LVCOLUMNW item{};
         item.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
         item.fmt = column.number ? LVCFMT_RIGHT : LVCFMT_LEFT;
@@ -67,6 +68,12 @@ const void* ListPane::Selected() const {
 void ListPane::Select(int index) {
     ListView_SetItemState(m_list, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
     ListView_EnsureVisible(m_list, index, FALSE);
+}
+
+void ListPane::Reveal(const void* row) {
+    if (const int index = m_model.Find(row); index >= 0) {
+        Select(index);
+    }
 }
 
 void ListPane::Reload(bool follow) {
@@ -99,14 +106,16 @@ void ListPane::Show(const void* selected, bool reveal) {
         ListView_EnsureVisible(m_list, index, FALSE);
     }
     InvalidateRect(m_list, nullptr, FALSE);
-    SetWindowTextW(m_heading, Wide(m_model.Name() + " (" + std::to_string(count) + ")").c_str());
+    const std::string name = Say(m_model.Name());
+    SetWindowTextW(m_heading, Wide(name + " (" + std::to_string(count) + ")").c_str());
+    SetWindowTextW(m_list, Wide(name).c_str());  // for who has the screen read out
 }
 
 void ListPane::ShowSortMark(int column, bool show) {
     if (column < 0) {
         return;
     }
-    std::wstring title = Wide(m_model.Columns()[static_cast<std::size_t>(column)].title);
+    std::wstring title = Wide(Say(m_model.Columns()[static_cast<std::size_t>(column)].title));
     if (show) {
         title += m_model.Descending() ? kDownwards : kUpwards;
     }
@@ -114,6 +123,13 @@ void ListPane::ShowSortMark(int column, bool show) {
     item.mask = LVCF_TEXT;
     item.pszText = title.data();
     SendMessageW(m_list, LVM_SETCOLUMNW, static_cast<WPARAM>(column), reinterpret_cast<LPARAM>(&item));
+}
+
+void ListPane::SayAnew() {
+    for (int i = 0; i < static_cast<int>(m_model.Columns().size()); ++i) {
+        ShowSortMark(i, i == m_model.SortColumn());
+    }
+    Show(Selected(), false);
 }
 
 void ListPane::SortBy(int column) {

@@ -24,6 +24,10 @@ public:
     // The selected row; null for none.
     const void* Selected() const;
     void Select(int index);
+    // Selects that row when it is there.
+    void Reveal(const void* row);
+    // Writes headings and cells in the language that is spoken now.
+    void SayAnew();
     // A second sort by the same column turns the order round.
     void SortBy(int column);
 

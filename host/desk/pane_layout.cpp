@@ -39,6 +39,7 @@ DeskSettings FromJson(const Json& json) {
         settings.window = {window.at(0).get<int>(), window.at(1).get<int>(), window.at(2).get<int>(),
                            window.at(3).get<int>()};
         settings.maximized = json.at("maximized").get<bool>();
+        settings.dpi = std::max(1, json.value("dpi", kPlainDpi));
         settings.placed = true;
     }
     ReadLists(json.at("lists"), settings);
@@ -46,6 +47,12 @@ DeskSettings FromJson(const Json& json) {
 }
 
 }  // namespace
+
+PaneBox AtDpi(const PaneBox& box, int from, int to) {
+    const auto scaled = [&](int extent) { return Part(static_cast<double>(to) / from, extent); };
+    return {box.left, box.top, box.left + scaled(box.right - box.left),
+            box.top + scaled(box.bottom - box.top)};
+}
 
 void PaneLayout::Move(int divider, double share) {
     const double low = divider == kBelowFills ? at[kBelowOrders] + kLeast : kLeast;
@@ -96,6 +103,7 @@ bool WriteDeskSettings(const DeskSettings& settings, const std::string& path) {
         const PaneBox& window = settings.window;
         json["window"] = {window.left, window.top, window.right, window.bottom};
         json["maximized"] = settings.maximized;
+        json["dpi"] = settings.dpi;
     }
     Json& lists = json["lists"] = Json::array();
     for (const DeskSettings::List& list : settings.lists) {

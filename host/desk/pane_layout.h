@@ -7,6 +7,9 @@
 struct PaneBox {
     int left, top, right, bottom;
 };
+constexpr int kPlainDpi = 96;
+// As large to the eye on a screen of another resolution, at the same place.
+PaneBox AtDpi(const PaneBox& box, int from, int to);
 
 // The borders between the desk's five panes: orders on top, fills beside positions in the middle, accounts
 // beside the journal at the bottom.
@@ -37,6 +40,7 @@ struct DeskSettings {
     bool placed = false;  // window and maximized hold something
     PaneBox window{};     // screen pixels
     bool maximized = false;
+    int dpi = kPlainDpi;  // of the screen that `window` was on
     std::array<List, 5> lists;
 };
 

@@ -3,6 +3,7 @@
 #include "book/contract_part.h"
 #include "book/host_text.h"
 #include "book/price_format.h"
+#include "services/wording.h"
 
 #include <algorithm>
 #include <cmath>
@@ -71,11 +72,11 @@ std::string DoubtOf(const ShownPrice& price) {
     const long numerator = std::strtol(price.numerator.c_str(), nullptr, 10);
     const long denominator = std::strtol(price.denominator.c_str(), nullptr, 10);
     if (!price.numerator.empty() && numerator >= denominator) {
-        return "numerator " + price.numerator + " of the " + price.name + " is not below its denominator " +
-               price.denominator;
+        return Say("numerator %1 of the %2 is not below its denominator %3",
+                   {price.numerator, Say(price.name), price.denominator});
     }
     if (price.ofPosition && numerator == 0 && std::atof(price.whole.c_str()) == 0) {
-        return "a position is chosen without a " + price.name;
+        return Say("a position is chosen without a %1", {Say(price.name)});
     }
     return {};
 }
@@ -111,7 +112,7 @@ std::vector<std::string> SecondLook::Look(const JournalEntry& entry, std::int64_
             remark(FarPrice(request.legs[0], order.orderPrice, ""));
         }
         if (HasTriggerPrice(order.orderType) && order.triggerPrice == 0) {
-            remark("a stop order with trigger price 0");
+            remark(Say("a stop order with trigger price 0"));
         }
         remark(FillPriceOf(order, Names(shown, kFillPrice)));
     } else if (entry.layout == &FillLayout()) {
@@ -156,7 +157,7 @@ std::string SecondLook::SameAgain(const Recent& request) const {
         if (other->operation == request.operation && other->account == request.account &&
             other->contract == request.contract && other->direction == request.direction &&
             other->qty == request.qty && SamePrice(other->price, request.price)) {
-            return "the same was entered " + std::to_string(request.when - other->when) + " s before";
+            return Say("the same was entered %1 s before", {std::to_string(request.when - other->when)});
         }
     }
     return {};
@@ -178,8 +179,9 @@ std::string SecondLook::UnusualQty(const OrderRecord& order, std::uint32_t ownNo
     if (order.orderQty <= limit) {
         return {};
     }
-    return "quantity " + std::to_string(order.orderQty) + " is far above the usual " +
-           std::to_string(*middle) + " of account " + Utf8FromAnsi(order.accountNo.View());
+    return Say(
+        "quantity %1 is far above the usual %2 of account %3",
+        {std::to_string(order.orderQty), std::to_string(*middle), Utf8FromAnsi(order.accountNo.View())});
 }
 
 std::string SecondLook::FarPrice(const SingleContractKey& leg, double price,
@@ -199,8 +201,8 @@ std::string SecondLook::FarPrice(const SingleContractKey& leg, double price,
         return {};
     }
     const CommodityRecord* commodity = m_book.catalogue.FindCommodity(CommodityOf(leg));
-    return "price " + PriceText(price, commodity) + " is far from the last, " +
-           PriceText(lastPrice, commodity);
+    return Say("price %1 is far from the last, %2",
+               {PriceText(price, commodity), PriceText(lastPrice, commodity)});
 }
 
 // The dialog puts the order price into the fill price when a state with fills is chosen and when such an
@@ -218,14 +220,14 @@ std::string SecondLook::FillPriceOf(const OrderRecord& order, bool canBeEntered)
         const double bookedPrice = booked->record.fillPrice;
         const bool follows = std::trunc(order.fillPrice) == std::trunc(order.orderPrice);
         return canBeEntered && follows && !SamePrice(order.fillPrice, bookedPrice)
-                   ? "fill price " + text(order.fillPrice) + " is that of the order, which was filled at " +
-                         text(bookedPrice)
+                   ? Say("fill price %1 is that of the order, which was filled at %2",
+                         {text(order.fillPrice), text(bookedPrice)})
                    : "";
     }
     return HasTwoLegs(order.key.commodityType) || SamePrice(order.fillPrice, order.orderPrice)
                ? ""
-               : "fill price " + text(order.fillPrice) + " differs from the order price " +
-                     text(order.orderPrice);
+               : Say("fill price %1 differs from the order price %2",
+                     {text(order.fillPrice), text(order.orderPrice)});
 }
 
 // On a forward market opposite trades in two dates are a carry, which has a dialog of its own and no
@@ -254,8 +256,9 @@ std::string SecondLook::LooseLegs(const Recent& request) const {
             const std::vector<SingleContractKey> legs = m_book.ledger.LegsOf(probe);
             if (legs.size() == 2 && ((SameLeg(legs[0], leg) && SameLeg(legs[1], other->legs[0])) ||
                                      (SameLeg(legs[1], leg) && SameLeg(legs[0], other->legs[0])))) {
-                return "with the order entered " + std::to_string(request.when - other->when) +
-                       " s before this looks like the spread " + Utf8FromAnsi(ContractName(probe.key));
+                return Say(
+                    "with the order entered %1 s before this looks like the spread %2",
+                    {std::to_string(request.when - other->when), Utf8FromAnsi(ContractName(probe.key))});
             }
         }
     }

@@ -1,6 +1,6 @@
 #include "scenario/operator.h"
 
-#include "desk/wide_text.h"
+#include "services/wide_text.h"
 #include "scenario/window_text.h"
 
 #include <cstring>

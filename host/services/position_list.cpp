@@ -1,17 +1,20 @@
 #include "services/position_list.h"
 
 #include "book/contract_part.h"
+#include "book/host_text.h"
 #include "book/price_format.h"
+#include "book/record_fields.h"
 #include "services/position_filter.h"
+#include "services/wide_text.h"
+#include "services/wording.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include <commctrl.h>
 
 namespace {
 
-constexpr char kClassName[] = "EmendoHostPositions";
+constexpr wchar_t kClassName[] = L"EmendoHostPositions";
 constexpr UINT kReportRow = WM_APP + 1;  // wParam: the row
 
 struct Column {
@@ -19,25 +22,25 @@ struct Column {
     int width;  // pixels at 96 dpi
     int format;
 };
-constexpr Column kColumns[] = {{"Account", 64, LVCFMT_LEFT}, {"Contract", 110, LVCFMT_LEFT},
-                               {"B/S", 34, LVCFMT_LEFT},     {"Open", 46, LVCFMT_RIGHT},
+constexpr Column kColumns[] = {{"Account", 64, LVCFMT_LEFT}, {"Contract", 104, LVCFMT_LEFT},
+                               {"Side", 40, LVCFMT_LEFT},    {"Open", 46, LVCFMT_RIGHT},
                                {"Price", 72, LVCFMT_RIGHT},  {"Upper", 60, LVCFMT_LEFT}};
 
 std::string CellText(const Book& book, const PositionEntry& row, int column) {
     const PositionRecord& position = row.record;
     switch (column) {
         case 0:
-            return position.accountNo.Str();
+            return Utf8FromAnsi(position.accountNo.View());
         case 1:
-            return ContractName(position.key);
+            return Utf8FromAnsi(ContractName(position.key));
         case 2:
-            return std::string(1, position.direction);
+            return Say(WordOf(Words::kDirection, position.direction));
         case 3:
             return std::to_string(position.openQty);
         case 4:
             return PriceText(position.price, book.catalogue.FindCommodity(CommodityOf(position.key)));
         default:
-            return row.upperNo;
+            return Utf8FromAnsi(row.upperNo);
     }
 }
 
@@ -45,20 +48,20 @@ std::string CellText(const Book& book, const PositionEntry& row, int column) {
 
 PositionListWindow::PositionListWindow(const Book& book, FaultPlan& faults, HWND owner)
     : m_book(book), m_faults(faults) {
-    const HINSTANCE instance = GetModuleHandleA(nullptr);
-    WNDCLASSA windowClass{};
+    const HINSTANCE instance = GetModuleHandleW(nullptr);
+    WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = Procedure;
     windowClass.hInstance = instance;
-    windowClass.hCursor = LoadCursorA(nullptr, reinterpret_cast<const char*>(IDC_ARROW));
+    windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<const wchar_t*>(IDC_ARROW));
     windowClass.lpszClassName = kClassName;
-    RegisterClassA(&windowClass);  // fails quietly when it is already there
+    RegisterClassW(&windowClass);  // fails quietly when it is already there
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    m_window = CreateWindowExA(0, kClassName, "", WS_CHILD | WS_CLIPCHILDREN, 0, 0, 0, 0, owner, nullptr,
-                               instance, this);
+    m_window = CreateWindowExW(0, kClassName, Wide(Say("Positions")).c_str(), WS_CHILD | WS_CLIPCHILDREN, 0,
+                               0, 0, 0, owner, nullptr, instance, this);
     if (m_window) {
-        m_list = CreateWindowExA(
-            WS_EX_CLIENTEDGE, WC_LISTVIEWA, "",
+        m_list = CreateWindowExW(
+            WS_EX_CLIENTEDGE, WC_LISTVIEWW, Wide(Say("Positions")).c_str(),
             WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS, 0, 0, 0,
             0, m_window, nullptr, instance, nullptr);
     }
@@ -74,29 +77,28 @@ PositionListWindow::~PositionListWindow() {
 }
 
 void PositionListWindow::MakeColumns() {
-    HDC screen = GetDC(nullptr);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
     int index = 0;
     for (const Column& column : kColumns) {
-        LVCOLUMNA item{};
+        std::wstring title = Wide(Say(column.title));
+        LVCOLUMNW item{};
         item.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
         item.fmt = column.format;
-        item.cx = MulDiv(column.width, dpi, 96);
-        item.pszText = const_cast<char*>(column.title);
-        SendMessageA(m_list, LVM_INSERTCOLUMNA, index++, reinterpret_cast<LPARAM>(&item));
+        item.cx = Scaled(column.width);
+        item.pszText = title.data();
+        SendMessageW(m_list, LVM_INSERTCOLUMNW, index++, reinterpret_cast<LPARAM>(&item));
     }
-    SendMessageA(m_list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
+    SendMessageW(m_list, LVM_SETUNICODEFORMAT, TRUE, 0);
+    SendMessageW(m_list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
 }
 
 LRESULT CALLBACK PositionListWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCCREATE) {
-        const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
+        const auto* create = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(create->lpCreateParams));
     }
-    auto* self = reinterpret_cast<PositionListWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    auto* self = reinterpret_cast<PositionListWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!self) {
-        return DefWindowProcA(window, message, wParam, lParam);
+        return DefWindowProcW(window, message, wParam, lParam);
     }
     switch (message) {
         case WM_NOTIFY:
@@ -108,28 +110,27 @@ LRESULT CALLBACK PositionListWindow::Procedure(HWND window, UINT message, WPARAM
             self->Report(wParam);
             return 0;
         case WM_NCDESTROY:  // also when the owner goes: the object lives until it is released
-            SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+            SetWindowLongPtrW(window, GWLP_USERDATA, 0);
             self->m_window = self->m_list = nullptr;
             break;
         default:
             break;
     }
-    return DefWindowProcA(window, message, wParam, lParam);
+    return DefWindowProcW(window, message, wParam, lParam);
 }
 
 LRESULT PositionListWindow::OnNotify(const NMHDR& notification) {
-    if (notification.code == LVN_GETDISPINFOA) {
-        auto& info = reinterpret_cast<NMLVDISPINFOA&>(const_cast<NMHDR&>(notification));
+    if (notification.code == LVN_GETDISPINFOW) {
+        auto& info = reinterpret_cast<NMLVDISPINFOW&>(const_cast<NMHDR&>(notification));
         const auto row = static_cast<std::size_t>(info.item.iItem);
-        if ((info.item.mask & LVIF_TEXT) && row < m_rows.size() && info.item.cchTextMax > 0) {
-            const std::string text = CellText(m_book, *m_rows[row], info.item.iSubItem);
-            std::snprintf(info.item.pszText, static_cast<std::size_t>(info.item.cchTextMax), "%s",
-                          text.c_str());
+        if ((info.item.mask & LVIF_TEXT) && row < m_rows.size()) {
+            m_cell = Wide(CellText(m_book, *m_rows[row], info.item.iSubItem));
+            info.item.pszText = m_cell.data();
         }
     } else if (notification.code == NM_DBLCLK) {
         const int row = reinterpret_cast<const NMITEMACTIVATE&>(notification).iItem;
         if (row >= 0) {
-            PostMessageA(m_window, kReportRow, static_cast<WPARAM>(row), 0);
+            PostMessageW(m_window, kReportRow, static_cast<WPARAM>(row), 0);
         }
     }
     return 0;
@@ -171,7 +172,7 @@ void PositionListWindow::Refresh() {
         }
     }
     if (m_list) {
-        SendMessageA(m_list, LVM_SETITEMCOUNT, m_rows.size(), 0);
+        SendMessageW(m_list, LVM_SETITEMCOUNT, m_rows.size(), 0);
         InvalidateRect(m_list, nullptr, TRUE);
     }
 }

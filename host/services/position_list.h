@@ -5,6 +5,7 @@
 #include "trade/host_interfaces.h"
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <windows.h>
@@ -51,6 +52,7 @@ private:
     PositionFilterRecord m_filter{};
     bool m_filtered = false;
     std::vector<const PositionEntry*> m_rows;
+    std::wstring m_cell;  // of the last answer, which the list view reads after the call
 };
 
 // Makes the position lists and keeps them until they are released.

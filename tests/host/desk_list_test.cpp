@@ -1,5 +1,8 @@
 #include "desk/desk_list.h"
 #include "desk/pane_layout.h"
+#include "host/sample.h"
+#include "services/service_set.h"
+#include "services/wording.h"
 
 #include <gtest/gtest.h>
 
@@ -46,17 +49,43 @@ TEST(PaneLayoutTest, PanesCoverTheDeskAndNoneVanishes) {
     EXPECT_EQ(area, 1000 * 600);
 }
 
+// Every word of the desk is said in both Chinese languages, and arguments stand where the language has them.
+TEST(WordingTest, SpeaksChinese) {
+    const std::unique_ptr<Book> book = Sample();
+    ServiceSet services(*book, {});
+    const std::vector<DeskList> lists = MakeDeskLists(*book, services.journal);
+    for (const std::uint16_t language : {2052, 1028}) {
+        SpeakLanguage(language);
+        for (const DeskList& list : lists) {
+            EXPECT_NE(Say(list.Name()), list.Name());
+            for (const DeskColumn& column : list.Columns()) {
+                EXPECT_NE(Say(column.title), column.title);
+            }
+        }
+    }
+    EXPECT_EQ(lists[kOrderList].Text(1, 4), "賣出");
+    EXPECT_EQ(SayMenu("Save &as..."), "另存新檔(&A)...");
+    EXPECT_EQ(Say("numerator %1 of the %2 is not below its denominator %3", {"9", "%3", "8"}),
+              "%3的分子 9 不小於分母 8");
+    SpeakLanguage(1033);
+    EXPECT_EQ(SayMenu("Save &as..."), "Save &as...");
+    EXPECT_EQ(lists[kOrderList].Text(1, 4), "sell");
+}
+
 TEST(DeskSettingsTest, ComeBackAsTheyWereAndADamagedFileCostsNothing) {
     const std::string path = "desk_settings_test.json";
     DeskSettings settings;
     settings.panes.at = {0.75, 0.9, 0.3, 0.2};
     settings.placed = true;
     settings.window = {-20, 10, 900, 700};
+    settings.dpi = 144;
     settings.lists[kFillList] = {{10, 20}, 1, true};
     ASSERT_TRUE(WriteDeskSettings(settings, path));
     const DeskSettings back = ReadDeskSettings(path);
     EXPECT_EQ(back.panes.at, settings.panes.at);
-    EXPECT_EQ(back.window.left, -20);
+    const PaneBox box = AtDpi(back.window, back.dpi, 96);
+    EXPECT_EQ(std::make_tuple(box.left, box.top, box.right, box.bottom), std::make_tuple(-20, 10, 593, 470))
+        << "as large to the eye on a plain screen";
     EXPECT_EQ(back.lists[kFillList].widths, settings.lists[kFillList].widths);
     EXPECT_TRUE(back.lists[kFillList].descending);
     for (const char* text : {"", "[]", "{\"format\":\"emendo-desk-1\",\"dividers\":[1]}"}) {

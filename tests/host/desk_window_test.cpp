@@ -1,3 +1,4 @@
+#include "app/language_choice.h"
 #include "book/book_file.h"
 #include "desk/desk_session.h"
 #include "host/sample.h"
@@ -73,12 +74,11 @@ protected:
     HostApp host{*book};
 };
 
-TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
+TEST_F(DeskWindowTest, ShowsAndSelectsWhatARequestChanged) {
     Run([&](DeskWindow& desk) {
         HWND orders = desk.Pane(kOrderList).Window();
         const int before = ListView_GetItemCount(orders);
         desk.Pane(kOrderList).Select(2);
-        const void* selected = desk.Pane(kOrderList).Selected();
         for (const char* number : {"S_desk1", "S_desk2"}) {
             OrderRecord order = MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, number);
             EXPECT_EQ(host.Services().trade.SendOrder(&order), 0);
@@ -94,7 +94,7 @@ TEST_F(DeskWindowTest, ShowsWhatARequestDidAndKeepsTheSelection) {
         desk.Pane(kOrderList).SortBy(0);
         desk.Pane(kOrderList).SortBy(0);
         EXPECT_EQ(CellText(orders, 0, 0), "1010");
-        EXPECT_EQ(desk.Pane(kOrderList).Selected(), selected);
+        EXPECT_EQ(desk.Pane(kOrderList).Selected(), book->ledger.FindOrder(1010)) << "what was changed";
         EXPECT_EQ(CellText(desk.Pane(kAccountList).Window(), 1, 1), "\u9752\u77f3\u7cae\u6cb9")
             << "on every code page";
         const LVFINDINFOW wanted{LVFI_STRING | LVFI_PARTIAL, L"1003", 0, {}, 0};
@@ -203,6 +203,21 @@ TEST_F(DeskWindowTest, RemarksOnWhatTheDialogShows) {
                   std::wstring::npos);
         Do(desk, kCloseDesk);
     });
+}
+
+// The sample is not changed, but what was entered in it can be kept.
+TEST_F(DeskWindowTest, SavesTheSampleUnderAName) {
+    RunDesk(host, {ProgramFolder() + "EmendoOrd.dll", "", "", 1033}, [&](DeskWindow& desk) {
+        Do(desk, kSaveBook);
+        EXPECT_EQ(desk.StatusText().find(L"The sample book is for reading"), 0u);
+        EXPECT_FALSE(desk.SaveAs("no such folder\\book.json"));
+        EXPECT_TRUE(desk.SaveAs(kBookFile));
+        EXPECT_TRUE(TextOf(desk.Window()).ends_with(kBookFile)) << TextOf(desk.Window());
+        OrderRecord order = MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, "S_desk");
+        EXPECT_EQ(host.Services().trade.SendOrder(&order), 0);
+        Do(desk, kCloseDesk);
+    });
+    EXPECT_TRUE(ReadBookFile(kBookFile)->ledger.FindOrder(1009)) << "also what came after it was saved";
 }
 
 // The user closes the desk while the send sleeps, or it goes by itself.

@@ -1,4 +1,4 @@
-#include "desk/wide_text.h"
+#include "services/wide_text.h"
 
 #include <windows.h>
 
