@@ -1,0 +1,224 @@
+#pragma once
+
+#include "frame/raw_host.h"
+#include "trade/fake_config.h"
+#include "trade/sample_book.h"
+
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+// One thing that followed a confirm: a message box with its buttons, or a request with its bytes.
+struct Event {
+    std::string what;
+    std::string bytes;
+};
+
+// What follows a confirm, in order, with the answers and the failures that were decided before: one bit for
+// each question (1: the affirmative button) and one for each request (1: the server refuses).
+struct Sequel {
+    unsigned answers = 0;
+    unsigned failures = 0;
+    std::vector<Event> events;
+
+    bool Box(const std::string& text, const std::string& caption, const std::string& buttons) {
+        events.push_back({"box [" + caption + "] " + buttons + ": " + text, ""});
+        return buttons == "OK" || Next(answers);
+    }
+    template <typename Record>
+    bool Send(const std::string& what, const Record& record) {
+        events.push_back({what, std::string(reinterpret_cast<const char*>(&record), sizeof record)});
+        return !Next(failures);
+    }
+
+private:
+    static bool Next(unsigned& bits) {
+        const bool set = bits & 1;
+        bits >>= 1;
+        return set;
+    }
+};
+
+// Answers requests as the sequel says, and keeps them.
+class Server : public FakeTradeService {
+public:
+    Sequel* sequel = nullptr;  // null: nothing may be sent
+    int unasked = 0;           // requests outside a confirm
+
+    int SendOrder(OrderRecord* order) override { return Keep("SendOrder", *order) ? 0 : -1; }
+    int DeleteOrder(std::uint32_t orderNo) override { return Keep("DeleteOrder", orderNo) ? 1 : 0; }
+    int SendFill(FillRecord* fill) override { return Keep("SendFill", *fill) ? 0 : -1; }
+    int RemoveFill(const char* fillNo, FillRecord* fill) override {
+        return Keep(std::string("RemoveFill ") + fillNo, *fill) ? 0 : -1;
+    }
+    int SendExercise(OrderRecord* order) override { return Keep("SendExercise", *order) ? 0 : -1; }
+
+private:
+    template <typename Record>
+    bool Keep(const std::string& what, const Record& record) {
+        unasked += sequel == nullptr;
+        return sequel && sequel->Send(what, record);
+    }
+};
+
+class ListWindow final : public ITradeListWindow {
+public:
+    ISelectDataNotify* notify = nullptr;
+    bool open = false;
+    void Place(int, int, int, int, int) override {}
+    void SetFilter(const PositionFilterRecord*) override {}
+    void SetNotify(ISelectDataNotify* listener) override { notify = listener; }
+    // clang-format off
+    RESERVED(0) RESERVED(1) RESERVED(2) RESERVED(3) RESERVED(4)
+    // clang-format on
+};
+
+class ListMaker final : public ITradeList {
+public:
+    ListWindow windows[2];
+    ITradeListWindow* CreateListWindow(int, int, HWND, int) override {
+        ListWindow& made = windows[windows[0].open];
+        made.open = true;
+        return &made;
+    }
+    void ReleaseListWindow(ITradeListWindow* window) override {
+        *static_cast<ListWindow*>(window) = ListWindow();
+    }
+};
+
+// The data of a host with two signs, of which the second lacks some of the commodities, full of what is easily
+// mistaken for one another: one number under both signs, codes that begin with other codes, two types under
+// one code, codes in lower case, prices in halves, eighths and quarters.
+class World : public SampleBook {
+public:
+    std::vector<UserRecord*> everyUser;
+    std::string threeMonthDate = "240613";
+    OrderRecord order{};
+    FillRecord fill{};
+    PositionRecord position_{};
+
+    World() : SampleBook("SGA") {
+        for (int i = 0; i < 4; ++i) {
+            m_groups[i].sign.Set(i == 1 ? "SGB" : "SGA");
+            m_groups[i].operatorNo.Set("OPER" + std::to_string(i));
+            m_groups[i].tradable = i == 2 ? 'N' : 'Y';
+            m_groups[i].accountLock = i == 3 ? 'c' : 'a';
+        }
+        User("860001", "Second", 1);  // the host's order is not the list's
+        User("100010", "Longer", 0);
+        User("10001", "Shorter", 0);
+        User("860001", "First", 0);
+        User("999", "Closed", 2);
+        User("555", "Locked", 3);
+        User("800101", "Changing", 0);
+        User("900", "Other", 1);
+        everyUser = users;
+        for (const char* sign : {"SGA", "SGB"}) {
+            group.sign.Set(sign);
+            AddMarket(*sign && sign[2] == 'A');
+        }
+        group.sign.Set("");
+        for (const char* code : {"CNY", "USD", "USDX", "EUR"}) {
+            AddCurrency(code);
+        }
+    }
+
+    void Reset(unsigned bits) {
+        users = everyUser;
+        threeMonthDate = bits & 1 ? "240613" : "3M";
+        threeMonthContractNo = threeMonthDate.c_str();
+        longQty = bits & 2 ? 3 : 0;
+        shortQty = bits & 4 ? 3 : 0;
+        signEntries.assign(bits & 8 ? 1 : 0, this);
+        orders.clear();
+    }
+    // An account that is not there any more, or is again.
+    void Toggle(int number) {
+        UserRecord* user = everyUser[static_cast<std::size_t>(number) % everyUser.size()];
+        const auto known = std::find(users.begin(), users.end(), user);
+        if (known == users.end()) {
+            users.push_back(user);
+        } else if (user->accountNo != std::string_view("10001")) {
+            users.erase(known);
+        }
+    }
+
+    void GetUsers(IDataContainer* list, const char* sign) override { OfSign(users, list, sign); }
+    void GetUppers(IDataContainer* list, const char* sign) override { OfSign(uppers, list, sign); }
+    void GetExchanges(IDataContainer* list, const char* sign) override { OfSign(exchanges, list, sign); }
+    void FormatPrice(const void* record, double price, char* buffer, int size, int, char) override {
+        const CommodityRecord* commodity = GetCommodity(record);
+        if (const auto unit = commodity ? commodity->tickDenominator : 1; unit >= 2) {
+            const double whole = std::floor(price);
+            std::snprintf(buffer, size, "%.0f+%.0f/%u", whole, std::round((price - whole) * unit), unit);
+        } else {
+            std::snprintf(buffer, size, "%.10g", price);
+        }
+    }
+
+private:
+    void User(const char* number, const char* name, int ofGroup) {
+        UserRecord& user = AddUser(number, name);
+        user.group = &m_groups[ofGroup];
+        user.sign = user.group->sign;
+    }
+    void AddMarket(bool all) {
+        for (const char* code : {"U10", "U1", "U2"}) {
+            AddUpper(code);
+            uppers.back()->sign = group.sign;
+        }
+        AddExchange("EXAB", "Longer");
+        AddCommodity('F', "CM", 1, 1);
+        AddExchange("EXA");
+        AddCommodity('F', "CMX", 5, 1);
+        AddCommodity('F', "CM", 0.5, 1);
+        AddPair('m', "CM", 0.5, 'F', "CM", "CM");
+        AddCommodity('F', "cu", 10, 1);
+        if (all) {
+            AddCommodity('F', "FR", 1, 8);
+            AddPair('m', "FR", 1, 'F', "FR", "FR").tickDenominator = 8;
+            AddPair('c', "CM&FR", 0.5, 'F', "CM", "FR").legOrder = '2';
+            AddPair('O', "CMO", 1, 'F', "CM", "");
+            AddPair('u', "CMU", 1, 'O', "CMO", "CMO");
+        }
+        AddCommodity('G', "GD", 1, 1);
+        AddExchange("LMX", "Forward", true);
+        AddCommodity('F', "CA", 0.25, 1).rollingCode = 'U';
+        AddCommodity('F', "AL", 1, 4).rollingCode = 'U';
+        AddPair('O', "CO", 1, 'F', "CA", "").rollingCode = 'U';
+        AddExchange("ice", "Small");
+        AddCommodity('F', "brx", 0.01, 1);
+        AddCommodity('F', "br", 1, 32);
+        for (const std::string& text : ContractTexts()) {
+            AddContract(text);
+            const ContractKey& key = contracts.back()->key;
+            if (!GetCommodity(&key)) {
+                contracts.pop_back();
+            }
+        }
+    }
+    template <typename Record>
+    static void OfSign(const std::vector<Record*>& records, IDataContainer* list, std::string_view sign) {
+        for (Record* record : records) {
+            if (sign.empty() || record->sign == sign) {
+                list->Add(record);
+            }
+        }
+    }
+
+    GroupRecord m_groups[4]{};
+
+public:
+    static const std::vector<std::string>& ContractTexts() {
+        static const std::vector<std::string> texts = {
+            "EXA CM 1509",  "EXA CM 1512",         "EXA CM 1509/1512",           "EXA FR 1509",
+            "EXA FR 1512",  "EXA FR 1509/1512",    "EXA CM&FR 1509",             "EXA CMX 1509",
+            "EXA cu 2601",  "EXA CMO 1509 C3000",  "EXA CMO 1509 P3000",         "EXA CMU 1509 C3000/1509 C3100",
+            "EXA GD ",      "LMX CA 3M",           "LMX CA 240315",              "LMX CA 240329",
+            "LMX CA 240330", "LMX CA 240613",      "LMX AL 3M",                  "LMX AL 240315",
+            "LMX AL 240401", "LMX CO 240315 C3000", "ice br 2601",               "ice brx 2602",
+            "EXAB CM 1509"};
+        return texts;
+    }
+};
