@@ -87,6 +87,22 @@ std::string View::LineText(int id, int line) const {
     return text.c_str();
 }
 
+std::string View::Everything() const {
+    std::string all;
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        char kind[16] = "";
+        GetClassNameA(child, kind, sizeof kind);
+        const int id = GetDlgCtrlID(child);
+        const bool combo = lstrcmpiA(kind, "ComboBox") == 0;
+        if (IsWindowVisible(child) && (combo || lstrcmpiA(kind, "Edit") == 0)) {
+            const std::string line = combo ? " line " + std::to_string(Line(id)) : "";
+            const std::string field = "#" + std::to_string(id) + " '" + Text(id) + "'" + line;
+            all += Usable(id) ? " " + field : " [" + field + "]";
+        }
+    }
+    return all + "\n";
+}
+
 std::string Step::Words() const {
     static constexpr const char* kActs[] = {"choose", "type",  "keys",     "wheel",    "spin",   "click",
                                             "pick",   "date",  "account",  "position", "changed", "confirm"};

@@ -20,6 +20,8 @@ struct View {
     int Line(int id) const { return static_cast<int>(SendMessageA(Item(id), CB_GETCURSEL, 0, 0)); }
     int Lines(int id) const { return static_cast<int>(SendMessageA(Item(id), CB_GETCOUNT, 0, 0)); }
     std::string LineText(int id, int line) const;
+    // Every field in sight, "#1037 '10001' line 2", those that are shut in brackets.
+    std::string Everything() const;
 };
 
 // One thing that an operator or the host does. The number and the text say what exactly.

@@ -21,7 +21,7 @@ std::string AnyContract(Random& random, int mode) {
     for (;;) {
         const std::string& text = texts[static_cast<std::size_t>(Below(random, static_cast<int>(texts.size())))];
         const bool fits = mode == 1   ? text.starts_with("LMX ") && text.find(" C3") == std::string::npos
-                          : mode == 5 ? text.find(" C3") != std::string::npos
+                          : mode == 5 ? text.find("3000") != std::string::npos && text.find('/') == std::string::npos
                                       : true;
         if (fits || OneIn(random, 12)) {
             return text;
@@ -32,17 +32,24 @@ std::string AnyContract(Random& random, int mode) {
 // Makes the steps of visits to a dialog's fields.
 class Visits {
 public:
-    Visits(std::vector<Step>& steps, Random& random, int mode) : m_steps(steps), m_random(random), m_mode(mode) {}
+    Visits(std::vector<Step>& steps, Random& random, int mode)
+        : m_steps(steps), m_random(random), m_mode(mode), m_theme(AnyContract(random, mode)) {}
+
+    // Whether what is entered next makes an order that can go out.
+    bool sound = false;
+    void Theme(const std::string& contract) { m_theme = contract; }
 
     void Choose(int id) { Add(Step::Choose, id, Below(m_random, 3 * 31)); }
-    void Type(int id, const std::string& text) { Add(Step::Type, id, OneIn(m_random, 6) ? 1 : 0, text); }
+    void Type(int id, const std::string& text) { Add(Step::Type, id, !sound && OneIn(m_random, 6), text); }
     void TypeOf(int id, std::initializer_list<const char*> texts) { Type(id, Any(m_random, texts)); }
 
     void Account() {
         if (OneIn(m_random, 5)) {
             Add(Step::Account, 0, Below(m_random, 8));
         }
-        if (OneIn(m_random, 2)) {
+        if (sound) {
+            TypeOf(1037, {"860001", "10001", "800101", "100010"});
+        } else if (OneIn(m_random, 2)) {
             TypeOf(1037, {"860001", "10001", "800101", "100010", "900", "86", "8", "999", "", "7x", "10001 "});
         } else {
             Choose(1037);
@@ -50,6 +57,9 @@ public:
     }
     // A field of a number: typed, stepped, or both.
     void Number(int id, int spin, std::initializer_list<const char*> texts) {
+        if (sound) {
+            return TypeOf(id, {*texts.begin()});
+        }
         if (!OneIn(m_random, 8)) {
             TypeOf(id, texts);
         }
@@ -65,16 +75,16 @@ public:
                 return;
         }
     }
-    void Quantity(int id, int spin) { Number(id, spin, {"5", "3", "1", "12", "0", "", "5x"}); }
+    void Quantity(int id, int spin) { Number(id, spin, {id == 1125 ? "5" : "3", "5", "1", "12", "0", "", "5x"}); }
     void Price(int whole, int spin, int numerator) {
-        Number(whole, spin, {"97", "97.5", "100", "2010.25", "0", "7", "-3", "12.", "", "1a2"});
+        Number(whole, spin, {"100", "97.5", "97", "2010.25", "0", "7", "-3", "12.", "", "1a2"});
         if (OneIn(m_random, 3)) {
             Number(numerator, spin, {"1", "3", "0", "7", "", "12"});
         }
     }
     void OrderContract() {
-        const std::string text = AnyContract(m_random, m_mode);
-        switch (Below(m_random, 5)) {
+        const std::string text = sound || OneIn(m_random, 3) ? m_theme : AnyContract(m_random, m_mode);
+        switch (sound ? 3 * Below(m_random, 2) : Below(m_random, 5)) {
             case 0:
                 return Add(Step::Pick, 0, Below(m_random, 2), text);
             case 1:
@@ -90,9 +100,9 @@ public:
         }
     }
     void FillContract() {
-        const std::string text = AnyContract(m_random, 0);
+        const std::string text = sound || OneIn(m_random, 3) ? m_theme : AnyContract(m_random, 0);
         const auto second = text.find(' ', text.find(' ') + 1);
-        Type(1056, text.substr(second + 1) + (OneIn(m_random, 8) ? " " : ""));
+        Add(Step::Type, 1056, 0, text.substr(second + 1) + (OneIn(m_random, 8) ? " " : ""));
     }
     // A correction where the caret is, or a key that does not belong there.
     void Noise(int id) {
@@ -122,7 +132,7 @@ public:
             case 10: return Price(1145, 1146, 1148);
             case 11: return Price(1160, 1161, 1182);
             case 12:
-                return OneIn(m_random, 2) ? Choose(1192)
+                return OneIn(m_random, 2) || (sound && m_mode == 5) ? Choose(1192)
                                           : TypeOf(1192, {"3M", "240329", "240330", "240315", "1509", " 240401 ", ""});
             case 13: return Choose(1126);
             case 14: return Choose(1114);
@@ -144,12 +154,21 @@ public:
 
     void FillField(int field) {
         switch (field) {
-            case 0: return Choose(1039);
+            case 0: return sound ? Type(1039, "U1") : Choose(1039);
             case 1: return Account();
             case 2: return Choose(1158);
             case 3: return Quantity(1129, 1130);
-            case 4: return OneIn(m_random, 3) ? TypeOf(1122, {"exa", "LMX", "ice", "ex", "EXAB"}) : Choose(1122);
-            case 5: return OneIn(m_random, 3) ? TypeOf(1051, {"cm", "cu", "CA", "br", "A", "CMX"}) : Choose(1051);
+            case 4:
+                if (sound) {
+                    return Type(1122, m_theme.substr(0, m_theme.find(' ')));
+                }
+                return OneIn(m_random, 3) ? TypeOf(1122, {"exa", "LMX", "ice", "ex", "EXAB"}) : Choose(1122);
+            case 5:
+                if (sound) {
+                    const auto from = m_theme.find(' ') + 1;
+                    return Type(1051, m_theme.substr(from, m_theme.find(' ', from) - from));
+                }
+                return OneIn(m_random, 3) ? TypeOf(1051, {"cm", "cu", "CA", "br", "A", "CMX"}) : Choose(1051);
             case 6: return FillContract();
             case 7: return Choose(1052);
             case 8: return Price(1145, 1146, 1148);
@@ -168,6 +187,7 @@ private:
     std::vector<Step>& m_steps;
     Random& m_random;
     int m_mode;
+    std::string m_theme;
 };
 
 // What has to be entered before a request can go out, by mode.
@@ -176,7 +196,7 @@ std::vector<int> NeededFields(bool fillDialog, int mode, int recordKind) {
         return recordKind >= 0 ? std::vector{8} : std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8};
     }
     switch (mode) {
-        case 0: return {0, 1, 2, 3, 6, 5, 8, 10};
+        case 0: return {0, 1, 2, 3, 4, 6, 5, 7, 8, 9, 10};
         case 1: return {0, 1, 2, 12, 7, 10, 11};
         case 2: return {6, 8};
         case 4: return {0};
@@ -220,17 +240,23 @@ Plan MakePlan(unsigned seed) {
         plan.recordKind = OneIn(random, 12) == corrects ? -1 : 0;
     }
     Visits visits(plan.steps, random, plan.mode);
+    if (plan.fillDialog) {
+        visits.Theme(AnyContract(random, plan.mode == 0 ? 1 : 0));
+    }
     const auto visit = [&](int field) { plan.fillDialog ? visits.FillField(field) : visits.OrderField(field); };
     const auto any = [&] { visit(Below(random, plan.fillDialog ? Visits::kFillFields : Visits::kOrderFields)); };
     for (const int field : NeededFields(plan.fillDialog, plan.mode, plan.recordKind)) {
-        if (!OneIn(random, 15)) {
-            visit(field);
-        }
-        while (OneIn(random, 3)) {
+        visits.sound = !OneIn(random, 15);
+        visit(field);
+        visits.sound = false;
+        if (OneIn(random, 8)) {
             any();
         }
         if (OneIn(random, 10)) {
             visit(field);
+            visits.sound = true;
+            visit(field);
+            visits.sound = false;
         }
     }
     for (int rounds = 1 + Below(random, 3); rounds > 0; --rounds) {
@@ -269,14 +295,14 @@ void MakeOrder(World& world, std::mt19937& random) {
     order.validUntil.Set(OneIn(random, 2) ? "2030-02-03 04:05:06" : "");
     order.forcedClose = Any(random, {'Y', 'N'});
     order.direction = Any(random, {'B', 'S', 'S', 'B', 'A'});
-    order.orderPrice = Below(random, 200) * 0.5;
+    order.orderPrice = OneIn(random, 4) ? Below(random, 200) * 0.5 : 10 * Below(random, 20);
     order.triggerPrice = Below(random, 20);
     order.fillPrice = Below(random, 200) * 0.5;
-    order.orderQty = static_cast<unsigned>(Below(random, 9));
+    order.orderQty = static_cast<unsigned>(OneIn(random, 12) ? 0 : 4 + Below(random, 9));
     order.orderState = Any(random, {'4', '4', '5', '6', 'C', '0', 'A'});
     order.fillQty = order.orderState == '6'   ? order.orderQty
                     : order.orderState == '4' ? 0
-                                              : static_cast<unsigned>(Below(random, 4));
+                                              : static_cast<unsigned>(OneIn(random, 8) ? 0 : 1 + Below(random, 4));
     order.orderNo = Any(random, {0u, 77u, 77u, 78u});
     order.text279.Set("kept");
     order.systemNo.Set(Any(random, {"S_OLD", "S_OLD", ""}));
@@ -286,13 +312,16 @@ void MakeOrder(World& world, std::mt19937& random) {
     order.inputTime.Set("2026-01-02 03:04:05");
     order.backOffice = Any(random, {'Y', 'Y', 'N'});
     order.flag614 = 'Q';
+    world.orders.clear();
     if (OneIn(random, 2)) {
         world.orders.push_back(&order);
     }
 }
 
 void MakeFill(World& world, std::mt19937& random) {
-    MakeOrder(world, random);
+    do {
+        MakeOrder(world, random);
+    } while (world.order.key.contractNo2.Str() != "");
     FillRecord& fill = world.fill = {};
     std::memcpy(&fill.key, &world.order.key, sizeof fill.key);
     fill.fillNo.Set("FILL-9");

@@ -100,6 +100,9 @@ bool ReadContract(const std::string& text, ContractKey& key) {
 }
 
 long long PromptTime(const std::string& text) {
+    if (text == "3M") {
+        return -1;
+    }
     std::tm fields{};
     std::size_t at = 0;
     const auto two = [&](int least, int most) {

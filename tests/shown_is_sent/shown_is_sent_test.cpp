@@ -33,6 +33,9 @@ protected:
             if (!hands.Open() || !failure.empty()) {
                 break;
             }
+            if (Stage::Setting("EMENDO_TRACE", 0) > 1) {
+                std::cout << step.Words() << "\n  before:" << hands.view.Everything();
+            }
             if (step.act == Step::Confirm) {
                 failure = Confirm(step, hands, *reader);
             } else {
@@ -59,6 +62,7 @@ protected:
         const auto bits = static_cast<unsigned>(step.number);
         Sequel expected{bits / 2 % 256, bits / 512, {}};
         Sequel came = expected;
+        const std::string shown = hands.view.Everything();
         std::string failure = reader.Contradiction();
         const bool closes = reader.Foretell(expected);
         stage.boxes.sequel = stage.server.sequel = &came;
@@ -72,11 +76,14 @@ protected:
         }
         for (const Event& event : came.events) {
             ++(event.bytes.empty() ? counts.boxes : counts.requests);
+            if (Stage::Setting("EMENDO_TRACE", 0)) {
+                std::cout << event.what << "\n";
+            }
         }
         if (failure.empty() && closes == hands.Open()) {
             failure = closes ? "the dialog stays open\n" : "the dialog closes\n";
         }
-        return failure;
+        return failure.empty() ? failure : failure + "shown:" + shown;
     }
 
     Stage stage;
