@@ -4,15 +4,26 @@ namespace {
 
 enum : int { kModify = 2, kRemove = 3 };
 enum : int {
-    kFillNo = 1153, kSystemNo = 1054, kUpper = 1039, kAccount = 1037, kSource = 1158, kQty = 1129,
-    kExchange = 1122, kCommodity = 1051, kContract = 1056, kDirection = 1052, kOpenContract = 1058,
-    kCurrency = 1164, kFeeGiven = 1165, kFee = 1167,
+    kFillNo = 1153,
+    kSystemNo = 1054,
+    kUpper = 1039,
+    kAccount = 1037,
+    kSource = 1158,
+    kQty = 1129,
+    kExchange = 1122,
+    kCommodity = 1051,
+    kContract = 1056,
+    kDirection = 1052,
+    kOpenContract = 1058,
+    kCurrency = 1164,
+    kFeeGiven = 1165,
+    kFee = 1167,
 };
 
 class FillDialogReader : public BothReaders {
 public:
-    FillDialogReader(const View& shown, int ofMode, const OrderRecord* ofOrder, const FillRecord* ofFill, World& host,
-                     const Texts& strings)
+    FillDialogReader(const View& shown, int ofMode, const OrderRecord* ofOrder, const FillRecord* ofFill,
+                     World& host, const Texts& strings)
         : BothReaders(shown, host, strings), mode(ofMode), order(ofOrder), fill(ofFill) {
         for (const int id : {kSource, kDirection}) {
             Keep(id);
@@ -115,7 +126,8 @@ private:
         }
         const CommodityRecord* found = nullptr;
         for (const CommodityRecord* each : listed) {
-            const bool own = each->commodityType == loaded.commodityType && exchange == loaded.exchangeNo.Str();
+            const bool own =
+                each->commodityType == loaded.commodityType && exchange == loaded.exchangeNo.Str();
             if (Alike(each->commodityNo.Str(), shown) && (!found || own)) {
                 found = each;
             }
@@ -130,8 +142,8 @@ private:
         const std::string exchange = Exchange();
         const std::string code =
             commodity ? commodity->commodityNo.Str() : Trimmed(FirstWord(view.Text(kCommodity)));
-        const bool own = (fill || order) && text == Trimmed(firstContract) && exchange == loaded.exchangeNo.Str() &&
-                         code == loaded.commodityNo.Str();
+        const bool own = (fill || order) && text == Trimmed(firstContract) &&
+                         exchange == loaded.exchangeNo.Str() && code == loaded.commodityNo.Str();
         if (own) {
             key = loaded;
         } else if (!ReadContract(exchange + ' ' + code + ' ' + text, key)) {
@@ -201,7 +213,8 @@ private:
         const std::string contract = sent.key.sign.Str() + ' ' + sent.key.exchangeNo.Str() + ' ' +
                                      sent.key.commodityNo.Str() + ' ' + sent.key.contractNo.Str();
         const char type = sent.key.commodityType;
-        const std::string named = type == 'O' ? contract + ' ' + sent.key.optionType + sent.key.strikePrice.Str()
+        const std::string named = type == 'O'
+                                      ? contract + ' ' + sent.key.optionType + sent.key.strikePrice.Str()
                                   : type && std::strchr("FGY", type) ? contract
                                                                      : "";
         const char direction = Reversed(sent.direction);
@@ -260,7 +273,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Reader> FillReader(const View& view, int mode, const OrderRecord* order, const FillRecord* fill,
-                                   World& world, const Texts& texts) {
+std::unique_ptr<Reader> FillReader(const View& view, int mode, const OrderRecord* order,
+                                   const FillRecord* fill, World& world, const Texts& texts) {
     return std::make_unique<FillDialogReader>(view, mode, order, fill, world, texts);
 }

@@ -104,8 +104,8 @@ std::string View::Everything() const {
 }
 
 std::string Step::Words() const {
-    static constexpr const char* kActs[] = {"choose", "type",  "keys",     "wheel",    "spin",   "click",
-                                            "pick",   "date",  "account",  "position", "changed", "confirm"};
+    static constexpr const char* kActs[] = {"choose", "type", "keys",    "wheel",    "spin",    "click",
+                                            "pick",   "date", "account", "position", "changed", "confirm"};
     std::string words = kActs[act];
     if (id) {
         words += " #" + std::to_string(id);
@@ -153,7 +153,9 @@ void BoxHook::Answer(HWND box, HWND message) {
     bool affirmed = false;
     if (sequel) {
         affirmed = sequel->Box(WindowText(message), WindowText(box),
-                               yes ? "Yes/No" : ok && cancel ? "OK/Cancel" : "OK");
+                               yes            ? "Yes/No"
+                               : ok && cancel ? "OK/Cancel"
+                                              : "OK");
     } else {
         ++unasked;
     }
@@ -276,7 +278,8 @@ void Hands::PickByPopup(int number) {
         if (number % 8 != 7 && IsWindowVisible(popup)) {
             const int row = number / 64 % 5;  // some rows are blank
             RECT place{LVIR_BOUNDS, number / 512 % 2, 0, 0};
-            SendMessageA(cells, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+            SendMessageA(cells, LVM_GETSUBITEMRECT, static_cast<WPARAM>(row),
+                         reinterpret_cast<LPARAM>(&place));
             ClickAt(cells, {place.left + 5, (place.top + place.bottom) / 2});
         }
     }
@@ -308,10 +311,9 @@ void Hands::Do(const Step& step) {
             if (view.Usable(step.id)) {
                 RECT client{};
                 GetClientRect(view.Item(step.id), &client);
-                ClickAt(view.Item(step.id),
-                        {client.right / 2, step.act == Step::Click ? client.bottom / 2
-                                           : step.number > 0       ? 2
-                                                                   : client.bottom - 3});
+                ClickAt(view.Item(step.id), {client.right / 2, step.act == Step::Click ? client.bottom / 2
+                                                               : step.number > 0       ? 2
+                                                                                       : client.bottom - 3});
             }
             return;
         case Step::Pick:
@@ -328,9 +330,16 @@ void Hands::Do(const Step& step) {
             return;
         case Step::Date:
             if (view.Usable(step.id)) {
-                SYSTEMTIME time{2031, static_cast<WORD>(1 + number % 12), 0, static_cast<WORD>(1 + number % 28),
-                                static_cast<WORD>(number % 24), 5, 6, 0};
-                SendMessageA(view.Item(step.id), DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&time));
+                SYSTEMTIME time{2031,
+                                static_cast<WORD>(1 + number % 12),
+                                0,
+                                static_cast<WORD>(1 + number % 28),
+                                static_cast<WORD>(number % 24),
+                                5,
+                                6,
+                                0};
+                SendMessageA(view.Item(step.id), DTM_SETSYSTEMTIME, GDT_VALID,
+                             reinterpret_cast<LPARAM>(&time));
             }
             return;
         case Step::Account:

@@ -35,8 +35,8 @@ struct Step {
     std::string Words() const;
 };
 
-// Answers the message boxes of this thread as the sequel says and keeps them there. A box that comes without a
-// sequel is counted as unasked and dismissed.
+// Answers the message boxes of this thread as the sequel says and keeps them there. A box that comes without
+// a sequel is counted as unasked and dismissed.
 class BoxHook {
 public:
     BoxHook();

@@ -6,17 +6,33 @@ namespace {
 
 enum : int { kInput, kCarry, kModify, kRemove, kMove, kExercise };
 enum : int {
-    kAccount = 1037, kUpper = 1039, kSource = 1126, kType = 1053, kState = 1040, kValid = 1114, kDate = 1012,
-    kDirection = 1052, kForward = 1192, kCurrency = 1164, kContract = 10001, kSystemNo = 1054,
-    kExSystemNo = 1240, kFillNo = 1153, kOrderQty = 1125, kFillQty = 1129, kForceClose = 1123,
-    kFeeGiven = 1186, kFee = 1167,
+    kAccount = 1037,
+    kUpper = 1039,
+    kSource = 1126,
+    kType = 1053,
+    kState = 1040,
+    kValid = 1114,
+    kDate = 1012,
+    kDirection = 1052,
+    kForward = 1192,
+    kCurrency = 1164,
+    kContract = 10001,
+    kSystemNo = 1054,
+    kExSystemNo = 1240,
+    kFillNo = 1153,
+    kOrderQty = 1125,
+    kFillQty = 1129,
+    kForceClose = 1123,
+    kFeeGiven = 1186,
+    kFee = 1167,
 };
 constexpr int kNumerators[] = {1136, 1141, 1148, 1182, 1165, 1189};
 constexpr int kDenominators[] = {1135, 1143, 1150, 1185, 1170, 1194};
 
 class OrderDialogReader : public BothReaders {
 public:
-    OrderDialogReader(const View& shown, int ofMode, const OrderRecord* ofOrder, World& host, const Texts& strings)
+    OrderDialogReader(const View& shown, int ofMode, const OrderRecord* ofOrder, World& host,
+                      const Texts& strings)
         : BothReaders(shown, host, strings), mode(ofMode), original(ofOrder) {
         for (const int id : {kSource, kType, kState, kValid, kDirection}) {
             Keep(id);
@@ -152,13 +168,15 @@ private:
         order = {};
         contract = nullptr;
         noDate = false;
-        order.orderState = mode == kCarry ? '6' : Code(kState, "49A56DB", original ? original->orderState : 0);
-        order.orderSource = mode == kCarry ? 'C' : Code(kSource, "EJPMSDR", original ? original->orderSource : 0);
+        order.orderState =
+            mode == kCarry ? '6' : Code(kState, "49A56DB", original ? original->orderState : 0);
+        order.orderSource =
+            mode == kCarry ? 'C' : Code(kSource, "EJPMSDR", original ? original->orderSource : 0);
         order.validType = mode == kCarry ? '0' : Code(kValid, "43012", original ? original->validType : 0);
         order.orderType = mode == kCarry      ? '2'
                           : mode == kExercise ? '5'
                                               : Code(kType, "2143", original ? original->orderType : 0);
-        order.direction = Code(kDirection, "BS", original ? original->direction : 0);
+        order.direction = Code(kDirection, "BS", original && mode != kCarry ? original->direction : 0);
         order.accountNo.Set(Trimmed(FirstWord(view.Text(kAccount))));
         order.upperNo.Set(Trimmed(FirstWord(view.Text(kUpper))));
         forward = view.Text(kForward);
@@ -222,7 +240,8 @@ private:
         error(!Second() && !order.orderSource, 10030);
         error(mode != kExercise && !order.validType, 10031);
         error(!Second() && !spread && order.orderPrice == 0 &&
-                  (order.orderType == '2' || order.orderType == '4'), 10032);
+                  (order.orderType == '2' || order.orderType == '4'),
+              10032);
         error(mode != kCarry && orderQty <= 0, 10033);
         error(!spread && order.triggerPrice == 0 && order.orderType == '4', 10034);
         error(Corrects() && !original, 10035);
@@ -232,7 +251,8 @@ private:
         error(mode != kCarry && ((fillQty != 0 && fillQty == orderQty && order.orderState != '6') ||
                                  (fillQty > 0 && fillQty < orderQty && order.orderState != 'A' &&
                                   order.orderState != '5') ||
-                                 (fillQty <= 0 && filled)), 10039);
+                                 (fillQty <= 0 && filled)),
+              10039);
         return errors;
     }
 
@@ -287,8 +307,8 @@ private:
             SYSTEMTIME t{};
             SendMessageA(view.Item(kDate), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&t));
             char text[40];
-            std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
-                          t.wMinute, t.wSecond);
+            std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay,
+                          t.wHour, t.wMinute, t.wSecond);
             order.validUntil.Set(text);
         }
         order.systemNo.Set(view.Text(kSystemNo));
@@ -393,7 +413,8 @@ private:
         order.key.contractNo.Set(forward);
         order.direction = Reversed(order.direction);
         order.orderPrice = order.fillPrice = price2;
-        return Input(out, order, fillNo + "_2", given || days <= 14 ? 'Y' : 'N', Fee(), 1, Price(1172, 1189, 1194));
+        return Input(out, order, fillNo + "_2", given || days <= 14 ? 'Y' : 'N', Fee(), 1,
+                     Price(1172, 1189, 1194));
     }
 
     const int mode;

@@ -19,10 +19,12 @@ Value Any(Random& random, std::initializer_list<Value> values) {
 std::string AnyContract(Random& random, int mode) {
     const auto& texts = World::ContractTexts();
     for (;;) {
-        const std::string& text = texts[static_cast<std::size_t>(Below(random, static_cast<int>(texts.size())))];
-        const bool fits = mode == 1   ? text.starts_with("LMX ") && text.find(" C3") == std::string::npos
-                          : mode == 5 ? text.find("3000") != std::string::npos && text.find('/') == std::string::npos
-                                      : true;
+        const std::string& text =
+            texts[static_cast<std::size_t>(Below(random, static_cast<int>(texts.size())))];
+        const bool fits = mode == 1 ? text.starts_with("LMX ") && text.find(" C3") == std::string::npos
+                          : mode == 5
+                              ? text.find("3000") != std::string::npos && text.find('/') == std::string::npos
+                              : true;
         if (fits || OneIn(random, 12)) {
             return text;
         }
@@ -50,7 +52,8 @@ public:
         if (sound) {
             TypeOf(1037, {"860001", "10001", "800101", "100010"});
         } else if (OneIn(m_random, 2)) {
-            TypeOf(1037, {"860001", "10001", "800101", "100010", "900", "86", "8", "999", "", "7x", "10001 "});
+            TypeOf(1037,
+                   {"860001", "10001", "800101", "100010", "900", "86", "8", "999", "", "7x", "10001 "});
         } else {
             Choose(1037);
         }
@@ -75,7 +78,9 @@ public:
                 return;
         }
     }
-    void Quantity(int id, int spin) { Number(id, spin, {id == 1125 ? "5" : "3", "5", "1", "12", "0", "", "5x"}); }
+    void Quantity(int id, int spin) {
+        Number(id, spin, {id == 1125 ? "5" : "3", "5", "1", "12", "0", "", "5x"});
+    }
     void Price(int whole, int spin, int numerator) {
         Number(whole, spin, {"100", "97.5", "97", "2010.25", "0", "7", "-3", "12.", "", "1a2"});
         if (OneIn(m_random, 3)) {
@@ -119,45 +124,76 @@ public:
     // One field of the order dialog, by its place on the way through the dialog.
     void OrderField(int field) {
         switch (field) {
-            case 0: return Account();
-            case 1: return Choose(1039);
-            case 2: return OrderContract();
-            case 3: return Choose(1052);
-            case 4: return Choose(1053);
-            case 5: return Choose(1040);
-            case 6: return Quantity(1125, 1127);
-            case 7: return Quantity(1129, 1130);
-            case 8: return Price(1132, 1133, 1136);
-            case 9: return Price(1139, 1155, 1141);
-            case 10: return Price(1145, 1146, 1148);
-            case 11: return Price(1160, 1161, 1182);
+            case 0:
+                return Account();
+            case 1:
+                return Choose(1039);
+            case 2:
+                return OrderContract();
+            case 3:
+                return Choose(1052);
+            case 4:
+                return Choose(1053);
+            case 5:
+                return Choose(1040);
+            case 6:
+                return Quantity(1125, 1127);
+            case 7:
+                return Quantity(1129, 1130);
+            case 8:
+                return Price(1132, 1133, 1136);
+            case 9:
+                return Price(1139, 1155, 1141);
+            case 10:
+                return Price(1145, 1146, 1148);
+            case 11:
+                return Price(1160, 1161, 1182);
             case 12:
-                return OneIn(m_random, 2) || (sound && m_mode == 5) ? Choose(1192)
-                                          : TypeOf(1192, {"3M", "240329", "240330", "240315", "1509", " 240401 ", ""});
-            case 13: return Choose(1126);
-            case 14: return Choose(1114);
-            case 15: return Choose(1164);
-            case 16: return Add(Step::Date, 1012, Below(m_random, 300));
-            case 17: return TypeOf(1153, {"F1", " F2 ", ""});
-            case 18: return TypeOf(1240, {"X1", "", "X 2"});
-            case 19: return Add(Step::Click, Any(m_random, {1123, 1186, 1186, 1243, 1244}), 0);
-            case 20: return Number(1167, 0, {"12.5", "3", "", "1x"});
-            case 21: return Price(1154, 1162, 1165);
-            case 22: return Price(1172, 1173, 1189);
-            case 23: return Add(Step::Position, 0, Below(m_random, 400));
-            case 24: return Add(Step::Changed, 0, 0);
-            case 25: return TypeOf(1054, {"S1", "S 2"});
-            default: return Noise(Any(m_random, {1037, 1039, 10001, 1125, 1129, 1132, 1136, 1145, 1192, 1052}));
+                return OneIn(m_random, 2) || (sound && m_mode == 5)
+                           ? Choose(1192)
+                           : TypeOf(1192, {"3M", "240329", "240330", "240315", "1509", " 240401 ", ""});
+            case 13:
+                return Choose(1126);
+            case 14:
+                return Choose(1114);
+            case 15:
+                return Choose(1164);
+            case 16:
+                return Add(Step::Date, 1012, Below(m_random, 300));
+            case 17:
+                return TypeOf(1153, {"F1", " F2 ", ""});
+            case 18:
+                return TypeOf(1240, {"X1", "", "X 2"});
+            case 19:
+                return Add(Step::Click, Any(m_random, {1123, 1186, 1186, 1243, 1244}), 0);
+            case 20:
+                return Number(1167, 0, {"12.5", "3", "", "1x"});
+            case 21:
+                return Price(1154, 1162, 1165);
+            case 22:
+                return Price(1172, 1173, 1189);
+            case 23:
+                return Add(Step::Position, 0, Below(m_random, 400));
+            case 24:
+                return Add(Step::Changed, 0, 0);
+            case 25:
+                return TypeOf(1054, {"S1", "S 2"});
+            default:
+                return Noise(Any(m_random, {1037, 1039, 10001, 1125, 1129, 1132, 1136, 1145, 1192, 1052}));
         }
     }
     static constexpr int kOrderFields = 27;
 
     void FillField(int field) {
         switch (field) {
-            case 0: return sound ? Type(1039, "U1") : Choose(1039);
-            case 1: return Account();
-            case 2: return Choose(1158);
-            case 3: return Quantity(1129, 1130);
+            case 0:
+                return sound ? Type(1039, "U1") : Choose(1039);
+            case 1:
+                return Account();
+            case 2:
+                return Choose(1158);
+            case 3:
+                return Quantity(1129, 1130);
             case 4:
                 if (sound) {
                     return Type(1122, m_theme.substr(0, m_theme.find(' ')));
@@ -169,16 +205,26 @@ public:
                     return Type(1051, m_theme.substr(from, m_theme.find(' ', from) - from));
                 }
                 return OneIn(m_random, 3) ? TypeOf(1051, {"cm", "cu", "CA", "br", "A", "CMX"}) : Choose(1051);
-            case 6: return FillContract();
-            case 7: return Choose(1052);
-            case 8: return Price(1145, 1146, 1148);
-            case 9: return Price(1160, 1161, 1182);
-            case 10: return TypeOf(1058, {"240329", "240401", "240315", " 240330", "240401 ", ""});
-            case 11: return Choose(1164);
-            case 12: return Add(Step::Click, 1165, 0);
-            case 13: return Number(1167, 0, {"12.5", "3", "", "1x"});
-            case 14: return TypeOf(1039, {"U1", "U10", "U", "zz", ""});
-            default: return Noise(Any(m_random, {1037, 1039, 1051, 1056, 1129, 1145, 1148, 1122, 1052}));
+            case 6:
+                return FillContract();
+            case 7:
+                return Choose(1052);
+            case 8:
+                return Price(1145, 1146, 1148);
+            case 9:
+                return Price(1160, 1161, 1182);
+            case 10:
+                return TypeOf(1058, {"240329", "240401", "240315", " 240330", "240401 ", ""});
+            case 11:
+                return Choose(1164);
+            case 12:
+                return Add(Step::Click, 1165, 0);
+            case 13:
+                return Number(1167, 0, {"12.5", "3", "", "1x"});
+            case 14:
+                return TypeOf(1039, {"U1", "U10", "U", "zz", ""});
+            default:
+                return Noise(Any(m_random, {1037, 1039, 1051, 1056, 1129, 1145, 1148, 1122, 1052}));
         }
     }
     static constexpr int kFillFields = 16;
@@ -196,12 +242,18 @@ std::vector<int> NeededFields(bool fillDialog, int mode, int recordKind) {
         return recordKind >= 0 ? std::vector{8} : std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8};
     }
     switch (mode) {
-        case 0: return {0, 1, 2, 3, 4, 6, 5, 7, 8, 9, 10};
-        case 1: return {0, 1, 2, 12, 7, 10, 11};
-        case 2: return {6, 8};
-        case 4: return {0};
-        case 5: return {0, 1, 2, 12, 3, 6};
-        default: return {};
+        case 0:
+            return {0, 1, 2, 3, 4, 6, 5, 7, 8, 9, 10};
+        case 1:
+            return {0, 1, 2, 12, 7, 10, 11};
+        case 2:
+            return {6, 8};
+        case 4:
+            return {0};
+        case 5:
+            return {0, 1, 2, 12, 3, 6};
+        default:
+            return {};
     }
 }
 
@@ -243,8 +295,12 @@ Plan MakePlan(unsigned seed) {
     if (plan.fillDialog) {
         visits.Theme(AnyContract(random, plan.mode == 0 ? 1 : 0));
     }
-    const auto visit = [&](int field) { plan.fillDialog ? visits.FillField(field) : visits.OrderField(field); };
-    const auto any = [&] { visit(Below(random, plan.fillDialog ? Visits::kFillFields : Visits::kOrderFields)); };
+    const auto visit = [&](int field) {
+        plan.fillDialog ? visits.FillField(field) : visits.OrderField(field);
+    };
+    const auto any = [&] {
+        visit(Below(random, plan.fillDialog ? Visits::kFillFields : Visits::kOrderFields));
+    };
     for (const int field : NeededFields(plan.fillDialog, plan.mode, plan.recordKind)) {
         visits.sound = !OneIn(random, 15);
         visit(field);
@@ -300,9 +356,10 @@ void MakeOrder(World& world, std::mt19937& random) {
     order.fillPrice = Below(random, 200) * 0.5;
     order.orderQty = static_cast<unsigned>(OneIn(random, 12) ? 0 : 4 + Below(random, 9));
     order.orderState = Any(random, {'4', '4', '5', '6', 'C', '0', 'A'});
-    order.fillQty = order.orderState == '6'   ? order.orderQty
-                    : order.orderState == '4' ? 0
-                                              : static_cast<unsigned>(OneIn(random, 8) ? 0 : 1 + Below(random, 4));
+    order.fillQty = order.orderState == '6' ? order.orderQty
+                    : order.orderState == '4'
+                        ? 0
+                        : static_cast<unsigned>(OneIn(random, 8) ? 0 : 1 + Below(random, 4));
     order.orderNo = Any(random, {0u, 77u, 77u, 78u});
     order.text279.Set("kept");
     order.systemNo.Set(Any(random, {"S_OLD", "S_OLD", ""}));

@@ -16,8 +16,8 @@ private:
 };
 
 // Says from the windows of a dialog, the host's data and the record that the dialog was opened on what has to
-// follow a confirm. It sees what an operator sees, and remembers what an operator remembers: which account was
-// chosen last, which contract the dialog last understood.
+// follow a confirm. It sees what an operator sees, and remembers what an operator remembers: which account
+// was chosen last, which contract the dialog last understood.
 class Reader {
 public:
     virtual ~Reader() = default;
@@ -31,8 +31,9 @@ public:
 
 std::unique_ptr<Reader> OrderReader(const View& view, int mode, const OrderRecord* order, World& world,
                                     const Texts& texts);
-std::unique_ptr<Reader> FillReader(const View& view, int mode, const OrderRecord* order, const FillRecord* fill,
-                                   World& world, const Texts& texts);
+std::unique_ptr<Reader> FillReader(const View& view, int mode, const OrderRecord* order,
+                                   const FillRecord* fill, World& world, const Texts& texts);
 
-// How two requests differ, clock digits aside: fields with name, offset and both values. Empty when they do not.
+// How two requests differ, clock digits aside: fields with name, offset and both values. Empty when they do
+// not.
 std::string Difference(const Event& expected, const Event& sent);

@@ -53,7 +53,9 @@ bool ReadContract(const std::string& text, ContractKey& key) {
     key.exchangeNo.Set(parts[0]);
     key.commodityNo.Set(parts[1]);
     key.optionType = key.optionType2 = 'N';
-    const auto side = [](const std::string& part) { return part[0] == 'C' || part[0] == 'P' ? part[0] : 'N'; };
+    const auto side = [](const std::string& part) {
+        return part[0] == 'C' || part[0] == 'P' ? part[0] : 'N';
+    };
     if (parts.size() == 2) {
         key.commodityType = parts[1].find('(') == std::string::npos ? 'G' : 'Y';
         return true;
@@ -107,8 +109,9 @@ long long PromptTime(const std::string& text) {
     std::size_t at = 0;
     const auto two = [&](int least, int most) {
         int value = -1;
-        for (int digits = 0; digits < 2 && at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) &&
-                             (digits == 0 || value * 10 <= most);
+        for (int digits = 0;
+             digits < 2 && at < text.size() && std::isdigit(static_cast<unsigned char>(text[at])) &&
+             (digits == 0 || value * 10 <= most);
              ++digits) {
             value = (digits ? value * 10 : 0) + (text[at++] - '0');
         }
@@ -176,25 +179,48 @@ struct Field {
     std::size_t offset, size;
     char kind;  // t text, c clock, d double, u number
 };
-constexpr Field kOrderFields[] = {
-    {"sign", 0, 21, 't'}, {"exchange", 21, 11, 't'}, {"commodity type", 32, 1, 't'}, {"commodity", 33, 11, 't'},
-    {"contract", 44, 11, 't'}, {"strike", 55, 11, 't'}, {"option type", 66, 1, 't'}, {"contract 2", 67, 11, 't'},
-    {"strike 2", 78, 11, 't'}, {"option type 2", 89, 1, 't'}, {"account", 90, 21, 't'},
-    {"order type", 111, 1, 't'}, {"source", 112, 1, 't'}, {"validity", 113, 1, 't'},
-    {"valid until", 114, 21, 't'}, {"forced close", 135, 1, 't'}, {"direction", 136, 1, 't'},
-    {"order price", 139, 8, 'd'}, {"trigger price", 147, 8, 'd'}, {"order quantity", 157, 4, 'u'},
-    {"order number", 270, 4, 'u'}, {"text 279", 279, 21, 't'}, {"system number", 321, 51, 't'},
-    {"exchange system number", 372, 51, 't'}, {"upper", 434, 11, 't'}, {"input operator", 456, 21, 't'},
-    {"input time", 477, 21, 'c'}, {"update operator", 498, 21, 't'}, {"update time", 519, 21, 'c'},
-    {"state", 540, 1, 't'}, {"fill price", 541, 8, 'd'}, {"fill quantity", 549, 4, 'u'},
-    {"flag 614", 614, 1, 't'}, {"contract record", 669, 4, 'u'}};
+constexpr Field kOrderFields[] = {{"sign", 0, 21, 't'},
+                                  {"exchange", 21, 11, 't'},
+                                  {"commodity type", 32, 1, 't'},
+                                  {"commodity", 33, 11, 't'},
+                                  {"contract", 44, 11, 't'},
+                                  {"strike", 55, 11, 't'},
+                                  {"option type", 66, 1, 't'},
+                                  {"contract 2", 67, 11, 't'},
+                                  {"strike 2", 78, 11, 't'},
+                                  {"option type 2", 89, 1, 't'},
+                                  {"account", 90, 21, 't'},
+                                  {"order type", 111, 1, 't'},
+                                  {"source", 112, 1, 't'},
+                                  {"validity", 113, 1, 't'},
+                                  {"valid until", 114, 21, 't'},
+                                  {"forced close", 135, 1, 't'},
+                                  {"direction", 136, 1, 't'},
+                                  {"order price", 139, 8, 'd'},
+                                  {"trigger price", 147, 8, 'd'},
+                                  {"order quantity", 157, 4, 'u'},
+                                  {"order number", 270, 4, 'u'},
+                                  {"text 279", 279, 21, 't'},
+                                  {"system number", 321, 51, 't'},
+                                  {"exchange system number", 372, 51, 't'},
+                                  {"upper", 434, 11, 't'},
+                                  {"input operator", 456, 21, 't'},
+                                  {"input time", 477, 21, 'c'},
+                                  {"update operator", 498, 21, 't'},
+                                  {"update time", 519, 21, 'c'},
+                                  {"state", 540, 1, 't'},
+                                  {"fill price", 541, 8, 'd'},
+                                  {"fill quantity", 549, 4, 'u'},
+                                  {"flag 614", 614, 1, 't'},
+                                  {"contract record", 669, 4, 'u'}};
 constexpr Field kFillFields[] = {
-    {"sign", 0, 21, 't'}, {"exchange", 21, 11, 't'}, {"commodity type", 32, 1, 't'}, {"commodity", 33, 11, 't'},
-    {"contract", 44, 11, 't'}, {"strike", 55, 11, 't'}, {"option type", 66, 1, 't'}, {"fill number", 67, 21, 't'},
-    {"account", 88, 21, 't'}, {"source", 109, 1, 't'}, {"direction", 110, 1, 't'},
-    {"exchange fill number", 139, 51, 't'}, {"fill time", 190, 21, 'c'}, {"fill price", 232, 8, 'd'},
-    {"fill quantity", 240, 4, 'u'}, {"currency", 245, 11, 't'}, {"fee given", 256, 1, 't'}, {"fee", 268, 8, 'd'},
-    {"upper", 303, 11, 't'}, {"close price", 315, 8, 'd'}, {"carry pair", 331, 1, 't'},
+    {"sign", 0, 21, 't'},           {"exchange", 21, 11, 't'},    {"commodity type", 32, 1, 't'},
+    {"commodity", 33, 11, 't'},     {"contract", 44, 11, 't'},    {"strike", 55, 11, 't'},
+    {"option type", 66, 1, 't'},    {"fill number", 67, 21, 't'}, {"account", 88, 21, 't'},
+    {"source", 109, 1, 't'},        {"direction", 110, 1, 't'},   {"exchange fill number", 139, 51, 't'},
+    {"fill time", 190, 21, 'c'},    {"fill price", 232, 8, 'd'},  {"fill quantity", 240, 4, 'u'},
+    {"currency", 245, 11, 't'},     {"fee given", 256, 1, 't'},   {"fee", 268, 8, 'd'},
+    {"upper", 303, 11, 't'},        {"close price", 315, 8, 'd'}, {"carry pair", 331, 1, 't'},
     {"system number", 332, 51, 't'}};
 
 std::string Value(const Field& field, const std::string& bytes) {
@@ -217,7 +243,8 @@ std::string Value(const Field& field, const std::string& bytes) {
 // Two times that only the clock tells apart.
 bool SameButTheClock(const char* a, const char* b, std::size_t size) {
     for (std::size_t i = 0; i < size; ++i) {
-        const bool digits = std::isdigit(static_cast<unsigned char>(a[i])) && std::isdigit(static_cast<unsigned char>(b[i]));
+        const bool digits =
+            std::isdigit(static_cast<unsigned char>(a[i])) && std::isdigit(static_cast<unsigned char>(b[i]));
         if (!digits && a[i] != b[i]) {
             return false;
         }

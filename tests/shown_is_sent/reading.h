@@ -60,15 +60,16 @@ protected:
     BothReaders(const View& shown, World& host, const Texts& strings)
         : view(shown), world(host), texts(strings) {}
 
-    // The code that a list of words shows: that of its line, or the only one whose word is the text, or that of
-    // the record as long as the list shows what it showed at first.
+    // The code that a list of words shows: that of its line, or the only one whose word is the text, or that
+    // of the record as long as the list shows what it showed at first.
     char Code(int id, const char* lines, char loaded) const;
     // At the opening, for every list of words.
     void Keep(int id) { m_first[id] = {view.Line(id), view.Text(id)}; }
 
     int Number(int id) const { return std::atoi(view.Text(id).c_str()); }
     double Price(int whole, int numerator, int denominator) const {
-        return std::atof(view.Text(whole).c_str()) + Number(numerator) * 1.0 / std::atoi(view.Text(denominator).c_str());
+        return std::atof(view.Text(whole).c_str()) +
+               Number(numerator) * 1.0 / std::atoi(view.Text(denominator).c_str());
     }
     bool Is3MDate(const CommodityRecord& commodity, const std::string& contractNo) const {
         return commodity.rollingCode == 'U' && world.threeMonthDate != "3M" &&

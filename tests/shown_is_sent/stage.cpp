@@ -37,8 +37,8 @@ IEmendixOper* Stage::Open(const Plan& plan) {
 
 std::unique_ptr<Reader> Stage::ReaderOf(const Plan& plan, const View& view) {
     const OrderRecord* order = plan.recordKind == 0 ? &world.order : nullptr;
-    return plan.fillDialog ? FillReader(view, plan.mode, order, plan.recordKind == 2 ? &world.fill : nullptr, world,
-                                        m_texts)
+    return plan.fillDialog ? FillReader(view, plan.mode, order, plan.recordKind == 2 ? &world.fill : nullptr,
+                                        world, m_texts)
                            : OrderReader(view, plan.mode, order, world, m_texts);
 }
 

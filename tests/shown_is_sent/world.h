@@ -87,9 +87,9 @@ public:
     }
 };
 
-// The data of a host with two signs, of which the second lacks some of the commodities, full of what is easily
-// mistaken for one another: one number under both signs, codes that begin with other codes, two types under
-// one code, codes in lower case, prices in halves, eighths and quarters.
+// The data of a host with two signs, of which the second lacks some of the commodities, full of what is
+// easily mistaken for one another: one number under both signs, codes that begin with other codes, two types
+// under one code, codes in lower case, prices in halves, eighths and quarters.
 class World : public SampleBook {
 public:
     std::vector<UserRecord*> everyUser;
@@ -212,12 +212,12 @@ private:
 public:
     static const std::vector<std::string>& ContractTexts() {
         static const std::vector<std::string> texts = {
-            "EXA CM 1509",  "EXA CM 1512",         "EXA CM 1509/1512",           "EXA FR 1509",
-            "EXA FR 1512",  "EXA FR 1509/1512",    "EXA CM&FR 1509",             "EXA CMX 1509",
-            "EXA cu 2601",  "EXA CMO 1509 C3000",  "EXA CMO 1509 P3000",         "EXA CMU 1509 C3000/1509 C3100",
-            "EXA GD ",      "LMX CA 3M",           "LMX CA 240315",              "LMX CA 240329",
-            "LMX CA 240330", "LMX CA 240613",      "LMX AL 3M",                  "LMX AL 240315",
-            "LMX AL 240401", "LMX CO 240315 C3000", "ice br 2601",               "ice brx 2602",
+            "EXA CM 1509",   "EXA CM 1512",         "EXA CM 1509/1512",   "EXA FR 1509",
+            "EXA FR 1512",   "EXA FR 1509/1512",    "EXA CM&FR 1509",     "EXA CMX 1509",
+            "EXA cu 2601",   "EXA CMO 1509 C3000",  "EXA CMO 1509 P3000", "EXA CMU 1509 C3000/1509 C3100",
+            "EXA GD ",       "LMX CA 3M",           "LMX CA 240315",      "LMX CA 240329",
+            "LMX CA 240330", "LMX CA 240613",       "LMX AL 3M",          "LMX AL 240315",
+            "LMX AL 240401", "LMX CO 240315 C3000", "ice br 2601",        "ice brx 2602",
             "EXAB CM 1509"};
         return texts;
     }
