@@ -7,6 +7,13 @@ if(WIN32)
     add_compile_options(-mstackrealign -finput-charset=UTF-8)
     add_compile_definitions(WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
     add_link_options(-static -static-libgcc -static-libstdc++)
+    # What is shipped: nothing that nobody calls, and the same bytes wherever and whenever it is built, so no path of the
+    # machine and no time in it.
+    set(module "$<PATH:IS_PREFIX,${PROJECT_SOURCE_DIR}/src,$<TARGET_PROPERTY:SOURCE_DIR>>")
+    set(host "$<PATH:IS_PREFIX,${PROJECT_SOURCE_DIR}/host,$<TARGET_PROPERTY:SOURCE_DIR>>")
+    add_compile_options(
+        "$<${module}:-ffile-prefix-map=${CMAKE_BINARY_DIR}=build;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffunction-sections;-fdata-sections>")
+    add_link_options("$<$<OR:${module},${host}>:-Wl,--gc-sections;-Wl,--no-insert-timestamp>")
     string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
     set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 else()
