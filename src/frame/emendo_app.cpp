@@ -1,6 +1,7 @@
 #include "frame/emendo_app.h"
 
 #include "fill/fill_dialog.h"
+#include "frame/own_exceptions.h"
 #include "framework/guard.h"
 #include "order/order_dialog.h"
 
@@ -43,6 +44,7 @@ void CEmendoOrdApp::ExitInstance() {
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
+        PrepareExceptions();
         return Guarded(
             "DllMain", [] { return theApp.InitInstance(); }, FALSE);
     }

@@ -1,6 +1,7 @@
 // The functions through which the host drives the module, in the order in which it calls them.
 
 #include "frame/emendo_control.h"
+#include "frame/own_exceptions.h"
 #include "framework/guard.h"
 #include "res/system_language.h"
 #include "trade/host_services.h"
@@ -19,6 +20,7 @@ extern "C" {
 
 // `language`: the host's language id, 0 leaves the choice to the module.
 void OnPluginLoad(WORD language) {
+    PrepareExceptions();
     Guarded("OnPluginLoad", [&] { ChooseResourceLanguage(language); });
 }
 
