@@ -10,6 +10,7 @@ packages=(
     g++-mingw-w64-i686-posix binutils-mingw-w64-i686        # Windows compiler and resource compiler
     g++-multilib                                            # native 32-bit build
     clang libclang-rt-14-dev                                # fuzz targets
+    lld                                                     # with clang: terminals of the other compiler
     googletest nlohmann-json3-dev
     xvfb xauth openbox x11-utils xdotool imagemagick        # virtual display, window manager, pictures
     fonts-wqy-microhei locales
