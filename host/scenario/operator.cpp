@@ -1,7 +1,7 @@
 #include "scenario/operator.h"
 
-#include "services/wide_text.h"
 #include "scenario/window_text.h"
+#include "services/wide_text.h"
 
 #include <cstring>
 
@@ -61,6 +61,15 @@ POINT Middle(const RECT& rect) {
     return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
 }
 
+// The keyboard's state is the thread's own, as messages of real keys would leave it.
+void Hold(unsigned modifier, bool down) {
+    BYTE state[256];
+    if (modifier && GetKeyboardState(state)) {
+        state[modifier] = down ? 0x80 : 0;
+        SetKeyboardState(state);
+    }
+}
+
 }  // namespace
 
 std::optional<unsigned> Operator::KeyNamed(std::string_view name) {
@@ -70,6 +79,21 @@ std::optional<unsigned> Operator::KeyNamed(std::string_view name) {
         }
     }
     return std::nullopt;
+}
+
+std::optional<KeyPress> Operator::KeyPressNamed(std::string_view name) {
+    constexpr KeyName kModifiers[] = {{"Shift+", VK_SHIFT}, {"Ctrl+", VK_CONTROL}, {"Alt+", VK_MENU}};
+    for (const KeyName& modifier : kModifiers) {
+        if (!name.starts_with(modifier.name)) {
+            continue;
+        }
+        const std::string_view rest = name.substr(modifier.name.size());
+        const std::optional<unsigned> key =
+            rest.size() == 1 ? std::optional<unsigned>(static_cast<unsigned char>(rest[0])) : KeyNamed(rest);
+        return key ? std::optional<KeyPress>({*key, modifier.virtualKey}) : std::nullopt;
+    }
+    const std::optional<unsigned> key = KeyNamed(name);
+    return key ? std::optional<KeyPress>({*key, 0}) : std::nullopt;
 }
 
 std::string UnusableBecause(HWND control) {
@@ -88,31 +112,39 @@ void Operator::Focus(HWND control) {
     m_host.PumpUntilIdle();
 }
 
-void Operator::Key(unsigned virtualKey) {
-    const LPARAM down = static_cast<LPARAM>(1 | (MapVirtualKeyW(virtualKey, 0) << 16));
-    PostMessageW(GetFocus(), WM_KEYDOWN, virtualKey, down);
+void Operator::Key(KeyPress key) {
+    Hold(key.modifier, true);
+    const bool alt = key.modifier == VK_MENU;
+    const LPARAM down =
+        static_cast<LPARAM>(1 | (MapVirtualKeyW(key.virtualKey, 0) << 16) | (alt ? 1u << 29 : 0));
+    PostMessageW(GetFocus(), alt ? WM_SYSKEYDOWN : WM_KEYDOWN, key.virtualKey, down);
     m_host.PumpUntilIdle();
     // The key may have closed the window that had the focus.
     if (HWND focus = GetFocus()) {
-        PostMessageW(focus, WM_KEYUP, virtualKey, down | static_cast<LPARAM>(0xC0000000));
+        PostMessageW(focus, alt ? WM_SYSKEYUP : WM_KEYUP, key.virtualKey,
+                     down | static_cast<LPARAM>(0xC0000000));
         m_host.PumpUntilIdle();
     }
+    Hold(key.modifier, false);
 }
 
-void Operator::Type(HWND control, const std::string& text) {
-    Focus(control);
-    const HWND edit = EditOf(control);
-    SendMessageW(edit, EM_SETSEL, 0, -1);
-    if (text.empty()) {
-        Key(VK_DELETE);
-    }
+void Operator::TypeCharacters(const std::string& text) {
     for (const wchar_t character : Wide(text)) {
-        PostMessageW(edit, WM_CHAR, character, 1);
+        PostMessageW(GetFocus(), WM_CHAR, character, 1);
         m_host.PumpUntilIdle();
         if (m_pause) {
             Rest(m_pause / 8);
         }
     }
+}
+
+void Operator::Type(HWND control, const std::string& text) {
+    Focus(control);
+    SendMessageW(EditOf(control), EM_SETSEL, 0, -1);
+    if (text.empty()) {
+        Key({VK_DELETE, 0});
+    }
+    TypeCharacters(text);
 }
 
 void Operator::PointAt(HWND window, POINT point) {

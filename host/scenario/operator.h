@@ -8,6 +8,11 @@
 
 #include <commctrl.h>
 
+struct KeyPress {
+    unsigned virtualKey;
+    unsigned modifier;  // a virtual key that is held down; 0 for none
+};
+
 // An operator at keyboard and mouse: every input is a message in the terminal's queue, which is served until
 // it is empty. Functions that can be refused return the reason, empty when it was done.
 class Operator {
@@ -17,10 +22,13 @@ public:
 
     // The virtual key of "Enter", "F4", "Up" ...
     static std::optional<unsigned> KeyNamed(std::string_view name);
+    // Likewise "Shift+Tab", "Ctrl+A", "Alt+Down".
+    static std::optional<KeyPress> KeyPressNamed(std::string_view name);
 
     void Focus(HWND control);
     // Into the window that has the focus.
-    void Key(unsigned virtualKey);
+    void Key(KeyPress key);
+    void TypeCharacters(const std::string& text);
     // Replaces the control's text; an empty one deletes it.
     void Type(HWND control, const std::string& text);
     void Click(HWND window);

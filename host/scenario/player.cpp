@@ -86,6 +86,8 @@ void Player::Run(const Step& step) {
             return Type(step);
         case StepKind::kPress:
             return Press(step);
+        case StepKind::kKeys:
+            return Keys(step);
         case StepKind::kClick:
             return Click(step);
         case StepKind::kPick:

@@ -43,6 +43,7 @@ private:
     void Choose(const Step& step);
     void Type(const Step& step);
     void Press(const Step& step);
+    void Keys(const Step& step);
     void Click(const Step& step);
     void Pick(const Step& step);
     void Wait(const Step& step);
@@ -56,6 +57,7 @@ private:
     void ExpectNoRequest(const Step& step);
     void ExpectRecord(const Step& step);
     void ExpectTitle(const Step& step);
+    void ExpectKeys(const Step& step);
     void ExpectControl(const Step& step);
 
     struct Control {
@@ -84,6 +86,8 @@ private:
     DialogKind m_kind = DialogKind::kOrder;
     std::size_t m_next = 0;  // the step that comes next
     const Step* m_current = nullptr;
+    int m_keys = 0;              // pressed since the dialog was opened
+    bool m_mouse = false;        // something else was used
     std::size_t m_requests = 0;  // requests that were expected so far
     std::string m_failure;
 };

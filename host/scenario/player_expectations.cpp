@@ -21,6 +21,9 @@ void Player::Expect(const Step& step) {
     if (words[0].text == "title" && words.size() == 2) {
         return ExpectTitle(step);
     }
+    if (words.size() == 2 && words[0].text == "keys") {
+        return ExpectKeys(step);
+    }
     if (words.size() < 2) {
         Refuse(step, "expected: " + std::string(FormOf(step.kind)));
     }
@@ -81,6 +84,15 @@ void Player::ExpectTitle(const Step& step) {
     const std::string pattern = Pattern(step, step.words[1], CodeList::kNone);
     if (const std::string title = TextOf(m_dialog); !Matches(title, pattern)) {
         Refuse(step, "the title is \"" + title + "\", expected \"" + ShowPattern(pattern) + '"');
+    }
+}
+
+void Player::ExpectKeys(const Step& step) {
+    if (m_mouse) {
+        Refuse(step, "not only keys were used since the dialog was opened");
+    }
+    if (const std::string& number = step.words[1].text; number != std::to_string(m_keys)) {
+        Refuse(step, "keys pressed: " + std::to_string(m_keys) + ", expected " + number);
     }
 }
 

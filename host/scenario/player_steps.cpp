@@ -58,6 +58,8 @@ void Player::Open(const Step& step) {
             Refuse(step, "the book has no " + step.words[3].text + ' ' + number);
         }
     }
+    m_keys = 0;
+    m_mouse = false;
     m_kind = dialog == "order" ? DialogKind::kOrder : DialogKind::kFill;
     const int kind = fill ? kRecordKindFill : kRecordKindOrder;
     void* record = fill ? static_cast<void*>(&fill->record) : order ? &order->record : nullptr;
@@ -74,6 +76,7 @@ void Player::Open(const Step& step) {
 }
 
 void Player::Choose(const Step& step) {
+    m_mouse = true;
     const Control control = FindUsable(step, step.words[0].text);
     const std::string text = Pattern(step, step.words[1], control.codes);
     if (const std::string reason = m_operator.Choose(control.window, text); !reason.empty()) {
@@ -82,6 +85,7 @@ void Player::Choose(const Step& step) {
 }
 
 void Player::Type(const Step& step) {
+    m_mouse = true;
     m_operator.Type(FindUsable(step, step.words[0].text).window, step.words[1].text);
 }
 
@@ -95,11 +99,34 @@ void Player::Press(const Step& step) {
             Refuse(step, "expected: " + std::string(FormOf(step.kind)));
         }
         m_operator.Focus(FindUsable(step, step.words[2].text).window);
+        m_mouse = true;
     }
-    m_operator.Key(*key);
+    ++m_keys;
+    m_operator.Key({*key, 0});
+}
+
+// As an operator without a mouse does: each goes to whatever has the keyboard.
+void Player::Keys(const Step& step) {
+    for (const Word& word : step.words) {
+        // "Tab*3"
+        const std::size_t star = word.quoted ? std::string::npos : word.text.rfind('*');
+        const std::string name = word.text.substr(0, star);
+        const std::optional<KeyPress> key = word.quoted ? std::nullopt : Operator::KeyPressNamed(name);
+        if (!key) {
+            m_operator.TypeCharacters(word.text);
+            m_keys += static_cast<int>(word.text.size());
+            continue;
+        }
+        const int times = star == std::string::npos ? 1 : std::atoi(word.text.c_str() + star + 1);
+        for (int i = 0; i < times; ++i) {
+            ++m_keys;  // before it may end the dialog, or ask something
+            m_operator.Key(*key);
+        }
+    }
 }
 
 void Player::Click(const Step& step) {
+    m_mouse = true;
     const Control control = FindUsable(step, step.words[0].text);
     if (step.words.size() == 1) {
         return m_operator.Click(control.window);
@@ -114,6 +141,7 @@ void Player::Click(const Step& step) {
 }
 
 void Player::Pick(const Step& step) {
+    m_mouse = true;
     HWND picker = nullptr;
     EnumThreadWindows(GetCurrentThreadId(), FindPicker, reinterpret_cast<LPARAM>(&picker));
     if (!picker) {

@@ -15,13 +15,14 @@ constexpr StepForm kForms[] = {
     {StepKind::kChoose, "choose", 2, 2, "choose CONTROL TEXT"},
     {StepKind::kType, "type", 2, 2, "type CONTROL TEXT"},
     {StepKind::kPress, "press", 1, 3, "press KEY [in CONTROL]"},
+    {StepKind::kKeys, "keys", 1, kAny, "keys KEY|TEXT..."},
     {StepKind::kClick, "click", 1, 2, "click CONTROL [up|down]"},
     {StepKind::kPick, "pick", 1, kAny, "pick TREE-TEXT... [LIST-TEXT]"},
     {StepKind::kWait, "wait", 1, 1, "wait idle|closed"},
     {StepKind::kAnswer, "answer", 2, 4, "answer BUTTON TEXT [caption TEXT]"},
     {StepKind::kExpect, "expect", 1, kAny,
      "expect request OPERATION [FIELD=VALUE]... [bytes OFFSET:HEX]... | expect no request | "
-     "expect order|fill NUMBER FIELD=VALUE... | expect title TEXT | "
+     "expect order|fill NUMBER FIELD=VALUE... | expect title TEXT | expect keys NUMBER | "
      "expect CONTROL [shown|hidden|enabled|disabled|focused|checked|unchecked] [text TEXT]"},
     {StepKind::kFault, "fault", 1, kAny, "fault none | fault OPERATION KIND [at CALL] [for CALLS]"},
     {StepKind::kScreenshot, "screenshot", 1, 1, "screenshot NAME"},

@@ -13,6 +13,7 @@ enum class StepKind {
     kChoose,
     kType,
     kPress,
+    kKeys,
     kClick,
     kPick,
     kWait,
