@@ -1,23 +1,20 @@
-// The number test against a plain walk over the characters; the helpers over any doubles.
+// The number test against its regular expressions; the helpers over any doubles.
 #include "controls/number_text.h"
+#include "framework/number_conversion.h"
 #include "fuzz/fuzz_input.h"
 
 #include <cmath>
+#include <regex>
 
 namespace {
 
-bool LooksLikeNumber(std::string_view text, bool integerOnly, bool negativeAllowed) {
-    int points = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '.' && !integerOnly && ++points == 1) {
-            continue;
-        }
-        if (!(c >= '0' && c <= '9') && !(c == '-' && i == 0 && negativeAllowed)) {
-            return false;
-        }
-    }
-    return text.size() <= kMaxNumberText;
+// As the expressions say that define it, in the length that their matcher bears.
+bool LooksLikeNumber(const std::string& text, bool integerOnly, bool negativeAllowed) {
+    static const std::regex patterns[2][2] = {
+        {std::regex(R"(^(\d+)?(\.)?(\d+)?$)"), std::regex(R"(^(-)?(\d+)?(\.)?(\d+)?$)")},
+        {std::regex(R"(^(\d+)?$)"), std::regex(R"(^(-)?(\d+)?$)")},
+    };
+    return text.size() <= kMaxNumberText && std::regex_match(text, patterns[integerOnly][negativeAllowed]);
 }
 
 }  // namespace
@@ -42,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(IsNumberText(text, integerOnly, negativeAllowed) ==
             LooksLikeNumber(text, integerOnly, negativeAllowed));
     Require(std::isfinite(ToDouble(text)));
-    const std::int32_t number = ToInt(text);
-    Require(ToInt(std::to_string(number)) == number);
+    const std::int32_t number = ReadInteger(text);
+    Require(ReadInteger(std::to_string(number)) == number);
     return 0;
 }

@@ -15,7 +15,7 @@ void StepThereAndBack(const SplitPrice& price, const StepRule& rule) {
     StepQuantity(price.row.whole, true);
     StepQuantity(price.row.whole, false);
     const bool inRow = price.row.numerator >= 0 && price.row.numerator < rule.denominator &&
-                       std::abs(std::int64_t{ToInt(price.row.whole)}) < 1'000'000;
+                       std::fabs(ToDouble(price.row.whole)) < 1e6;
     if (inRow && rule.integerTick > 0 && rule.integerTick < 1'000'000) {
         Require(up.numerator >= 0 && up.numerator < rule.denominator);
         Require(down.numerator >= 0 && down.numerator < rule.denominator);

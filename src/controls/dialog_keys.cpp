@@ -6,7 +6,8 @@ KeyOutcome TranslateDialogKey(HWND dialog, MSG& message, int confirmId, int canc
         if (focus && (focus == GetDlgItem(dialog, confirmId) || focus == GetDlgItem(dialog, cancelId))) {
             SendMessageA(focus, WM_LBUTTONDOWN, MK_LBUTTON, 0);
             SendMessageA(focus, WM_LBUTTONUP, 0, 0);
-            if (!IsWindow(focus)) {
+            // The click may take the dialog away or the keyboard elsewhere.
+            if (GetFocus() != focus) {
                 return KeyOutcome::Consumed;
             }
         }

@@ -2,7 +2,8 @@
 
 #include "controls/numeric_entry.h"
 
-// The keyboard of the dialogs: Enter is Tab, on the two buttons it is a click as well.
+// The keyboard of the dialogs: Enter is Tab; on the two buttons it is a click, and Tab only where the click
+// leaves the keyboard.
 enum class KeyOutcome {
     Pass,           // not a key of the dialogs
     Consumed,       // handled; the dialog may be gone

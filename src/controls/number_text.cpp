@@ -1,9 +1,9 @@
 #include "controls/number_text.h"
 
-#include <charconv>
+#include "framework/number_conversion.h"
+
 #include <cmath>
 #include <limits>
-#include <regex>
 
 namespace {
 
@@ -19,41 +19,29 @@ std::string_view WithoutLeadingBlanks(std::string_view text) {
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-// std::from_chars knows no plus sign.
-std::string_view WithoutPlus(std::string_view text) {
-    const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-    return plus ? text.substr(1) : text;
-}
-
 }  // namespace
 
 bool IsNumberText(std::string_view text, bool integerOnly, bool negativeAllowed) {
-    // Compiling a pattern costs hundreds of times a match.
-    static const std::regex patterns[2][2] = {
-        {std::regex(R"(^(\d+)?(\.)?(\d+)?$)"), std::regex(R"(^(-)?(\d+)?(\.)?(\d+)?$)")},
-        {std::regex(R"(^(\d+)?$)"), std::regex(R"(^(-)?(\d+)?$)")},
-    };
-    // The matcher recurses once per character, so a long text is turned away before it.
-    return text.size() <= kMaxNumberText &&
-           std::regex_match(text.begin(), text.end(), patterns[integerOnly][negativeAllowed]);
+    if (text.size() > kMaxNumberText) {
+        return false;
+    }
+    if (negativeAllowed && text.starts_with('-')) {
+        text.remove_prefix(1);
+    }
+    bool pointAllowed = !integerOnly;
+    for (const char character : text) {
+        const bool point = character == '.';
+        if (point ? !pointAllowed : character < '0' || character > '9') {
+            return false;
+        }
+        pointAllowed = pointAllowed && !point;
+    }
+    return true;
 }
 
 double ToDouble(std::string_view text) {
-    text = WithoutPlus(WithoutLeadingBlanks(text));
-    double value = 0;
-    std::from_chars(text.data(), text.data() + text.size(), value);
-    return std::isfinite(value) ? value : 0;
-}
-
-std::int32_t ToInt(std::string_view text) {
-    text = WithoutPlus(WithoutLeadingBlanks(text));
-    std::int32_t value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (read.ec == std::errc::result_out_of_range) {
-        return text[0] == '-' ? std::numeric_limits<std::int32_t>::min()
-                              : std::numeric_limits<std::int32_t>::max();
-    }
-    return value;
+    std::string_view rest;
+    return ReadNumber<double>(WithoutLeadingBlanks(text), rest);
 }
 
 std::int32_t RoundHalfAwayFromZero(double x) {
@@ -77,7 +65,7 @@ bool IsWholeTicks(double price, double tick, double tolerance) {
     if (!(std::fabs(tick) > 0)) {
         return true;
     }
-    double whole = 0;
-    const double fraction = std::modf(std::fabs(price / tick), &whole);
+    const double ticks = std::fabs(price / tick);
+    const double fraction = ticks - std::trunc(ticks);
     return fraction < tolerance || 1 - fraction < tolerance;
 }

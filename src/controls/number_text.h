@@ -12,10 +12,9 @@ inline constexpr std::size_t kMaxNumberText = 64;
 bool IsNumberText(std::string_view text, bool integerOnly, bool negativeAllowed);
 
 // The number at the start of a text, after blanks, with any sign, up to what does not belong to it: 0 when
-// there is none. As atof and atoi, but the point is a point in every locale; an integer too large for 32 bits
-// gives the nearest one that is not, a decimal too large gives 0.
+// there is none. As atof, but the point is a point in every locale, and a number too large gives 0. Whole
+// parts of prices are read by this, whole numbers by ReadInteger.
 double ToDouble(std::string_view text);
-std::int32_t ToInt(std::string_view text);
 
 // Limited to 32 bits.
 std::int32_t RoundHalfAwayFromZero(double x);

@@ -24,23 +24,34 @@ int NumericEntry::FocusedControl() const {
     return m_dialog && focus && GetParent(focus) == m_dialog ? GetDlgCtrlID(focus) : 0;
 }
 
+void NumericEntry::OnFocus(int controlId) {
+    m_focused = controlId;
+    if (FindNumeric(m_table, controlId).kind != NumericKind::None) {
+        m_lastGood[controlId] = TextOf(Item(controlId));
+    }
+}
+
 void NumericEntry::OnTextUpdate(int controlId) {
-    // The last good text comes from any of the edits and may be refused again where it is put back.
+    // A text that is put back may be refused again.
     if (m_restoring) {
         return;
     }
-    const int judged = m_table.scope == TextRuleScope::FocusedEdit ? FocusedControl() : controlId;
+    const bool focusedOnly = m_table.scope == TextRuleScope::FocusedEdit && !m_ownTexts;
+    const int judged = focusedOnly ? FocusedControl() : controlId;
     const NumericTarget target = FindNumeric(m_table, judged);
     HWND edit = Item(judged);
     if (target.kind == NumericKind::None || !edit) {
         return;
     }
-    const auto instead = m_rule.Judge(target, TextOf(edit), m_context);
-    if (instead && !m_ownTexts) {
-        const ScopedValue restoring(m_restoring, true);
-        ::SetWindowTextA(edit, instead->c_str());
-        MoveCaretToEnd(edit);
+    std::string& lastGood = m_lastGood[judged];
+    const std::string text = TextOf(edit);
+    if (m_ownTexts || MayBeTyped(target, text, m_context)) {
+        lastGood = text;
+        return;
     }
+    const ScopedValue restoring(m_restoring, true);
+    ::SetWindowTextA(edit, lastGood.c_str());
+    MoveCaretToEnd(edit);
 }
 
 LRESULT NumericEntry::OnSpin(const NMHDR* notification) {
@@ -56,6 +67,9 @@ LRESULT NumericEntry::OnSpin(const NMHDR* notification) {
 }
 
 bool NumericEntry::OnMessage(const MSG& message) {
+    if (const int focused = FocusedControl(); focused != m_focused) {
+        OnFocus(focused);
+    }
     const bool wheel = message.message == WM_MOUSEWHEEL;
     const bool arrow =
         message.message == WM_KEYDOWN && (message.wParam == VK_UP || message.wParam == VK_DOWN);
@@ -82,6 +96,7 @@ bool NumericEntry::Step(int controlId, bool up) {
     if (!step) {
         return false;
     }
+    const auto ownTexts = OwnTexts();
     SetTextIfChanged(edit, step->edit);
     if (step->numerator && numerator) {
         SetTextIfChanged(numerator, *step->numerator);

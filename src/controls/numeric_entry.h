@@ -4,6 +4,9 @@
 #include "framework/scoped_value.h"
 #include "framework/wnd.h"
 
+#include <map>
+#include <string>
+
 // The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel
 // and spin buttons. The dialog describes its rows in a table and its contract in a context; both have to
 // outlive this object.
@@ -15,10 +18,15 @@ public:
     // Once the controls exist: limits the length of what can be typed.
     void Attach(HWND dialog);
 
-    // For EN_UPDATE of every edit of the table: puts the last good text back when the new one is no number.
+    // For EN_SETFOCUS of every edit of the table: what stands in the edit is its last good text.
+    void OnFocus(int controlId);
+
+    // For EN_UPDATE of every edit of the table: puts the edit's last good text back when the new one is no
+    // number.
     void OnTextUpdate(int controlId);
 
-    // While it lives, what the dialog itself writes into the edits stands, even where it could not be typed.
+    // While it lives, what the dialog itself writes into the edits stands, even where it could not be typed,
+    // and is the last good text of its edit.
     [[nodiscard]] ScopedValue<bool> OwnTexts() { return {m_ownTexts, true}; }
 
     // For UDN_DELTAPOS of every spin button of the table: focuses and steps its edit. The spin button's own
@@ -29,7 +37,7 @@ public:
     // step was made, the message is consumed then.
     bool OnMessage(const MSG& message);
 
-    // Steps one control; false when it has no steps.
+    // Steps one control; false when it has no steps, or none to a text that could be typed there.
     bool Step(int controlId, bool up);
 
 private:
@@ -38,8 +46,9 @@ private:
 
     const NumericTable& m_table;
     const INumericContext& m_context;
-    NumericTextRule m_rule;
     HWND m_dialog = nullptr;
+    std::map<int, std::string> m_lastGood;  // by edit
+    int m_focused = 0;                      // the edit that is known to have the keyboard
     bool m_restoring = false;
     bool m_ownTexts = false;
 };

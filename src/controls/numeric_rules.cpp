@@ -43,20 +43,12 @@ const NumericRow* FindRowOfSpin(const NumericTable& table, int spinId) {
     return nullptr;
 }
 
-std::optional<std::string> NumericTextRule::Judge(const NumericTarget& target, std::string_view text,
-                                                  const INumericContext& context) {
-    if (target.kind == NumericKind::None) {
-        return std::nullopt;
-    }
+bool MayBeTyped(const NumericTarget& target, std::string_view text, const INumericContext& context) {
     const bool price = target.kind == NumericKind::Whole || target.kind == NumericKind::Fee;
     const bool integerOnly = !price || QuotesInFractions(context);
     const bool negativeAllowed = target.kind == NumericKind::Whole && target.row->minusForTwoLegs &&
                                  IsTwoLegType(context.Commodity().commodityType);
-    if (!IsNumberText(text, integerOnly, negativeAllowed)) {
-        return m_lastGood;
-    }
-    m_lastGood = text;
-    return std::nullopt;
+    return target.kind == NumericKind::None || IsNumberText(text, integerOnly, negativeAllowed);
 }
 
 std::optional<NumericStep> StepNumeric(const NumericTarget& target, std::string_view editText,
@@ -65,13 +57,19 @@ std::optional<NumericStep> StepNumeric(const NumericTarget& target, std::string_
     if (!target.row) {
         return std::nullopt;
     }
-    if (target.kind == NumericKind::Quantity) {
-        return NumericStep{std::to_string(StepQuantity(editText, up)), std::nullopt};
-    }
+    NumericStep step;
     const StepRule rule = StepRuleOf(context.Commodity(), target.row->firstLegTick, context.Trade());
-    if (rule.denominator < kFractionDenominator) {
-        return NumericStep{context.FormatPrice(StepDecimal(editText, up, rule)), std::nullopt};
+    if (target.kind == NumericKind::Quantity) {
+        step.edit = std::to_string(StepQuantity(editText, up));
+    } else if (rule.denominator < kFractionDenominator) {
+        step.edit = context.FormatPrice(StepDecimal(editText, up, rule));
+    } else {
+        const PriceRow stepped = StepFraction(editText, numeratorText, up, rule);
+        step = {stepped.whole, std::to_string(stepped.numerator)};
     }
-    const PriceRow stepped = StepFraction(editText, numeratorText, up, rule);
-    return NumericStep{stepped.whole, std::to_string(stepped.numerator)};
+    const NumericKind kind = target.kind == NumericKind::Quantity ? target.kind : NumericKind::Whole;
+    const bool typable =
+        MayBeTyped({target.row, kind}, step.edit, context) &&
+        (!step.numerator || MayBeTyped({target.row, NumericKind::Numerator}, *step.numerator, context));
+    return typable ? std::optional(step) : std::nullopt;
 }

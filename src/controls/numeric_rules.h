@@ -56,18 +56,11 @@ protected:
     ~INumericContext() = default;
 };
 
-// Keeps an edit's text a number while it is typed. All edits of a dialog share one last good text.
-class NumericTextRule {
-public:
-    // Accepts the text, or returns the text that has to stand in the edit instead.
-    std::optional<std::string> Judge(const NumericTarget& target, std::string_view text,
-                                     const INumericContext& context);
+// True for a text that may be typed into the target.
+bool MayBeTyped(const NumericTarget& target, std::string_view text, const INumericContext& context);
 
-private:
-    std::string m_lastGood;
-};
-
-// The new texts of a row after one step; an absent text stays as it is. Nothing for a control without steps.
+// The new texts of a row after one step; an absent text stays as it is. Nothing for a control without steps,
+// and nothing when one of the texts could not have been typed.
 struct NumericStep {
     std::string edit;
     std::optional<std::string> numerator;

@@ -1,6 +1,7 @@
 #include "controls/price_row.h"
 
 #include "controls/number_text.h"
+#include "framework/number_conversion.h"
 #include "trade/code_tables.h"
 
 #include <algorithm>
@@ -11,9 +12,11 @@ namespace {
 
 constexpr std::size_t kMaxWholeDigits = 260;
 
-std::int32_t Limited(std::int64_t value) {
+// Towards zero, within 32 bits.
+template <typename Number>
+std::int32_t Limited(Number value) {
     using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
+    return static_cast<std::int32_t>(std::clamp<Number>(value, Limits::min(), Limits::max()));
 }
 
 // Drops an expected character from the head of the text.
@@ -33,7 +36,7 @@ bool TakeInt(std::string_view& text, std::int32_t& number) {
     if (end == sign) {
         return false;
     }
-    number = ToInt(text.substr(0, end));
+    number = ReadInteger(text.substr(0, end));
     text.remove_prefix(end);
     return true;
 }
@@ -85,7 +88,7 @@ StepRule StepRuleOf(const CommodityKey& commodity, bool firstLeg, const TradeDat
             std::isfinite(rule.tick) && std::fabs(rule.tick) < std::numeric_limits<std::int32_t>::max()
                 ? static_cast<std::int32_t>(rule.tick)
                 : 0;
-        rule.denominator = Limited(record->tickDenominator);
+        rule.denominator = Limited(std::int64_t{record->tickDenominator});
     }
     return rule;
 }
@@ -97,8 +100,8 @@ double StepDecimal(std::string_view whole, bool up, const StepRule& rule) {
 
 PriceRow StepFraction(std::string_view whole, std::string_view numerator, bool up, const StepRule& rule) {
     const std::int64_t denominator = std::max(rule.denominator, 1);
-    std::int64_t wholePart = ToInt(whole);
-    std::int64_t parts = TruncToTick(ToInt(numerator), rule.integerTick);
+    std::int64_t wholePart = Limited(ToDouble(whole));
+    std::int64_t parts = TruncToTick(ReadInteger(numerator), rule.integerTick);
     if (up) {
         parts += rule.integerTick;
         if (parts >= denominator) {
@@ -117,9 +120,6 @@ PriceRow StepFraction(std::string_view whole, std::string_view numerator, bool u
 }
 
 std::int32_t StepQuantity(std::string_view text, bool up) {
-    const std::int64_t quantity = ToInt(text);
-    if (up) {
-        return Limited(quantity + 1);
-    }
-    return Limited(quantity > 0 ? quantity - 1 : quantity);
+    const std::int64_t quantity = ReadInteger(text);
+    return Limited(up ? quantity + 1 : quantity > 0 ? quantity - 1 : quantity);
 }

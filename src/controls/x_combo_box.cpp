@@ -1,7 +1,10 @@
 #include "controls/x_combo_box.h"
 
 #include "framework/owned_handle.h"
+#include "framework/scoped_value.h"
+#include "framework/trim_blanks.h"
 #include "framework/window_helpers.h"
+#include "trade/code_tables.h"
 
 #include <algorithm>
 #include <cstring>
@@ -118,6 +121,7 @@ void CxComboBox::SetItems(std::vector<std::string> lines, bool fitWidth) {
 void CxComboBox::SetLines(const std::vector<std::string>& lines) {
     ListRedrawOff redrawOff(m_hWnd);
     ListMessage(CB_RESETCONTENT);
+    m_selected = -1;
     for (const std::string& line : lines) {
         ListMessage(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
     }
@@ -159,28 +163,57 @@ void CxComboBox::AlignColumns(bool fitWidth) {
         anyData = anyData || data.back() != 0;
     }
 
-    // Emptying the list also forgets the selection and the text, so both are carried over.
-    const int selected = static_cast<int>(ListMessage(CB_GETCURSEL));
-    m_ownText = true;
-    const std::string text = m_edit ? TextOf(m_edit) : std::string();
-    EditSelection marked;
-    if (m_edit) {
-        ::SendMessageA(m_edit, EM_GETSEL, reinterpret_cast<WPARAM>(&marked.start),
-                       reinterpret_cast<LPARAM>(&marked.end));
-    }
+    const int selected = GetSelectedIndex();
+    const KeptText kept = KeepText();
     FillList(AlignLines(std::move(lines), m_format), fitWidth);
     for (int i = 0; anyData && i < count; ++i) {
         ListMessage(CB_SETITEMDATA, i, data[static_cast<std::size_t>(i)]);
     }
-    if (selected >= 0) {
-        ListMessage(CB_SETCURSEL, selected);
+    RestoreText(kept, selected);
+}
+
+void CxComboBox::ReplaceLines(const std::vector<std::string>& lines) {
+    const int former = GetSelectedIndex();
+    const std::string line = former >= 0 ? GetLBText(former) : std::string();
+    std::ptrdiff_t equalBefore = 0;
+    for (int i = 0; i < former; ++i) {
+        equalBefore += GetLBText(i) == line;
     }
+    const KeptText kept = KeepText();
+    SetLines(lines);
+    int selected = -1;
+    if (former >= 0) {
+        for (int i = 0; i < GetCount() && equalBefore >= 0; ++i) {
+            if (lines[static_cast<std::size_t>(i)] == line) {
+                selected = i;
+                --equalBefore;
+            }
+        }
+        selected = selected >= 0 ? selected : FindCode(std::string(CodeOf(line, m_format)));
+    }
+    RestoreText(kept, selected);
+}
+
+// Emptying the list also forgets the selection and the text, so both are carried over.
+CxComboBox::KeptText CxComboBox::KeepText() {
+    KeptText kept;
     if (m_edit) {
-        const std::string shown = selected >= 0 && m_showFullText ? GetLBText(selected) : text;
-        SetTextIfChanged(m_edit, shown);
-        ::SendMessageA(m_edit, EM_SETSEL, marked.start, marked.end);
+        const ScopedValue ownText(m_ownText, true);
+        kept.text = TextOf(m_edit);
+        ::SendMessageA(m_edit, EM_GETSEL, reinterpret_cast<WPARAM>(&kept.marked.start),
+                       reinterpret_cast<LPARAM>(&kept.marked.end));
     }
-    m_ownText = false;
+    return kept;
+}
+
+void CxComboBox::RestoreText(const KeptText& kept, int selected) {
+    m_selected = selected;
+    SelectInList(selected);
+    if (m_edit) {
+        const ScopedValue ownText(m_ownText, true);
+        SetTextIfChanged(m_edit, selected >= 0 && m_showFullText ? GetLBText(selected) : kept.text);
+        ::SendMessageA(m_edit, EM_SETSEL, kept.marked.start, kept.marked.end);
+    }
 }
 
 int CxComboBox::WidestItem(HFONT font) const {
@@ -212,12 +245,98 @@ int CxComboBox::FindItemByCode(const std::string& code) const {
     return found >= 0 && GetItemCode(found) == code ? found : -1;
 }
 
-std::string CxComboBox::GetCurrentCode() const {
-    const int selected = GetCurSel();
-    if (selected >= 0) {
-        return GetItemCode(selected);
+int CxComboBox::FindCode(const std::string& code) const {
+    int exact = -1;
+    int similar = -1;
+    const auto take = [&](int index) {
+        const std::string found = GetItemCode(index);
+        if (found == code) {
+            exact = exact < 0 ? index : std::min(exact, index);
+        } else if (EqualIgnoringCase(found, code)) {
+            similar = similar < 0 ? index : std::min(similar, index);
+        }
+        return exact == index;
+    };
+    if (code.empty()) {
+        return -1;
     }
-    return std::string(CodeOf(GetWindowText(), m_format));
+    // A search goes on behind the last find and comes round to the first one again.
+    if (m_format.separator != 0) {
+        for (int last = -1, at; (at = FindString(last, code + m_format.separator)) > last && !take(at);) {
+            last = at;
+        }
+    }
+    for (int last = -1, at; (at = FindStringExact(last, code)) > last && !take(at);) {
+        last = at;
+    }
+    return exact >= 0 ? exact : similar;
+}
+
+// --- what is shown ---
+
+std::string CxComboBox::ShownCode() const {
+    const ScopedValue ownText(m_ownText, true);
+    const std::string text = m_edit ? TextOf(m_edit) : GetWindowText();
+    return std::string(CodeOf(TrimBlanks(text), m_format));
+}
+
+// An upper-case box shows every code in upper case.
+bool CxComboBox::IsSameCode(std::string_view shown, std::string_view code) const {
+    const bool anyCase = (GetWindowLongA(m_hWnd, GWL_STYLE) & (CBS_UPPERCASE | CBS_LOWERCASE)) != 0;
+    return anyCase ? EqualIgnoringCase(shown, TrimBlanks(code)) : shown == TrimBlanks(code);
+}
+
+bool CxComboBox::IsShown(int index) const {
+    if (index < 0 || index >= GetCount()) {
+        return false;
+    }
+    const std::string shown = ShownCode();
+    const std::string code = GetItemCode(index);
+    return IsSameCode(shown, code) ||
+           (EqualIgnoringCase(shown, code) && GetItemCode(FindCode(shown)) != shown);
+}
+
+bool CxComboBox::Shows(std::string_view line) const {
+    return IsSameCode(ShownCode(), CodeOf(TrimBlanks(line), m_format));
+}
+
+int CxComboBox::GetSelectedIndex() const {
+    if (!m_edit) {
+        return GetCurSel();
+    }
+    return IsShown(m_selected) ? m_selected : -1;
+}
+
+int CxComboBox::GetCurrentIndex() const {
+    const int selected = GetSelectedIndex();
+    return selected >= 0 ? selected : FindCode(ShownCode());
+}
+
+std::string CxComboBox::GetCurrentCode() const {
+    const int index = GetCurrentIndex();
+    return index >= 0 ? GetItemCode(index) : ShownCode();
+}
+
+void CxComboBox::SelectInList(int index) {
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    if (GetComboBoxInfo(m_hWnd, &info) && ::SendMessageA(info.hwndList, LB_GETCURSEL, 0, 0) != index) {
+        ::SendMessageA(info.hwndList, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    }
+}
+
+// The systems drop a selection at times of their own when the text changes; here it goes as soon as the text
+// contradicts it, and not before. An open list shows where the typed text leads.
+void CxComboBox::FollowText() {
+    m_selected = GetSelectedIndex();
+    if (!GetDroppedState()) {
+        SelectInList(m_selected);
+    }
+}
+
+void CxComboBox::SelectQuietly(int index) {
+    ListMessage(CB_SETCURSEL, static_cast<WPARAM>(index));
+    m_selected = static_cast<int>(ListMessage(CB_GETCURSEL));
 }
 
 std::string CxComboBox::GetText() const {
@@ -227,22 +346,49 @@ std::string CxComboBox::GetText() const {
 // --- reporting selections ---
 
 LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == CB_GETCURSEL && m_edit) {
+        return GetSelectedIndex();
+    }
     WindowWatch watch(this);
     ++m_messageDepth;
     const LRESULT result = CComboBox::WindowProc(message, wParam, lParam);
-    if (!watch.ObjectAlive()) {
+    if (!watch.WindowAlive()) {
         return result;
     }
     --m_messageDepth;
-    if (message == CB_SETCURSEL || message == CB_SELECTSTRING) {
-        m_reporting = true;
-        NotifyDialog(CBN_SELCHANGE);
-        if (watch.WindowAlive()) {
-            m_reporting = false;
-        }
-    } else if (message == WM_CREATE && result != -1 && !m_edit) {
-        // A control created by code gets its edit part only now.
-        AttachEdit();
+    switch (message) {
+        case CB_SETCURSEL:
+        case CB_SELECTSTRING:
+            if (message == CB_SETCURSEL || result >= 0) {
+                m_selected = static_cast<int>(ListMessage(CB_GETCURSEL));
+            }
+            m_reporting = true;
+            NotifyDialog(CBN_SELCHANGE);
+            if (watch.WindowAlive()) {
+                m_reporting = false;
+            }
+            break;
+        case CB_RESETCONTENT:
+        case CB_INSERTSTRING:
+        case CB_DELETESTRING:
+            m_selected = static_cast<int>(ListMessage(CB_GETCURSEL));
+            break;
+        case WM_SETTEXT:
+            FollowText();
+            break;
+        case WM_COMMAND:
+            if (HIWORD(wParam) == EN_CHANGE && reinterpret_cast<HWND>(lParam) == m_edit) {
+                FollowText();
+            }
+            break;
+        case WM_CREATE:
+            if (result != -1 && !m_edit) {
+                // A control created by code gets its edit part only now.
+                AttachEdit();
+            }
+            break;
+        default:
+            break;
     }
     return result;
 }
@@ -251,9 +397,9 @@ LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 // shown. A report from elsewhere, which comes in no message of this control, is about the text that stands
 // there already.
 bool CxComboBox::OnOperatorSelection() {
-    const int selected = GetCurSel();
+    const int selected = static_cast<int>(ListMessage(CB_GETCURSEL));
     if (m_messageDepth > 0 && !m_reporting && selected >= 0) {
-        ListMessage(CB_SETCURSEL, static_cast<WPARAM>(selected));
+        SelectQuietly(selected);
     }
     return false;  // the dialog wants to know as well
 }

@@ -44,6 +44,10 @@ public:
     // Replaces all items by these lines as they are. Nothing is selected and the edit part is empty
     // afterwards.
     void SetLines(const std::vector<std::string>& lines);
+    // Replaces all items by these lines under the operator's hands: text, marked range and caret stay, and so
+    // does the selection as long as its line (of equal lines the one in the same place among them), or else a
+    // line of its code, is listed. Nothing is reported.
+    void ReplaceLines(const std::vector<std::string>& lines);
     // Brings the names into one column. Item data, selection and the text shown are kept, and nothing is
     // reported. `fitWidth`: the open list becomes as wide as its text.
     void AlignColumns(bool fitWidth);
@@ -54,9 +58,22 @@ public:
     std::string GetItemCode(int index) const;
     // The first item that begins with the code, if it has exactly that code; otherwise -1.
     int FindItemByCode(const std::string& code) const;
-    // The code of the selected item; without a selection, of the text shown.
+    // The first item of this very code; without one, the first whose code differs in case alone; -1 for none
+    // and for an empty code.
+    int FindCode(const std::string& code) const;
+    // The item that was selected, by the operator or by a program, as long as the text shown is its code (an
+    // upper-case box shows it in other letters); -1 otherwise. CB_GETCURSEL answers the same.
+    int GetSelectedIndex() const;
+    // The item that is shown: the selected one, else the item whose whole code is the text shown; -1 for
+    // none.
+    int GetCurrentIndex() const;
+    // The code of the item that is shown; without one, of the text shown.
     std::string GetCurrentCode() const;
     std::string GetText() const;
+    // True when the text shown is this one, or the code of this line.
+    bool Shows(std::string_view line) const;
+    // SetCurSel without telling the dialog.
+    void SelectQuietly(int index);
 
     BOOL PreTranslateMessage(MSG* message) override;
 
@@ -93,6 +110,18 @@ private:
     // Bypasses the reporting of selections and the dispatch of messages.
     LRESULT ListMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     void FillList(const AlignedLines& aligned, bool fitWidth);
+    struct KeptText {
+        std::string text;
+        EditSelection marked;
+    };
+    KeptText KeepText();
+    void RestoreText(const KeptText& kept, int selected);
+
+    std::string ShownCode() const;
+    bool IsSameCode(std::string_view shown, std::string_view code) const;
+    bool IsShown(int index) const;
+    void SelectInList(int index);
+    void FollowText();
 
     HWND m_edit = nullptr;
     bool m_editFocused = false;
@@ -103,10 +132,11 @@ private:
     bool m_noDelete = false;
     bool m_split = true;
     bool m_showFullText = false;
-    bool m_typing = true;      // the last key was neither Delete nor Backspace
-    bool m_ownText = false;    // the control itself reads or sets the edit's whole text
-    int m_messageDepth = 0;    // messages of the control that are being handled
-    bool m_reporting = false;  // the dialog is being told about a selection by program
+    bool m_typing = true;            // the last key was neither Delete nor Backspace
+    mutable bool m_ownText = false;  // the control itself reads or sets the edit's whole text
+    int m_selected = -1;             // the item selected last; counts while it is shown
+    int m_messageDepth = 0;          // messages of the control that are being handled
+    bool m_reporting = false;        // the dialog is being told about a selection by program
     int m_minVisibleItems = 0;
 
     bool m_clickTimerRunning = false;

@@ -233,6 +233,7 @@ LRESULT CxComboBox::OpenFromEdit(WPARAM wParam, LPARAM lParam) {
 
 bool CxComboBox::OnEditUpdate() {
     if (m_edit && !m_ownText) {
+        FollowText();
         IsWindowUnicode(m_edit) ? Complete<wchar_t>() : Complete<char>();
     }
     return false;  // the dialog may want to know as well
@@ -255,7 +256,9 @@ void CxComboBox::Complete() {
     ::SendMessageA(m_edit, EM_GETSEL, reinterpret_cast<WPARAM>(&typed.start),
                    reinterpret_cast<LPARAM>(&typed.end));
     const std::string text = ToAnsi(std::basic_string<Char>(buffer.data(), static_cast<std::size_t>(length)));
-    const int found = FindString(-1, text);
+    // A code that was typed whole is that code, also where a longer one that begins so is listed before it.
+    const int exact = FindCode(text);
+    const int found = exact >= 0 ? exact : FindString(-1, text);
     if (found >= 0) {
         // Already set texts are set again all the same: they may differ in case.
         m_ownText = true;

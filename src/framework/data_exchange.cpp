@@ -1,38 +1,32 @@
 #include "framework/data_exchange.h"
 
-#include "framework/format_text.h"
-#include "framework/trim_blanks.h"
+#include "framework/number_conversion.h"
 #include "framework/window_helpers.h"
-
-#include <charconv>
-#include <cmath>
 
 namespace {
 
-template <typename Number>
-Number ParseNumber(std::string_view text) {
-    text = TrimBlanks(text);
-    const char* begin = text.data();
-    const char* end = begin + text.size();
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        ++begin;
-    }
-    Number value = 0;
-    const auto [stopped, error] = std::from_chars(begin, end, value);
-    const bool whole = error == std::errc() && stopped == end;
-    return whole && std::isfinite(static_cast<double>(value)) ? value : 0;
+std::string ShortText(int value) {
+    return std::to_string(value);
+}
+
+std::string ShortText(double value) {
+    char buffer[32];
+    const StandardArithmetic standard;
+    const auto written =
+        std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::general, 15);
+    return {buffer, written.ptr};
 }
 
 template <typename Number>
-void ExchangeNumber(const CDataExchange& exchange, int id, const char* format, Number& value) {
+void ExchangeNumber(const CDataExchange& exchange, int id, Number& value) {
     const HWND control = exchange.PrepareCtrl(id);
     if (!control) {
         return;
     }
     if (exchange.m_bSaveAndValidate) {
-        value = ParseNumber<Number>(TextOf(control));
+        value = ReadWholeNumber<Number>(TextOf(control));
     } else {
-        SetTextIfChanged(control, FormatText(format, value));
+        SetTextIfChanged(control, ShortText(value));
     }
 }
 
@@ -57,11 +51,11 @@ void DDX_Text(CDataExchange* exchange, int id, std::string& value) {
 }
 
 void DDX_Text(CDataExchange* exchange, int id, int& value) {
-    ExchangeNumber(*exchange, id, "%d", value);
+    ExchangeNumber(*exchange, id, value);
 }
 
 void DDX_Text(CDataExchange* exchange, int id, double& value) {
-    ExchangeNumber(*exchange, id, "%.15g", value);
+    ExchangeNumber(*exchange, id, value);
 }
 
 void DDX_CBString(CDataExchange* exchange, int id, std::string& value) {

@@ -69,21 +69,6 @@ char UpperCase(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-// The second byte of a double-byte character may look like a letter, and is none.
-bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) {
-        return false;
-    }
-    bool afterLeadByte = false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (a[i] != b[i] && (afterLeadByte || UpperCase(a[i]) != UpperCase(b[i]))) {
-            return false;
-        }
-        afterLeadByte = !afterLeadByte && static_cast<unsigned char>(a[i]) > 0x80;
-    }
-    return true;
-}
-
 std::string ToText(std::span<const CodeWord> table, char code) {
     for (const CodeWord& row : table) {
         if (row.code == code) {
@@ -112,6 +97,20 @@ char FromText(std::span<const CodeWord> table, std::string_view text, char excep
 }
 
 }  // namespace
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) {
+        return false;
+    }
+    bool afterLeadByte = false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        if (a[i] != b[i] && (afterLeadByte || UpperCase(a[i]) != UpperCase(b[i]))) {
+            return false;
+        }
+        afterLeadByte = !afterLeadByte && static_cast<unsigned char>(a[i]) > 0x80;
+    }
+    return true;
+}
 
 std::string OrderStateToText(char code) {
     return ToText(kOrderStates, code);

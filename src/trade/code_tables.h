@@ -38,3 +38,7 @@ struct CodeList {
 
     std::vector<std::string> Words() const;
 };
+
+// Equal but for the case of Latin letters. The second byte of a double-byte character may look like a letter,
+// and is none.
+bool EqualIgnoringCase(std::string_view a, std::string_view b);

@@ -1,50 +1,93 @@
 #include "controls/number_text.h"
 
+#include "framework/number_conversion.h"
+#include "trade/price_format.h"
+
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <xmmintrin.h>
 #include <cmath>
+#include <regex>
 #include <string>
+#include <vector>
 
 namespace {
 
+// Every short text of digits, points, signs and others, against the expressions that define what is a number.
 TEST(NumberText, IsWhatMayStandInTheEditWhileTyping) {
-    // What each takes: d decimals, i integers, D and I the same with a sign.
-    const std::pair<const char*, std::string> rows[] = {
-        // clang-format off
-        {"", "diDI"}, {"0", "diDI"}, {"12", "diDI"}, {".", "dD"}, {"5.", "dD"}, {".5", "dD"}, {"12.50", "dD"},
-        {"1.2.3", ""}, {"-", "DI"}, {"-1", "DI"}, {"-1.5", "D"}, {"--1", ""}, {"1-", ""}, {"+1", ""},
-        {" 1", ""}, {"1\n", ""}, {"1e5", ""}, {"1,5", ""}, {"\xA3\xB1", ""},
-        // clang-format on
+    const std::regex patterns[2][2] = {
+        {std::regex(R"(^(\d+)?(\.)?(\d+)?$)"), std::regex(R"(^(-)?(\d+)?(\.)?(\d+)?$)")},
+        {std::regex(R"(^(\d+)?$)"), std::regex(R"(^(-)?(\d+)?$)")},
     };
-    for (const auto& [text, expected] : rows) {
-        std::string taken;
-        for (const bool sign : {false, true}) {
-            taken += IsNumberText(text, false, sign) ? (sign ? "D" : "d") : "";
-            taken += IsNumberText(text, true, sign) ? (sign ? "I" : "i") : "";
+    std::vector<std::string> texts{""};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (const bool integer : {false, true}) {
+            for (const bool sign : {false, true}) {
+                ASSERT_EQ(IsNumberText(texts[i], integer, sign),
+                          std::regex_match(texts[i], patterns[integer][sign]))
+                    << '"' << texts[i] << "\" " << integer << sign;
+            }
         }
-        EXPECT_EQ(taken, expected) << text;
+        for (const char next : std::string_view("059.-+ e\n\xA3")) {
+            if (texts[i].size() < 4) {
+                texts.push_back(texts[i] + next);
+            }
+        }
     }
     EXPECT_TRUE(IsNumberText(std::string(kMaxNumberText, '1'), true, false));
-    EXPECT_FALSE(IsNumberText(std::string(1'000'000, '1'), true, false)) << "would overflow the stack";
+    EXPECT_FALSE(IsNumberText(std::string(kMaxNumberText + 1, '1'), true, false));
 }
 
-TEST(NumberText, ReadsTheNumberAtTheStart) {
+TEST(NumberText, ReadsPricesFromTheStartAndIntegersAsAWhole) {
     struct {
         const char* text;
         double decimal;
         std::int32_t integer;
     } const rows[] = {
         // clang-format off
-        {"", 0, 0}, {".", 0, 0}, {"97.25", 97.25, 97}, {" 7x", 7, 7}, {"-", 0, 0}, {"-2.5", -2.5, -2},
-        {"+3", 3, 3}, {"+-3", 0, 0}, {"abc", 0, 0}, {"12.5.5", 12.5, 12}, {"1e400", 0, 1}, {"nan", 0, 0},
-        {"99999999999", 99999999999.0, 2147483647}, {"-99999999999", -99999999999.0, -2147483648},
+        {"", 0, 0}, {".", 0, 0}, {"97.25", 97.25, 0}, {" 7x", 7, 0}, {" 7 ", 7, 7}, {"-", 0, 0}, {"-2", -2, -2},
+        {"+3", 3, 3}, {"+-3", 0, 0}, {"abc", 0, 0}, {"12.5.5", 12.5, 0}, {"1e400", 0, 0}, {"nan", 0, 0},
+        {"2147483647", 2147483647, 2147483647}, {"2147483648", 2147483648, 0}, {"16777217", 16777217, 16777217},
         // clang-format on
     };
     for (const auto& row : rows) {
         EXPECT_EQ(ToDouble(row.text), row.decimal) << row.text;
-        EXPECT_EQ(ToInt(row.text), row.integer) << row.text;
+        EXPECT_EQ(ReadInteger(row.text), row.integer) << row.text;
     }
-    EXPECT_EQ(ToInt(std::string_view("1234").substr(0, 2)), 12) << "reads no further than the view";
+    EXPECT_EQ(ReadInteger(std::string_view("1234").substr(0, 2)), 12) << "reads no further than the view";
+}
+
+// The host's thread may compute in any precision and rounding, and may trap what is not exact.
+TEST(NumberText, ReadsAndWritesTheSameUnderEverySettingOfTheHost) {
+    const unsigned sseDefault = _mm_getcsr();
+    unsigned short x87Default = 0;
+    __asm__ volatile("fnstcw %0" : "=m"(x87Default));
+    // Precisions of 24, 53 and 64 bits, the four roundings, exceptions masked or not.
+    for (const unsigned precision : {0u, 2u, 3u}) {
+        for (unsigned rounding = 0; rounding < 4; ++rounding) {
+            for (const unsigned mask : {0x3Fu, 0u}) {
+                const unsigned short x87 =
+                    static_cast<unsigned short>(precision << 8 | rounding << 10 | mask);
+                const unsigned sse = rounding << 13 | 0x1F80;
+                __asm__ volatile("fldcw %0" : : "m"(x87));
+                _mm_setcsr(sse);
+                const double read[] = {ToDouble("16777217.35"), ToDouble("0.1"),
+                                       ToDouble("9007199254740993")};
+                const std::string written[] = {FormatPriceText(16777217.35, nullptr),
+                                               FormatPriceText(123456.7, nullptr)};
+                unsigned short x87After = 0;
+                __asm__ volatile("fnstcw %0\n\tfldcw %1" : "=m"(x87After) : "m"(x87Default));
+                const unsigned sseAfter = _mm_getcsr();
+                _mm_setcsr(sseDefault);
+                const auto setting = testing::Message() << precision << " " << rounding << " " << mask;
+                EXPECT_THAT(read, testing::ElementsAre(16777217.35, 0.1, 9007199254740992.0)) << setting;
+                EXPECT_THAT(written, testing::ElementsAre("16777217.35", "123456.7")) << setting;
+                EXPECT_EQ(x87After & ~0x40, x87 & ~0x40) << "the host's setting stands";
+                EXPECT_EQ(sseAfter, sse) << "with its flags";
+            }
+        }
+    }
 }
 
 TEST(NumberText, RoundsHalvesAwayFromZero) {

@@ -25,6 +25,7 @@ struct Entry {
     NumericEntry numbers{table, context};
     ControlDialog dialog;
     int offersToDialog = 0;
+    bool loaded = false;  // the dialog is told nothing
 
     explicit Entry(std::string_view commodity) : context(commodity) {
         const char* const classes[] = {"EDIT", UPDOWN_CLASSA, "EDIT",   UPDOWN_CLASSA, "EDIT",
@@ -41,8 +42,13 @@ struct Entry {
             return offer ? dialog.CDialog::PreTranslateMessage(&message) : outcome == KeyOutcome::Consumed;
         };
         dialog.onCommand = [this](WPARAM wParam, LPARAM) {
+            if (loaded) {
+                return;
+            }
             if (HIWORD(wParam) == EN_UPDATE) {
                 numbers.OnTextUpdate(LOWORD(wParam));
+            } else if (HIWORD(wParam) == EN_SETFOCUS) {
+                numbers.OnFocus(LOWORD(wParam));
             }
         };
         dialog.notify = [this](const NMHDR& header, LRESULT& result) {
@@ -126,16 +132,30 @@ TEST(NumericEntry, PutsTheLastGoodTextBack) {
     EXPECT_EQ(entry.Text(kWhole), "123") << "neither a letter nor, in fractions, a point";
     EXPECT_EQ(entry.Caret(), 3);
 
-    // A text that is good in one edit and bad in the other where it is put back must not go round in circles.
+    // What stands in an edit when it gets the keyboard comes back, whatever is typed or set elsewhere.
     Entry decimal("DEC");
-    decimal.Set(kWhole, "1.5");
-    decimal.Set(kQty, "x");
-    EXPECT_EQ(decimal.Text(kQty), "1.5");
+    decimal.loaded = true;
+    decimal.Set(kWhole, "97.5");
+    decimal.Set(kQty, "4");
+    decimal.loaded = false;
+    ::SetWindowTextA(decimal.Item(kWhole), "98");
+    decimal.dialog.log.clear();
+    decimal.dialog.Keys({'X'});
+    EXPECT_EQ(decimal.Text(kQty), "4");
     EXPECT_EQ(decimal.Told(kQty, EN_UPDATE), 2) << "for the bad text and the one put back";
+    ::SetWindowTextA(decimal.Item(kWhole), "x");
+    EXPECT_EQ(decimal.Text(kWhole), "98");
+    {
+        const auto ownTexts = decimal.numbers.OwnTexts();
+        ::SetWindowTextA(decimal.Item(kQty), "-7");
+    }
+    decimal.dialog.Keys({'X'});
+    EXPECT_EQ(decimal.Text(kQty), "-7") << "the dialog's own text";
 
     decimal.table.scope = TextRuleScope::FocusedEdit;
     ::SetWindowTextA(decimal.Item(kWhole), "by program");
     EXPECT_EQ(decimal.Text(kWhole), "by program") << "only the focused edit is judged";
+    EXPECT_EQ(decimal.Text(kQty), "-7");
 }
 
 TEST(DialogKeys, EnterIsTabAndClicksTheButtons) {
