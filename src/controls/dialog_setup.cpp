@@ -1,24 +1,10 @@
 #include "controls/dialog_setup.h"
 
-#include "framework/owned_handle.h"
-
 #include <algorithm>
 
 namespace {
 
 constexpr int kMarginOfPlainList = 4;
-
-// In pixels, in the font that a device context of the window starts with.
-int WidestLine(HWND window, const std::vector<std::string>& lines) {
-    const WindowDc dc(window);
-    LONG widest = 0;
-    for (const std::string& line : lines) {
-        SIZE extent{};
-        GetTextExtentPoint32A(dc.Get(), line.data(), static_cast<int>(line.size()), &extent);
-        widest = std::max(widest, extent.cx);
-    }
-    return static_cast<int>(widest);
-}
 
 }  // namespace
 
@@ -36,8 +22,9 @@ void SetUpCombo(CxComboBox& combo, const ComboSettings& settings) {
 
 void SetPlainItems(CxComboBox& combo, const std::vector<std::string>& lines) {
     combo.SetLines(lines);
-    combo.SetDroppedWidth(WidestLine(combo.m_hWnd, lines) + GetSystemMetrics(SM_CXVSCROLL) +
-                          kMarginOfPlainList);
+    const int width =
+        WidestLine(combo.m_hWnd, nullptr, lines) + GetSystemMetrics(SM_CXVSCROLL) + kMarginOfPlainList;
+    combo.SetDroppedWidth(std::max(width, static_cast<int>(combo.SendMessage(CB_GETDROPPEDWIDTH))));
 }
 
 void SelectByCode(CxComboBox& combo, const std::string& code) {

@@ -3,12 +3,16 @@
 #include "controls/coded_text.h"
 #include "framework/controls.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 // The message "WM_LBUTTONCLK", registered when the module is loaded: a combo box sends it to its own window
 // when it was clicked once. wParam as in WM_LBUTTONUP, lParam the point of the click.
 extern const UINT g_uLButtonClick;
+
+// Pixels of the widest line in `font`; null: the font of a fresh device context.
+int WidestLine(HWND window, HFONT font, const std::vector<std::string>& lines);
 
 // A drop-down combo box of coded lines ("SHFE Shanghai Futures Exchange"). It shows and returns the code,
 // completes a typed code, aligns the names into one column, and tells the nearest dialog above it about every
@@ -41,8 +45,8 @@ public:
     // Replaces all items by these lines, aligned; the same as adding them and calling AlignColumns, in one
     // pass. Nothing is selected and the edit part is empty afterwards.
     void SetItems(std::vector<std::string> lines, bool fitWidth);
-    // Replaces all items by these lines as they are. Nothing is selected and the edit part is empty
-    // afterwards.
+    // Replaces all items by these lines as they are; the open list becomes as wide as the widest. Nothing is
+    // selected and the edit part is empty afterwards.
     void SetLines(const std::vector<std::string>& lines);
     // Replaces all items by these lines under the operator's hands: text, marked range and caret stay, and so
     // does the selection as long as its line (of equal lines the one in the same place among them), or else a
@@ -54,7 +58,8 @@ public:
     // Pixels of the widest line in `font` (null: the font of a fresh device context).
     int WidestItem(HFONT font) const;
 
-    // Empty for an index that does not exist.
+    // In the letters of the line as it was given: an upper-case box turns its items into upper case. Empty
+    // for an index that does not exist.
     std::string GetItemCode(int index) const;
     // The first item that begins with the code, if it has exactly that code; otherwise -1.
     int FindItemByCode(const std::string& code) const;
@@ -85,6 +90,7 @@ protected:
     void OnTimer(UINT_PTR id);
     void OnDestroy();
     bool OnEditUpdate();
+    bool OnOpening();
     bool OnOperatorSelection();
     BOOL OnSetCursor(HWND window, UINT hitTest, UINT message);
 
@@ -95,27 +101,40 @@ private:
     void DetachEdit();
     static LRESULT CALLBACK EditProc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT HandleEditMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT OnEditFocus(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT MarkText(int start, int end);
     bool SwallowsEditMessage(UINT message, WPARAM wParam) const;
     template <typename Char>
     LRESULT OnSetEditText(WPARAM wParam, const Char* text);
     template <typename Char>
     LRESULT OnGetEditText(WPARAM size, Char* buffer);
     LRESULT OpenFromEdit(WPARAM wParam, LPARAM lParam);
+    void AfterOpening();
+    void GiveBack();
 
     template <typename Char>
     void Complete();
     void NotifyDialog(UINT notification) const;
+    void Report();
     void StopClickTimer();
 
     // Bypasses the reporting of selections and the dispatch of messages.
     LRESULT ListMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-    void FillList(const AlignedLines& aligned, bool fitWidth);
+    void FillLines(const std::vector<std::string>& lines);
+    void FitList(const std::vector<std::string>& lines, std::size_t blanks);
+    // What the operator sees of the box.
     struct KeptText {
         std::string text;
         EditSelection marked;
+        int selected = -1;
     };
-    KeptText KeepText();
-    void RestoreText(const KeptText& kept, int selected);
+    KeptText KeepText() const;
+    void RestoreText(const KeptText& kept);
+
+    bool ChangesCase() const;
+    std::string LineAt(int index) const;
+    void KeepLine(UINT message, LRESULT index, const std::string& line);
 
     std::string ShownCode() const;
     bool IsSameCode(std::string_view shown, std::string_view code) const;
@@ -132,11 +151,15 @@ private:
     bool m_noDelete = false;
     bool m_split = true;
     bool m_showFullText = false;
-    bool m_typing = true;            // the last key was neither Delete nor Backspace
-    mutable bool m_ownText = false;  // the control itself reads or sets the edit's whole text
-    int m_selected = -1;             // the item selected last; counts while it is shown
-    int m_messageDepth = 0;          // messages of the control that are being handled
-    bool m_reporting = false;        // the dialog is being told about a selection by program
+    bool m_typing = true;              // the last key was neither Delete nor Backspace
+    mutable bool m_ownText = false;    // the control itself reads or sets the edit's whole text
+    std::vector<std::string> m_lines;  // of a box that changes their case, as they were given
+    int m_selected = -1;               // the item selected last; counts while it is shown
+    std::optional<KeptText> m_before;  // when the list was opened
+    bool m_opening = false;
+    bool m_clicking = false;   // the left button goes down in the edit part
+    int m_messageDepth = 0;    // messages of the control and its edit part that are being handled
+    bool m_reporting = false;  // the dialog is being told about a selection by program
     int m_minVisibleItems = 0;
 
     bool m_clickTimerRunning = false;

@@ -12,6 +12,9 @@ namespace {
 
 // Longer than any code and name of a record; what is typed beyond it is of no use.
 constexpr int kMaxText = 255;
+// As an end of a marked range: behind any text.
+constexpr int kTextEnd = 0x7FFF;
+constexpr WPARAM kSelectAll = 1;  // the character of Ctrl+A
 
 bool IsSystemLeadByte(unsigned char byte) {
     return IsDBCSLeadByteEx(CP_ACP, byte) != FALSE;
@@ -133,6 +136,23 @@ LRESULT CALLBACK CxComboBox::EditProc(HWND edit, UINT message, WPARAM wParam, LP
 }
 
 LRESULT CxComboBox::OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    const WindowWatch watch(this);
+    ++m_messageDepth;
+    m_clicking = m_clicking || message == WM_LBUTTONDOWN;
+    const LRESULT result = HandleEditMessage(message, wParam, lParam);
+    if (!watch.WindowAlive()) {
+        return result;
+    }
+    --m_messageDepth;
+    m_clicking = m_clicking && message != WM_LBUTTONDOWN;
+    if (message == WM_SETTEXT && m_messageDepth == 0) {
+        FollowText();  // a program's; the system's own comes in other messages and before its selection
+    }
+    AfterOpening();
+    return result;
+}
+
+LRESULT CxComboBox::HandleEditMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND edit = m_edit;
     switch (message) {
         case WM_SETTEXT:
@@ -148,25 +168,31 @@ LRESULT CxComboBox::OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return IsWindowUnicode(edit) ? OnGetEditText(wParam, reinterpret_cast<wchar_t*>(lParam))
                                          : OnGetEditText(wParam, reinterpret_cast<char*>(lParam));
         case EM_SETSEL:
-            // Nothing is highlighted where nothing can be typed over.
-            if (m_listOnly || !m_editFocused) {
-                wParam = static_cast<WPARAM>(lParam);
-            }
-            break;
+            return MarkText(static_cast<int>(wParam), static_cast<int>(lParam));
         case WM_SETFOCUS:
         case WM_KILLFOCUS:
-            m_editFocused = message == WM_SETFOCUS;
-            break;
+            return OnEditFocus(message, wParam, lParam);
         case WM_LBUTTONDOWN:
             if (m_listOnly) {
                 return OpenFromEdit(wParam, lParam);
             }
             break;
-        default:
-            if (SwallowsEditMessage(message, wParam)) {
-                return CallFormer(edit, WM_NULL, wParam, lParam);
+        case WM_KEYDOWN:
+            if (wParam == VK_ESCAPE && ListMessage(CB_GETDROPPEDSTATE)) {
+                GiveBack();
+                return 0;
             }
             break;
+        case WM_CHAR:
+            if (wParam == kSelectAll) {
+                return MarkText(0, -1);
+            }
+            break;
+        default:
+            break;
+    }
+    if (SwallowsEditMessage(message, wParam)) {
+        message = WM_NULL;
     }
     return CallFormer(edit, message, wParam, lParam);
 }
@@ -174,20 +200,53 @@ LRESULT CxComboBox::OnEditMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 bool CxComboBox::SwallowsEditMessage(UINT message, WPARAM wParam) const {
     switch (message) {
         case WM_CONTEXTMENU:
-            return m_noContextMenu;
+            return m_noContextMenu || m_listOnly;
         case WM_KEYDOWN:
-            return m_noDelete && wParam == VK_DELETE;
+            // The edit pastes by this key without a message.
+            return (wParam == VK_DELETE || (wParam == VK_INSERT && GetKeyState(VK_SHIFT) < 0)) &&
+                   (m_noDelete || m_listOnly);
         case WM_CHAR:
-            return m_listOnly || (m_noDelete && wParam == VK_BACK);
+            return m_listOnly || (m_noDelete && wParam == VK_BACK) || wParam == VK_ESCAPE;
         case WM_CUT:
         case WM_PASTE:
             return m_listOnly || m_noDelete;
         case WM_UNDO:
         case EM_UNDO:
-            return m_noUndo;
+            return m_listOnly || m_noUndo;
+        case WM_CLEAR:
+        case EM_REPLACESEL:
+        case WM_UNICHAR:
+        case WM_IME_CHAR:
+        case WM_IME_COMPOSITION:
+            return m_listOnly;
         default:
             return false;
     }
+}
+
+LRESULT CxComboBox::MarkText(int start, int end) {
+    const bool whole = start == 0 && (end < 0 || end >= kTextEnd);
+    if (m_listOnly || !m_editFocused) {
+        // Nothing is highlighted where nothing can be typed over.
+        start = end = whole ? 0 : end;
+    } else if (whole) {
+        // From the end: the caret, and with it what is in view, is at the first character.
+        start = kTextEnd;
+        end = 0;
+    }
+    return CallFormer(m_edit, EM_SETSEL, static_cast<WPARAM>(start), end);
+}
+
+// What is typed replaces the text that the operator comes back to, unless a click says where to type.
+LRESULT CxComboBox::OnEditFocus(UINT message, WPARAM wParam, LPARAM lParam) {
+    const WindowWatch watch(this);
+    m_editFocused = message == WM_SETFOCUS;
+    const LRESULT result = CallFormer(m_edit, message, wParam, lParam);
+    if (watch.WindowAlive() && m_edit && !(m_editFocused && m_clicking)) {
+        FollowText();
+        MarkText(0, -1);
+    }
+    return result;
 }
 
 template <typename Char>
@@ -200,6 +259,9 @@ LRESULT CxComboBox::OnSetEditText(WPARAM wParam, const Char* text) {
     const std::basic_string<Char> code(line.substr(0, codeLength));
     const LRESULT result = CallFormer(m_edit, WM_SETTEXT, wParam, reinterpret_cast<LPARAM>(code.c_str()));
     MoveCaretToEnd(m_edit);
+    if (CallFormer(m_edit, EM_GETFIRSTVISIBLELINE, 0, 0) > 0) {
+        MarkText(0, 0);  // a code begins in view, also a long one
+    }
     NotifyDialog(CBN_EDITCHANGE);
     return result;
 }
@@ -233,6 +295,7 @@ LRESULT CxComboBox::OpenFromEdit(WPARAM wParam, LPARAM lParam) {
 
 bool CxComboBox::OnEditUpdate() {
     if (m_edit && !m_ownText) {
+        m_opening = false;
         FollowText();
         IsWindowUnicode(m_edit) ? Complete<wchar_t>() : Complete<char>();
     }

@@ -170,6 +170,23 @@ TEST(DialogKeys, EnterIsTabAndClicksTheButtons) {
     EXPECT_EQ(entry.offersToDialog, 2) << "nothing else is the dialog's";
 }
 
+TEST(DialogKeys, TabMarksAnEditWholeAndNoKeyFollowsAClickThatMovesTheKeyboard) {
+    Entry entry("DEC");
+    entry.Set(kQty, "12");
+    entry.Set(kFee, "7");
+    ::SetFocus(entry.Item(kCancel));
+    entry.dialog.Keys({VK_TAB, '3'});
+    EXPECT_EQ(entry.Text(kQty), "3");
+    entry.dialog.onCommand = [&](WPARAM wParam, LPARAM) {
+        if (LOWORD(wParam) == kConfirm && HIWORD(wParam) == BN_CLICKED) {
+            ::SetFocus(entry.Item(kFee));
+        }
+    };
+    ::SetFocus(entry.Item(kConfirm));
+    entry.dialog.Keys({VK_RETURN});
+    EXPECT_EQ(::GetFocus(), entry.Item(kFee));
+}
+
 TEST(DialogKeys, AButtonMayTakeTheDialogAway) {
     Entry entry("DEC");
     entry.dialog.onCommand = [&](WPARAM wParam, LPARAM) {

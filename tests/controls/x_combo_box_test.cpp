@@ -56,10 +56,6 @@ TEST_F(ComboBoxTest, PastedTextIsCompleted) {
     ::SendMessageA(source, WM_COPY, 0, 0);
     ToEdit(WM_PASTE);
     EXPECT_EQ(Shown(), "NONAME");
-    combo.SetListOnly(true);
-    ToEdit(WM_PASTE);
-    ToEdit(WM_CUT);
-    EXPECT_EQ(Shown(), "NONAME");
 }
 
 TEST_F(ComboBoxTest, ReportsEverySelectionByProgram) {
@@ -148,10 +144,183 @@ TEST_F(ComboBoxTest, FindsACodeInTheFirstMatchingItemOnly) {
     EXPECT_EQ(combo.GetItemCode(1), "SGX Singapore");
 }
 
+TEST_F(ComboBoxTest, ASelectionGoesAsSoonAsTheTextContradictsIt) {
+    for (const bool picked : {false, true}) {
+        combo.SetCurSel(picked ? 0 : 1);
+        if (picked) {
+            dialog.Keys({VK_DOWN});
+        }
+        ASSERT_EQ(combo.GetSelectedIndex(), 1);
+        dialog.log.clear();
+        ToEdit(EM_SETSEL, 0, -1);
+        dialog.Keys({'S'});
+        EXPECT_EQ(Shown(), "SHFE");
+        EXPECT_EQ(combo.GetCurSel(), -1) << picked;
+        EXPECT_EQ(combo.GetCurrentIndex(), 0);
+        dialog.Keys({'X'});
+        EXPECT_EQ(combo.GetCurrentIndex(), -1);
+        EXPECT_EQ(combo.GetCurrentCode(), "Sx");
+        EXPECT_EQ(std::count(dialog.log.begin(), dialog.log.end(), kSelected), 0) << "nothing is reported";
+    }
+    combo.SetCurSel(1);
+    for (const auto& [text, selected] : {std::pair{"SGX", 1}, {"sgx", 1}, {"SHFE", -1}}) {
+        combo.SetWindowText(text);
+        EXPECT_EQ(combo.GetCurSel(), selected) << "a program's text: " << text;
+    }
+    EXPECT_EQ(combo.GetCurrentIndex(), 0);
+}
+
+TEST_F(ComboBoxTest, ACodeTypedWholeIsThatCode) {
+    combo.SetLines({"100010 Longer", "10001 Name", "10001 Other", "ab Small", "AB Large", "X"});
+    const struct {
+        std::vector<int> keys;
+        const char* shown;
+        int line;
+    } rows[] = {
+        {{'1'}, "100010", 0},
+        {{'0', '0', '0', '1'}, "10001", 1},
+        {{'0'}, "100010", 0},
+        {{VK_BACK}, "10001", 1},
+    };
+    for (const auto& row : rows) {
+        dialog.Keys(row.keys);
+        EXPECT_EQ(Shown(), row.shown);
+        EXPECT_EQ(combo.GetCurrentIndex(), row.line);
+    }
+    for (const auto& [code, line] :
+         {std::pair{"AB", 4}, {"ab", 3}, {"Ab", 3}, {"x", 5}, {"1000", -1}, {"", -1}}) {
+        EXPECT_EQ(combo.FindCode(code), line) << code;
+    }
+}
+
+TEST_F(ComboBoxTest, ReplacingLinesKeepsWhatTheOperatorHas) {
+    const Lines lines{"A Name", "B Same", "B Same", "C Last"};
+    const struct {
+        int selected;
+        Lines lines;
+        int kept;
+    } rows[] = {
+        {2, {"B Same", "X", "B Same"}, 2},  // the second of two equal lines
+        {1, {"B Same", "X", "B Same"}, 0},
+        {2, {"B Same", "X"}, 0},  // of equal lines one is gone
+        {3, {"C Renamed"}, 0},
+        {3, {"D"}, -1},
+    };
+    for (const auto& row : rows) {
+        combo.SetLines(lines);
+        combo.SetCurSel(row.selected);
+        const std::string shown = Shown();
+        ToEdit(EM_SETSEL, 0, -1);
+        dialog.log.clear();
+        combo.ReplaceLines(row.lines);
+        EXPECT_EQ(Items(), row.lines);
+        EXPECT_EQ(combo.GetSelectedIndex(), row.kept);
+        EXPECT_EQ(Shown(), shown);
+        EXPECT_EQ(Marked(), std::make_pair(0, 1));
+        EXPECT_EQ(dialog.log, Lines{});
+    }
+    dialog.Keys({'Q', 'Q'});
+    combo.ReplaceLines(lines);
+    EXPECT_EQ(Shown(), "qq");
+    EXPECT_EQ(Marked(), std::make_pair(2, 2));
+}
+
+TEST_F(ComboBoxTest, OpeningTheListChangesNothingAndEscGivesBackWhatStoodThere) {
+    combo.SetLines({"100010 Longer", "10001 Name", "10001 Other"});
+    const auto stands = [&] { return Shown() + " " + std::to_string(combo.GetSelectedIndex()); };
+    for (const bool listOnly : {false, true}) {
+        combo.SetListOnly(listOnly);
+        for (const int selected : {2, 1, 0, -1}) {
+            combo.SetCurSel(selected);
+            if (selected < 0) {
+                combo.SetWindowText("1000");
+            }
+            const std::string before = stands();
+            dialog.log.clear();
+            dialog.Keys({VK_F4});
+            ASSERT_TRUE(combo.GetDroppedState());
+            EXPECT_EQ(stands(), before);
+            dialog.Keys({VK_ESCAPE});
+            EXPECT_FALSE(combo.GetDroppedState());
+            EXPECT_EQ(stands(), before);
+            EXPECT_EQ(std::count(dialog.log.begin(), dialog.log.end(), kSelected), 0) << before;
+
+            dialog.Keys({VK_F4, selected > 0 ? VK_UP : VK_DOWN});
+            EXPECT_NE(stands(), before);
+            dialog.TakeLog();
+            dialog.Keys({VK_ESCAPE});
+            EXPECT_EQ(stands(), before);
+            EXPECT_EQ(std::count(dialog.log.begin(), dialog.log.end(), kSelected), 1) << before;
+        }
+    }
+    dialog.Keys({VK_ESCAPE});
+    EXPECT_EQ(stands(), "1000 -1");
+}
+
+TEST_F(ComboBoxTest, TheTextBeginsInViewAndIsReplacedByWhoComesBack) {
+    const HWND elsewhere = dialog.Add("EDIT", 0, 7);
+    combo.SetLines({"A much longer line than the field of this box can ever show", "B"});
+    const auto inView = [&] { return ToEdit(EM_GETFIRSTVISIBLELINE) == 0; };
+    for (const bool listOnly : {true, false}) {
+        combo.SetShowFullText(true);
+        combo.SetListOnly(listOnly);
+        ::SetFocus(combo.EditWindow());
+        combo.SetCurSel(1);
+        combo.SetCurSel(0);
+        EXPECT_TRUE(inView()) << "chosen";
+        dialog.Keys({VK_END});
+        ::SetFocus(elsewhere);
+        EXPECT_TRUE(inView()) << "left";
+        EXPECT_EQ(Marked(), std::make_pair(0, 0));
+        combo.ReplaceLines(Items());
+        combo.SetWindowText("Another line that is much longer than the field of this box is");
+        EXPECT_TRUE(inView()) << "by program";
+        combo.SetFocus();
+        EXPECT_TRUE(inView());
+        EXPECT_EQ(Marked(), std::make_pair(0, listOnly ? 0 : 62));
+    }
+    combo.SetShowFullText(false);
+    ToEdit(EM_SETSEL, 3, 3);
+    ToEdit(WM_CHAR, 1);
+    EXPECT_EQ(Marked(), std::make_pair(0, 62)) << "Ctrl+A";
+    dialog.Keys({'B'});
+    EXPECT_EQ(Shown(), "B");
+    ::SetFocus(elsewhere);
+    dialog.Click(combo.EditWindow(), 3, 3);
+    EXPECT_EQ(Marked().first, Marked().second) << "a click says where to type";
+}
+
+TEST_F(ComboBoxTest, TheListIsAsWideAsItsWidestLine) {
+    const Lines lines{"A", "WWWWWWWWWWWWWWWWWWWWWWWWWWWW"};
+    const int widest = WidestLine(combo.m_hWnd, combo.GetFont(), lines);
+    for (const bool fitWidth : {false, true}) {
+        combo.SetDroppedWidth(1);
+        combo.SetItems(lines, fitWidth);
+        EXPECT_GT(combo.SendMessage(CB_GETDROPPEDWIDTH), widest);
+    }
+}
+
 TEST_F(ComboBoxTest, ListOnlyTakesNoTextAndOpensOnAClick) {
+    const HWND source = dialog.Add("EDIT", 0, 7);
+    ::SetWindowTextA(source, "no");
+    ::SendMessageA(source, EM_SETSEL, 0, -1);
+    ::SendMessageA(source, WM_COPY, 0, 0);
     combo.SetCurSel(0);
+    ToEdit(EM_SETSEL, 1, 2);
+    dialog.Keys({'Q'});  // something to undo
+    combo.SetCurSel(0);
+    ToEdit(EM_SETSEL, 1, 2);
     combo.SetListOnly(true);
-    dialog.Keys({'D', VK_BACK});
+    dialog.Keys({'D', VK_BACK, VK_DELETE});
+    for (const UINT message : {UINT{WM_CUT}, UINT{WM_CLEAR}, UINT{WM_PASTE}, UINT{WM_UNDO}, UINT{EM_UNDO}}) {
+        ToEdit(message);
+        EXPECT_EQ(Shown(), "SHFE") << message;
+    }
+    for (const UINT message : {UINT{WM_CHAR}, UINT{WM_IME_CHAR}, UINT{WM_UNICHAR}}) {
+        ToEdit(message, 'x', 1);
+        EXPECT_EQ(Shown(), "SHFE") << message;
+    }
+    ToEdit(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L"x"));
     EXPECT_EQ(Shown(), "SHFE");
     ToEdit(EM_SETSEL, 0, 4);
     EXPECT_EQ(Marked(), std::make_pair(4, 4)) << "nothing is marked";
