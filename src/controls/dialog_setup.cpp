@@ -21,7 +21,7 @@ void SetUpCombo(CxComboBox& combo, const ComboSettings& settings) {
 }
 
 void SetPlainItems(CxComboBox& combo, const std::vector<std::string>& lines) {
-    combo.SetLines(lines);
+    combo.ReplaceLines(lines);
     const int width =
         WidestLine(combo.m_hWnd, nullptr, lines) + GetSystemMetrics(SM_CXVSCROLL) + kMarginOfPlainList;
     combo.SetDroppedWidth(std::max(width, static_cast<int>(combo.SendMessage(CB_GETDROPPEDWIDTH))));

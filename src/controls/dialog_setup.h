@@ -10,8 +10,8 @@
 
 void SetUpCombo(CxComboBox& combo, const ComboSettings& settings);
 
-// Replaces the items by these lines as they are, names not aligned. The open list becomes as wide as its widest
-// line in the default font of a device context, with room for a scroll bar.
+// Replaces the items by these lines as they are, names not aligned; what the box shows stays. The open list
+// becomes as wide as its widest line in the default font of a device context, with room for a scroll bar.
 void SetPlainItems(CxComboBox& combo, const std::vector<std::string>& lines);
 
 // Selects the item of exactly this code; without one nothing is selected and the text itself is shown. A

@@ -68,8 +68,9 @@ SplitPrice SplitPriceText(std::string_view text) {
 }
 
 SplitPrice InPartsOf(std::int32_t denominator, SplitPrice price) {
-    if (price.denominator > 0 && denominator > price.denominator && denominator % price.denominator == 0) {
-        price.row.numerator = Limited(std::int64_t{price.row.numerator} * (denominator / price.denominator));
+    const std::int64_t parts = std::int64_t{price.row.numerator} * denominator;
+    if (price.denominator > 0 && denominator > 0 && parts % price.denominator == 0) {
+        price.row.numerator = Limited(parts / price.denominator);
         price.denominator = denominator;
     }
     return price;

@@ -14,23 +14,23 @@ namespace {
 // A commodity whose contracts are prompt dates with a rolling "3M" among them: the date that "3M" stands for
 // today is to be entered as "3M".
 bool NamesThreeMonthDate(const FillForm& form, const CommodityRecord& commodity, const TradeData& trade) {
-    if (commodity.rollingCode != 'U') {
+    if (commodity.rollingCode != kRollingCommodity) {
         return false;
     }
     const std::string date = trade.ThreeMonthContractNo(form.sign);
-    return date != "3M" && date == form.contract;
+    return date != kThreeMonth && date == form.contract;
 }
 
-// A fill of a combination goes out as the legs that its contract names, any other as one leg. A contract of
-// the other kind than its commodity, which has the same code, would go out as legs of nothing or as half a
-// combination. A removal names its fill by the number, whatever the contract.
-bool NamesItsLegs(const FillForm& form, const CommodityRecord& commodity, const ContractKey& key,
-                  const TradeData& trade) {
-    if (!FillMode::IsInput(form.mode)) {
-        return true;
+// A contract of another shape than its commodity, which may have the code of one that suits, would go out as
+// legs of nothing, as half a combination or as a fill of something else.
+bool HasShapeOf(const CommodityRecord& commodity, const ContractKey& key, const TradeData& trade) {
+    const char type = commodity.commodityType;
+    const bool hasText = IsTwoLegType(type) || std::string_view("GYFO").find(type) != std::string_view::npos;
+    if (hasText ? key.commodityType != type : IsTwoLegType(key.commodityType)) {
+        return false;
     }
-    if (!IsTwoLegType(commodity.commodityType)) {
-        return !IsTwoLegType(key.commodityType);
+    if (!IsTwoLegType(type)) {
+        return true;
     }
     SingleContractKey first{};
     SingleContractKey second{};
@@ -41,9 +41,10 @@ bool NamesItsLegs(const FillForm& form, const CommodityRecord& commodity, const 
 std::string MistakesOf(const FillForm& form, const CommodityRecord* commodity, const TradeData& trade) {
     std::string mistakes;
     const ContractKey key = ContractKeyOf(form);
+    const bool input = IsInput(form.mode);  // the fill that is removed exists, whatever is said of it
     if (!commodity) {
         mistakes += ResString(IDS_NO_COMMODITY);
-    } else if (!trade.Contract(key) || !NamesItsLegs(form, *commodity, key, trade)) {
+    } else if (!trade.Contract(key) || (input && !HasShapeOf(*commodity, key, trade))) {
         mistakes += ResString(IDS_CONTRACT_EMPTY);
     } else if (NamesThreeMonthDate(form, *commodity, trade)) {
         mistakes += ResString(IDS_CONTRACT_IS_3M_DATE);
@@ -51,12 +52,18 @@ std::string MistakesOf(const FillForm& form, const CommodityRecord* commodity, c
     if (form.fillQty < 1) {
         mistakes += ResString(IDS_FILL_QTY_NOT_POSITIVE);
     }
+    if (input && form.direction == 0) {
+        mistakes += ResString(IDS_DIRECTION_EMPTY);
+    }
+    if (input && form.fillSource == 0) {
+        mistakes += ResString(IDS_SOURCE_EMPTY);
+    }
     return mistakes;
 }
 
 std::string DoubtsOf(const FillForm& form, const CommodityRecord& commodity) {
     std::string doubts;
-    const double price = PriceOf(form);
+    const double price = PriceOf(form, form.price);
     if (!IsWholeTicks(price, commodity.tickNumerator / commodity.tickDenominator, kTickTolerance)) {
         doubts += ResString(IDS_FILL_DIALOG_PRICE_NOT_TICKS);
     }

@@ -1,5 +1,6 @@
 #include "fill/fill_dialog.h"
 
+#include "controls/dialog_exchange.h"
 #include "controls/dialog_keys.h"
 #include "controls/dialog_prompt.h"
 #include "controls/dialog_setup.h"
@@ -32,16 +33,11 @@ ON_CBN_SELCHANGE(IDC_FILL_SOURCE, &CEmendoMatch::OnFillSourceChanged)
 ON_CBN_SELCHANGE(IDC_COMMODITY, &CEmendoMatch::OnCommodityChanged)
 ON_CBN_KILLFOCUS(IDC_COMMODITY, &CEmendoMatch::OnCommodityChanged)
 ON_CBN_SELCHANGE(IDC_EXCHANGE, &CEmendoMatch::OnExchangeChanged)
-ON_CBN_KILLFOCUS(IDC_EXCHANGE, &CEmendoMatch::OnExchangeLeft)
+ON_CBN_KILLFOCUS(IDC_EXCHANGE, &CEmendoMatch::OnExchangeChanged)
 ON_CBN_SELCHANGE(IDC_DIRECTION, &CEmendoMatch::OnDirectionChanged)
 ON_CBN_SETFOCUS(IDC_ACCOUNT, &CEmendoMatch::OnAccountFocus)
-ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_QTY, IDC_FILL_QTY, &CEmendoMatch::OnNumberUpdate)
-ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_PRICE_WHOLE, IDC_FILL_PRICE_WHOLE, &CEmendoMatch::OnNumberUpdate)
-ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_PRICE_NUMERATOR, IDC_FILL_PRICE_NUMERATOR, &CEmendoMatch::OnNumberUpdate)
-ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_WHOLE, &CEmendoMatch::OnNumberUpdate)
-ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_PRICE2_NUMERATOR, IDC_FILL_PRICE2_NUMERATOR,
-                 &CEmendoMatch::OnNumberUpdate)
-ON_CONTROL_RANGE(EN_UPDATE, IDC_FEE, IDC_FEE, &CEmendoMatch::OnNumberUpdate)
+ON_CONTROL_RANGE(EN_SETFOCUS, IDC_FILL_QTY, IDC_FILL_PRICE2_NUMERATOR, &CEmendoMatch::OnNumberFocus)
+ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_QTY, IDC_FILL_PRICE2_NUMERATOR, &CEmendoMatch::OnNumberUpdate)
 ON_NOTIFY(UDN_DELTAPOS, IDC_FILL_QTY_SPIN, &CEmendoMatch::OnSpin)
 ON_NOTIFY(UDN_DELTAPOS, IDC_FILL_PRICE_SPIN, &CEmendoMatch::OnSpin)
 ON_NOTIFY(UDN_DELTAPOS, IDC_FILL_PRICE2_SPIN, &CEmendoMatch::OnSpin)
@@ -49,7 +45,7 @@ END_MESSAGE_MAP()
 
 CEmendoMatch::CEmendoMatch(int mode, void* record, int recordKind, HWND parent)
     : m_parent(parent), m_numbers(kNumbers, m_chosen) {
-    m_form.mode = mode;
+    m_form.mode = FillMode{mode};
     if (recordKind == kRecordKindFill) {
         m_form.fill = static_cast<const FillRecord*>(record);
     } else if (recordKind == kRecordKindOrder) {
@@ -104,42 +100,22 @@ void CEmendoMatch::OnExchangeChanged() {
     }
 }
 
-void CEmendoMatch::OnExchangeLeft() {
-    if (!m_reacting) {
-        return;
-    }
-    // The exchange that was only passed by keeps its commodity.
-    const bool sameExchange = m_exchange.GetCurrentCode() == m_listedExchange;
-    const std::string commodity = sameExchange ? m_commodity.GetText() : std::string();
-    const int index = m_commodity.GetCurSel();
-    FillCommodities();
-    {
-        const ScopedValue quiet(m_reacting, false);
-        if (sameExchange && index >= 0 && m_commodity.GetItemCode(index) == commodity) {
-            m_commodity.SetCurSel(index);
-        } else {
-            SelectByCode(m_commodity, commodity);
-        }
-    }
-    Relayout();
-}
-
 void CEmendoMatch::OnDirectionChanged() {
     if (m_reacting) {
-        m_form.direction = m_direction.GetCurrentCode();
-        m_form.openDirection = OpenDirectionOf(m_form.direction);
-        m_openDirection.SetWindowText(m_form.openDirection);
+        CDataExchange reading(*this, true);
+        DDX_Code(&reading, m_direction, kDirections, m_form.direction);
+        ShowOpenDirection();
     }
 }
 
 void CEmendoMatch::OnAccountFocus() {
-    if (!m_reacting || static_cast<int>(CurrentTradeData().Users("").size()) == m_account.GetCount()) {
-        return;
+    if (m_reacting && static_cast<int>(CurrentTradeData().Users("").size()) != m_account.GetCount()) {
+        FillAccounts();
     }
-    // Only the list is new; what was entered stays.
-    const std::string account = m_account.GetText();
-    FillAccounts();
-    m_account.SetWindowText(account);
+}
+
+void CEmendoMatch::OnNumberFocus(UINT controlId) {
+    m_numbers.OnFocus(static_cast<int>(controlId));
 }
 
 void CEmendoMatch::OnNumberUpdate(UINT controlId) {
@@ -180,10 +156,19 @@ void CEmendoMatch::OnConfirm() {
         return;
     }
     const ScopedValue submission(m_submitting, true);
+    // What was typed and not left yet.
+    if (ChosenForm().exchange != m_listedExchange) {
+        FillCommodities();
+    }
+    Relayout();
     UpdateData(true);
+    if (!m_hWnd) {
+        return;
+    }
+    const FillForm entered = m_form;
     DialogPrompt prompt(*this);
     const FillOutcome outcome =
-        SubmitFill(m_form, {CurrentTradeData(), CurrentTradeRequests(), prompt, SystemClock()});
+        SubmitFill(entered, {CurrentTradeData(), CurrentTradeRequests(), prompt, SystemClock()});
     if (prompt.DialogExists()) {
         Finish(outcome);
     }

@@ -8,7 +8,6 @@
 #include "framework/self_owned_dialog.h"
 #include "trade/plugin_interface.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,8 +24,6 @@ public:
     // null.
     bool Create();
 
-    int Mode() const { return m_form.mode; }
-    const FillRecord* Fill() const { return m_form.fill; }
     const OrderRecord* Order() const { return m_form.order; }
 
     // For the host: a message of its loop on the way to the dialog's windows.
@@ -47,10 +44,10 @@ protected:
     void OnCancelClicked();
     void OnFillSourceChanged();
     void OnExchangeChanged();
-    void OnExchangeLeft();
     void OnCommodityChanged();
     void OnDirectionChanged();
     void OnAccountFocus();
+    void OnNumberFocus(UINT controlId);
     void OnNumberUpdate(UINT controlId);
     void OnSpin(NMHDR* notification, LRESULT* result);
 
@@ -77,16 +74,17 @@ private:
 
     void FillLists();
     void FillAccounts();
+    // The commodities of the exchange that is shown. The commodity stays as long as the exchange does.
     void FillCommodities();
-    // The items, or none while the account of the loaded record may not be traded.
-    using ItemsOfSign =
-        std::function<std::vector<std::string>(const std::string& sign, const TradeData& trade)>;
-    std::vector<std::string> ListOfSign(const ItemsOfSign& items) const;
+    // False while the account of the loaded record may not be traded: then the lists are empty.
+    bool MayList() const;
 
     // The form with exchange, commodity and contract as the controls show them now.
     FillForm ChosenForm() const;
-    char ChosenSource() const;
+
     void SelectDefaultExchange();
+    void ShowCommodity(const FillForm& form);
+    void ShowOpenDirection();
     // Shows, enables and moves the controls for the chosen source, exchange and commodity. Nothing happens
     // while exchange or commodity are not chosen.
     void Relayout();
@@ -97,7 +95,8 @@ private:
     FillForm m_form;
     HWND m_parent;
     FillLayout m_layout = FillLayout::Full;
-    std::string m_listedExchange;  // whose commodities the list holds
+    std::string m_listedExchange;  // whose commodities are listed
+    std::string m_listedTypes;     // of the commodities, line by line
     bool m_reacting = false;  // the controls are set up: their notifications mean the operator or a selection
     bool m_submitting = false;  // a confirmed entry is on its way
 

@@ -1,3 +1,4 @@
+#include "controls/dialog_exchange.h"
 #include "controls/dialog_setup.h"
 #include "controls/window_placement.h"
 #include "fill/fill_dialog.h"
@@ -5,11 +6,14 @@
 #include "fill/fill_request.h"
 #include "framework/data_exchange.h"
 #include "framework/redraw_off.h"
+#include "framework/trim_blanks.h"
 #include "framework/window_helpers.h"
 #include "res/resource_ids.h"
 #include "trade/code_tables.h"
 #include "trade/coded_lists.h"
 #include "trade/host_services.h"
+
+#include <utility>
 
 // The dialog's controls: their values, set-up, lists and places.
 
@@ -35,19 +39,13 @@ constexpr TextLimit kTextLimits[] = {{IDC_FILL_NO, FixedText<51>::kWidth - 1},
 
 constexpr const char* kPreferredCurrency = "USD";
 
-// A combo box of coded lines: shows the code of its field, exactly.
-void DDX_Code(CDataExchange* exchange, CxComboBox& combo, std::string& code) {
-    if (exchange->m_bSaveAndValidate) {
-        code = combo.GetText();
-    } else {
-        SelectByCode(combo, code);
+// Without telling the dialog; the code alone when that is not its line.
+void ShowLine(CxComboBox& combo, int line, const std::string& code) {
+    const bool listed = line >= 0 && combo.GetItemCode(line) == code;
+    combo.SelectQuietly(listed ? line : -1);
+    if (!listed) {
+        combo.SetWindowText(code);
     }
-}
-
-void DDX_Check(CDataExchange* exchange, int id, bool& value) {
-    int ticked = value;
-    DDX_Check(exchange, id, ticked);
-    value = ticked != 0;
 }
 
 }  // namespace
@@ -65,30 +63,29 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
 
     DDX_Text(exchange, IDC_FILL_NO, m_form.exchangeFillNo);
     DDX_Text(exchange, IDC_SYSTEM_NO, m_form.systemNo);
-    DDX_Code(exchange, m_upper, m_form.upper);
-    DDX_Code(exchange, m_account, m_form.account);
-    DDX_Code(exchange, m_fillSource, m_form.fillSource);
-    DDX_Text(exchange, IDC_FILL_QTY, m_form.fillQty);
-    DDX_Code(exchange, m_exchange, m_form.exchange);
-    DDX_Code(exchange, m_commodity, m_form.commodity);
-    if (exchange->m_bSaveAndValidate) {
-        m_form.commodityIndex = m_commodity.GetCurSel();
-    }
-    DDX_Text(exchange, IDC_FILL_CONTRACT, m_form.contract);
-    DDX_Code(exchange, m_direction, m_form.direction);
+    DDX_CodedText(exchange, m_upper, m_form.upper);
+    DDX_CodedText(exchange, m_account, m_form.account);
+    DDX_Code(exchange, m_fillSource, FillSources(m_form), m_form.fillSource);
+    DDX_Number(exchange, IDC_FILL_QTY, m_form.fillQty);
+    DDX_Code(exchange, m_direction, kDirections, m_form.direction);
     DDX_Text(exchange, IDC_FILL_PRICE_WHOLE, m_form.price.whole);
-    DDX_Text(exchange, IDC_FILL_PRICE_NUMERATOR, m_form.price.numerator);
+    DDX_Number(exchange, IDC_FILL_PRICE_NUMERATOR, m_form.price.numerator);
     DDX_Text(exchange, IDC_OPEN_CONTRACT, m_form.openContract);
-    DDX_CBString(exchange, IDC_OPEN_DIRECTION, m_form.openDirection);
     DDX_Text(exchange, IDC_FILL_PRICE2_WHOLE, m_form.price2.whole);
-    DDX_Text(exchange, IDC_FILL_PRICE2_NUMERATOR, m_form.price2.numerator);
-    DDX_Code(exchange, m_currency, m_form.currency);
-    if (!exchange->m_bSaveAndValidate) {
-        DDX_Text(exchange, IDC_FILL_PRICE_DENOMINATOR, m_form.denominator);
-        DDX_Text(exchange, IDC_FILL_PRICE2_DENOMINATOR, m_form.denominator2);
-    }
-    DDX_Check(exchange, IDC_FILL_FEE_GIVEN, m_form.feeGiven);
+    DDX_Number(exchange, IDC_FILL_PRICE2_NUMERATOR, m_form.price2.numerator);
+    DDX_Flag(exchange, IDC_FILL_FEE_GIVEN, m_form.feeGiven);
     DDX_Text(exchange, IDC_FEE, m_form.fee);
+    if (exchange->m_bSaveAndValidate) {
+        m_form = ChosenForm();
+        m_form.openContract = TrimBlanks(m_form.openContract);
+        m_form.currency = m_currency.GetCurrentCode();
+        return;
+    }
+    ShowCommodity(m_form);
+    SetDlgItemText(IDC_FILL_CONTRACT, m_form.contract);
+    DDX_Number(exchange, IDC_FILL_PRICE_DENOMINATOR, m_form.denominator);
+    DDX_Number(exchange, IDC_FILL_PRICE2_DENOMINATOR, m_form.denominator);
+    ShowOpenDirection();
 }
 
 // --- set-up ---
@@ -106,11 +103,11 @@ void CEmendoMatch::SetUpControls() {
         SendDlgItemMessageA(m_hWnd, limit.id, EM_LIMITTEXT, limit.characters, 0);
     }
     m_openDirection.ResetContent();
-    for (const std::string& direction : DirectionItems()) {
+    for (const std::string& direction : kDirections.Words()) {
         m_openDirection.AddString(direction);
     }
-    m_direction.SetItems(DirectionItems(), false);
-    m_fillSource.SetItems(FillSourceItems(), false);
+    m_direction.SetItems(kDirections.Words(), false);
+    m_fillSource.SetItems(FillSources(m_form).Words(), false);
 }
 
 void CEmendoMatch::SetUpMode() {
@@ -124,7 +121,7 @@ void CEmendoMatch::SetUpMode() {
             ::EnableWindow(child, FALSE);
         }
     }
-    if (FillMode::IsInput(m_form.mode)) {
+    if (IsInput(m_form.mode)) {
         GenerateNumbers(m_form, SystemClock().Now());
         SetDlgItemText(IDC_FILL_NO, m_form.exchangeFillNo);
         SetDlgItemText(IDC_SYSTEM_NO, m_form.systemNo);
@@ -133,16 +130,8 @@ void CEmendoMatch::SetUpMode() {
 }
 
 void CEmendoMatch::ShowLoadedRecord() {
-    if (!m_form.exchange.empty() && !m_form.commodity.empty() &&
-        OrderSourceFromTextWithAll(m_form.fillSource) == kCarrySource) {
-        // A carry belongs on the forward market, whatever exchange its record names.
-        const std::string exchange = DefaultExchange(m_form, CurrentTradeData());
-        if (!exchange.empty()) {
-            m_form.exchange = exchange;
-        }
-    }
     // The commodities are those of the exchange, so it has to be there first.
-    SelectByCode(m_exchange, m_form.exchange);
+    ShowLine(m_exchange, m_exchange.FindCode(m_form.exchange), m_form.exchange);
     FillCommodities();
     UpdateData(false);
 }
@@ -157,57 +146,86 @@ void CEmendoMatch::ShowDefaults() {
 
 // --- lists ---
 
-std::vector<std::string> CEmendoMatch::ListOfSign(const ItemsOfSign& items) const {
-    const TradeData trade = CurrentTradeData();
-    return ListsAreOpen(m_form.accountNo, m_form.sign, trade) ? items(m_form.sign, trade)
-                                                              : std::vector<std::string>();
+bool CEmendoMatch::MayList() const {
+    return ListsAreOpen(m_form.accountNo, m_form.sign, CurrentTradeData());
 }
 
 void CEmendoMatch::FillLists() {
-    const auto ofEverySign = [](const std::string&, const TradeData& trade) { return CurrencyItems(trade); };
-    m_currency.SetItems(ListOfSign(ofEverySign), true);
+    const TradeData trade = CurrentTradeData();
+    m_currency.SetItems(CurrencyItems(trade), true);
     m_currency.SelectString(-1, kPreferredCurrency);
-    m_form.currency = m_currency.GetText();
     FillAccounts();
-    m_upper.SetItems(ListOfSign(UpperItems), true);
-    m_exchange.SetItems(ListOfSign(ExchangeItems), true);
+    m_upper.SetItems(UpperItems(m_form.sign, trade), true);
+    m_exchange.SetItems(ExchangeItems(m_form.sign, trade), true);
 }
 
 void CEmendoMatch::FillAccounts() {
-    SetPlainItems(m_account, ListOfSign(AccountItems));
+    SetPlainItems(m_account,
+                  MayList() ? AccountItems(m_form.sign, CurrentTradeData()) : std::vector<std::string>());
 }
 
 void CEmendoMatch::FillCommodities() {
-    const ExchangeKey exchange = ExchangeKeyOf(ChosenForm());
+    const FillForm chosen = ChosenForm();
     std::vector<std::string> items;
-    if (!exchange.exchangeNo.Empty()) {
-        items = ListOfSign(
-            [&](const std::string&, const TradeData& trade) { return CommodityItems(exchange, trade); });
+    m_listedTypes.clear();
+    if (!chosen.exchange.empty() && MayList()) {
+        for (const CommodityRecord* commodity : CurrentTradeData().Commodities(ExchangeKeyOf(chosen))) {
+            items.push_back(CodedItem(commodity->commodityNo.View(), commodity->commodityName.View()));
+            m_listedTypes += commodity->commodityType;
+        }
     }
     m_commodity.SetItems(std::move(items), true);
-    m_listedExchange = exchange.exchangeNo.Str();
+    if (std::exchange(m_listedExchange, chosen.exchange) == chosen.exchange) {
+        ShowCommodity(chosen);
+    }
+}
+
+void CEmendoMatch::ShowCommodity(const FillForm& form) {
+    std::size_t line = 0;
+    while (line < m_listedTypes.size() &&
+           (m_listedTypes[line] != form.commodityType ||
+            m_commodity.GetItemCode(static_cast<int>(line)) != form.commodity)) {
+        ++line;
+    }
+    ShowLine(m_commodity, line < m_listedTypes.size() ? static_cast<int>(line) : -1, form.commodity);
+}
+
+// What was loaded need not be listed: without a selection its codes count before the lists', and its type is
+// that of every commodity without a line.
+FillForm CEmendoMatch::ChosenForm() const {
+    FillForm chosen = m_form;
+    const ContractKey& loaded = m_form.loadedKey;
+    const auto shows = [](const CxComboBox& combo, const std::string& code) {
+        return combo.GetSelectedIndex() < 0 && combo.Shows(code);
+    };
+    chosen.exchange = loaded.exchangeNo.Str();
+    if (!shows(m_exchange, chosen.exchange)) {
+        chosen.exchange = m_exchange.GetCurrentCode();
+    }
+    chosen.commodity = loaded.commodityNo.Str();
+    chosen.commodityType = loaded.commodityType;
+    if (loaded.exchangeNo != chosen.exchange || !shows(m_commodity, chosen.commodity)) {
+        const auto line = static_cast<std::size_t>(m_commodity.GetCurrentIndex());
+        chosen.commodity = m_commodity.GetCurrentCode();
+        chosen.commodityType = line < m_listedTypes.size() ? m_listedTypes[line] : loaded.commodityType;
+    }
+    const std::string contract = GetDlgItemText(IDC_FILL_CONTRACT);
+    chosen.contract = contract == m_form.loadedContract ? contract : std::string(TrimBlanks(contract));
+    return chosen;
 }
 
 // --- layout ---
 
-FillForm CEmendoMatch::ChosenForm() const {
-    FillForm chosen = m_form;
-    chosen.exchange = m_exchange.GetCurrentCode();
-    chosen.commodity = m_commodity.GetCurrentCode();
-    chosen.commodityIndex = m_commodity.GetCurSel();
-    chosen.contract = GetDlgItemText(IDC_FILL_CONTRACT);
-    return chosen;
-}
-
-char CEmendoMatch::ChosenSource() const {
-    return OrderSourceFromTextWithAll(m_fillSource.GetCurrentCode());
-}
-
 void CEmendoMatch::SelectDefaultExchange() {
     const std::string exchange = DefaultExchange(m_form, CurrentTradeData());
-    if (!exchange.empty() && m_exchange.GetCurrentCode() != exchange) {
-        SelectByCode(m_exchange, exchange);
+    if (!exchange.empty() && ChosenForm().exchange != exchange) {
+        ShowLine(m_exchange, m_exchange.FindCode(exchange), exchange);
+        FillCommodities();
     }
+}
+
+void CEmendoMatch::ShowOpenDirection() {
+    m_openDirection.SetWindowText(DirectionToText(OppositeDirection(m_form.direction)));
 }
 
 void CEmendoMatch::Relayout() {
@@ -215,14 +233,21 @@ void CEmendoMatch::Relayout() {
     if (chosen.commodity.empty() || chosen.exchange.empty()) {
         return;
     }
+    CDataExchange reading(*this, true);
+    DDX_Code(&reading, m_fillSource, FillSources(m_form), m_form.fillSource);
     const FillView view =
-        ViewOf(m_form.mode, ChosenSource(), FindCommodity(chosen, CurrentTradeData()), m_form.denominator);
-    m_form.denominator = m_form.denominator2 = view.denominator;
-    if (view.fillSource == kCarrySource) {
+        ViewOf(m_form.mode, m_form.fillSource, FindCommodity(chosen, CurrentTradeData()), m_form.denominator);
+    if (view.fillSource == OrderSource::kCarry) {
         SelectDefaultExchange();
     }
     RedrawOff redrawOff(m_hWnd);
     ApplyControlStates(m_hWnd, FillControlStates(view));
+    if (std::exchange(m_form.denominator, view.denominator) != view.denominator || !view.Fractional()) {
+        // A numerator belongs to its denominator.
+        const auto ownTexts = m_numbers.OwnTexts();
+        SetDlgItemText(IDC_FILL_PRICE_NUMERATOR, "0");
+        SetDlgItemText(IDC_FILL_PRICE2_NUMERATOR, "0");
+    }
     const std::string denominator = std::to_string(view.denominator);
     SetDlgItemText(IDC_FILL_PRICE_DENOMINATOR, denominator);
     SetDlgItemText(IDC_FILL_PRICE2_DENOMINATOR, denominator);

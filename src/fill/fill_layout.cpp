@@ -53,11 +53,11 @@ FillMove PlacesOf(FillLayout layout) {
 
 }  // namespace
 
-bool StartsDisabled(int mode, bool forOrder, int controlId) {
+bool StartsDisabled(FillMode mode, bool forOrder, int controlId) {
     switch (mode) {
-        case FillMode::kModify:
+        case FillMode::Modify:
             return !Holds(kOpenInModify, controlId);
-        case FillMode::kRemove:
+        case FillMode::Remove:
             return !Holds(kButtons, controlId);
         default:
             return forOrder && Holds(kShutForOrder, controlId);
@@ -71,10 +71,10 @@ FillLayout FillView::Layout() const {
     return combination ? FillLayout::Combination : FillLayout::Single;
 }
 
-FillView ViewOf(int mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator) {
-    const bool fullInput = mode == FillMode::kFullInput;
+FillView ViewOf(FillMode mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator) {
+    const bool fullInput = mode == FillMode::FullInput;
     FillView view{mode, fillSource, false, false, denominator};
-    view.carry = fullInput && fillSource == kCarrySource;
+    view.carry = fullInput && fillSource == OrderSource::kCarry;
     if (commodity) {
         view.combination = fullInput && IsTwoLegType(commodity->commodityType);
         view.denominator = static_cast<std::int32_t>(commodity->tickDenominator);
@@ -85,16 +85,16 @@ FillView ViewOf(int mode, char fillSource, const CommodityRecord* commodity, std
 std::vector<ControlState> FillControlStates(const FillView& view) {
     const Wanted carry = WantedIf(view.carry);
     const Wanted second = WantedIf(view.carry || view.combination);
-    const bool fractional = view.denominator >= 2;
-    const bool exchangeFree = view.fillSource != kCarrySource && view.mode != FillMode::kFullInput &&
-                              view.mode != FillMode::kRemove;
+    const bool fractional = view.Fractional();
+    const bool exchangeFree = view.fillSource != OrderSource::kCarry && view.mode != FillMode::FullInput &&
+                              view.mode != FillMode::Remove;
 
     std::vector<ControlState> states{{IDC_EXCHANGE, Wanted::Keep, WantedIf(exchangeFree)}};
     for (int id : kOpenContractRow) {
         states.push_back({id, carry, id == IDC_OPEN_CONTRACT ? carry : Wanted::Keep});
     }
     for (int id : kFractionParts) {
-        states.push_back({id, Wanted::Keep, WantedIf(fractional && view.mode != FillMode::kRemove)});
+        states.push_back({id, Wanted::Keep, WantedIf(fractional && view.mode != FillMode::Remove)});
     }
     for (int id : kWholeParts2) {
         states.push_back({id, second, second});

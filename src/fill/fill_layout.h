@@ -16,21 +16,22 @@ enum class FillLayout {
 };
 
 // True for a control that is shut off when the dialog opens in this mode.
-bool StartsDisabled(int mode, bool forOrder, int controlId);
+bool StartsDisabled(FillMode mode, bool forOrder, int controlId);
 
 // What decides which controls are shown and enabled.
 struct FillView {
-    int mode = FillMode::kFullInput;
+    FillMode mode = FillMode::FullInput;
     char fillSource = 0;  // code; 0 for none
     bool carry = false;
     bool combination = false;
     std::int32_t denominator = 1;  // of both prices
 
+    bool Fractional() const { return denominator >= kFractionDenominator; }
     FillLayout Layout() const;
 };
 
 // `commodity` is the chosen one, null when it is not known; its denominator then stays the dialog's.
-FillView ViewOf(int mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator);
+FillView ViewOf(FillMode mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator);
 
 // The controls whose state follows the view, and their states.
 std::vector<ControlState> FillControlStates(const FillView& view);

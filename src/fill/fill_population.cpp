@@ -1,20 +1,16 @@
 #include "fill/fill_population.h"
 
+#include "fill/fill_request.h"
 #include "framework/format_text.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
 #include "trade/code_tables.h"
 #include "trade/contract_text.h"
+#include "trade/price_format.h"
+
+#include <cstring>
 
 namespace {
-
-std::vector<std::string> WordsOf(std::string_view codes, std::string (*toText)(char)) {
-    std::vector<std::string> words;
-    for (char code : codes) {
-        words.push_back(toText(code));
-    }
-    return words;
-}
 
 // What fills and orders tell under the same names.
 template <typename Record>
@@ -25,50 +21,62 @@ void TakeIdentity(FillForm& form, const Record& record) {
     form.commodity = record.key.commodityNo.Str();
     form.commodityType = record.key.commodityType;
     form.upper = record.upperNo.Str();
-    form.direction = DirectionToText(record.direction);
-    form.openDirection = OpenDirectionOf(form.direction);
+    form.direction = record.direction;
 }
 
-void TakePrice(FillForm& form, const std::string& text) {
-    const SplitPrice split = SplitPriceText(text);
-    form.price = split.row;
-    form.denominator = form.denominator2 = split.denominator ? split.denominator : 1;
+// The key as a contract text would give it: no option is said as 'N', and nothing stands behind the texts.
+ContractKey CleanKey(ContractKey key) {
+    const auto clean = [](auto&... texts) { (texts.Set(texts.Str()), ...); };
+    clean(key.sign, key.exchangeNo, key.commodityNo, key.contractNo, key.strikePrice, key.contractNo2,
+          key.strikePrice2);
+    key.optionType = key.optionType ? key.optionType : 'N';
+    key.optionType2 = key.optionType2 ? key.optionType2 : 'N';
+    if (key.commodityType == CommodityType::kSpreadCommodity) {
+        key.contractNo2 = key.contractNo;
+    }
+    return key;
 }
 
-void LoadFill(FillForm& form, const FillRecord& fill, const TradeData& trade) {
+// In the fractions of the commodity, whatever the host has reduced them to.
+void TakePrice(FillForm& form, const std::string& text, const TradeData& trade) {
+    SplitPrice price = SplitPriceText(text);
+    form.denominator = price.denominator ? price.denominator : 1;
+    if (const CommodityRecord* commodity = FindCommodity(form, trade)) {
+        form.denominator = static_cast<std::int32_t>(commodity->tickDenominator);
+        if (form.denominator < kFractionDenominator && price.row.numerator != 0) {
+            price.row = {FormatPriceText(PriceValue(price.row, price.denominator), nullptr), 0};
+        }
+        price = InPartsOf(form.denominator, price);
+    }
+    form.price = price.row;
+}
+
+void LoadFill(FillForm& form, const FillRecord& fill) {
     TakeIdentity(form, fill);
-    form.fillSource = OrderSourceToText(fill.fillSource);
+    form.fillSource = fill.fillSource;
     form.fillQty = static_cast<std::int32_t>(fill.fillQty);
     form.fillNo = fill.fillNo;
     form.exchangeFillNo = fill.exchangeFillNo.Str();
     // A fill names its order's number itself too; the order is the one to trust while it is there.
     form.systemNo = fill.order ? fill.order->systemNo.Str() : fill.systemNo.Str();
-    form.contract = fill.key.contractNo.Str();
-    TakePrice(form, trade.FormatPrice(&fill, fill.fillPrice));
+    ContractKey key{};
+    std::memcpy(&key, &fill.key, sizeof(fill.key));
+    form.loadedKey = CleanKey(key);
+    form.contract = form.loadedContract = fill.key.contractNo.Str();
 }
 
 void LoadOrder(FillForm& form, const OrderRecord& order, const TradeData& trade) {
     TakeIdentity(form, order);
-    form.fillSource = OrderSourceToTextWithAll(order.orderSource);
+    form.fillSource = order.orderSource;
     form.remainingOrderQty = static_cast<std::int32_t>(order.orderQty - order.fillQty);
     form.fillQty = form.remainingOrderQty;
     form.systemNo = order.systemNo.Str();
+    form.loadedKey = CleanKey(order.key);
     FormatContractText(order.key, form.contract, true, false, trade);
-    TakePrice(form, trade.FormatPrice(&order, order.fillPrice));
-    if (IsTwoLegType(form.commodityType)) {
-        form.price2 = form.price;
-    }
+    form.loadedContract = form.contract;
 }
 
 }  // namespace
-
-std::vector<std::string> DirectionItems() {
-    return WordsOf("BS", DirectionToText);
-}
-
-std::vector<std::string> FillSourceItems() {
-    return WordsOf("EJPMSDR", OrderSourceToText);
-}
 
 std::string DefaultExchange(const FillForm& form, const TradeData& trade) {
     for (const ExchangeRecord* exchange : trade.Exchanges(form.sign)) {
@@ -81,9 +89,9 @@ std::string DefaultExchange(const FillForm& form, const TradeData& trade) {
 
 std::string FillTitle(const FillForm& form) {
     switch (form.mode) {
-        case FillMode::kModify:
+        case FillMode::Modify:
             return ResString(IDS_MODIFY_FILL_TITLE);
-        case FillMode::kRemove:
+        case FillMode::Remove:
             if (!form.fill) {
                 return ResString(IDS_REMOVE_FILLED_TITLE);
             }
@@ -96,11 +104,11 @@ std::string FillTitle(const FillForm& form) {
     }
 }
 
-std::string FillConfirmCaption(int mode) {
+std::string FillConfirmCaption(FillMode mode) {
     switch (mode) {
-        case FillMode::kModify:
+        case FillMode::Modify:
             return ResString(IDS_MODIFY);
-        case FillMode::kRemove:
+        case FillMode::Remove:
             return ResString(IDS_REMOVE);
         default:
             return ResString(IDS_INPUT);
@@ -117,13 +125,23 @@ void GenerateNumbers(FillForm& form, const LocalMoment& now) {
 
 bool LoadRecord(FillForm& form, const TradeData& trade) {
     if (form.fill) {
-        LoadFill(form, *form.fill, trade);
+        LoadFill(form, *form.fill);
     } else if (form.order) {
         LoadOrder(form, *form.order, trade);
+    } else {
+        return false;
     }
-    return form.fill || form.order;
-}
-
-std::string OpenDirectionOf(const std::string& direction) {
-    return DirectionToText(OppositeDirection(DirectionFromText(direction)));
+    if (form.fillSource == OrderSource::kCarry && !form.exchange.empty() && !form.commodity.empty()) {
+        // A carry belongs on the forward market, whatever exchange its record names.
+        const std::string exchange = DefaultExchange(form, trade);
+        form.exchange = exchange.empty() ? form.exchange : exchange;
+    }
+    TakePrice(form,
+              form.fill ? trade.FormatPrice(form.fill, form.fill->fillPrice)
+                        : trade.FormatPrice(form.order, form.order->fillPrice),
+              trade);
+    if (!form.fill && IsTwoLegType(form.commodityType)) {
+        form.price2 = form.price;
+    }
+    return true;
 }

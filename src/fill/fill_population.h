@@ -2,17 +2,19 @@
 
 #include "controls/date_text.h"
 #include "fill/fill_form.h"
+#include "trade/code_tables.h"
 #include "trade/trade_data.h"
 
 #include <string>
-#include <vector>
 
 // What the dialog offers and starts with.
 
-// Words of the two direction lists and of the source list, in the order in which they are offered. A carry is
-// not offered; it comes from a loaded record only.
-std::vector<std::string> DirectionItems();
-std::vector<std::string> FillSourceItems();
+inline constexpr CodeList kDirections{"BS", DirectionToText, DirectionFromText};
+// A carry is not offered; it comes from a loaded record only. An order's source may be All, which a fill's is
+// not.
+inline CodeList FillSources(const FillForm& form) {
+    return {"EJPMSDR", form.fill ? OrderSourceToText : OrderSourceToTextWithAll, OrderSourceFromText};
+}
 
 // The exchange of the dialog's sign that trades on the forward market, the first of several; empty when there
 // is none.
@@ -20,7 +22,7 @@ std::string DefaultExchange(const FillForm& form, const TradeData& trade);
 
 // Title of the dialog; empty: the caption of the template stays, because there is no order to name.
 std::string FillTitle(const FillForm& form);
-std::string FillConfirmCaption(int mode);
+std::string FillConfirmCaption(FillMode mode);
 
 // Generated numbers of an input: the fill's on the exchange, and the system number unless an order gives one.
 void GenerateNumbers(FillForm& form, const LocalMoment& now);
@@ -28,6 +30,3 @@ void GenerateNumbers(FillForm& form, const LocalMoment& now);
 // Takes the values of the record that the dialog was opened on: the fill, else the order. False when there is
 // neither.
 bool LoadRecord(FillForm& form, const TradeData& trade);
-
-// The word that the open direction shows for a direction.
-std::string OpenDirectionOf(const std::string& direction);

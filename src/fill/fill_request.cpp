@@ -30,6 +30,10 @@ ExchangeKey ExchangeKeyOf(const FillForm& form) {
 }
 
 ContractKey ContractKeyOf(const FillForm& form) {
+    if (form.loadedKey.exchangeNo == form.exchange && form.loadedKey.commodityNo == form.commodity &&
+        form.loadedKey.commodityType == form.commodityType && form.loadedContract == form.contract) {
+        return form.loadedKey;
+    }
     ContractKey key = EmptyContractKey();
     if (!ParseContractText(form.exchange + ' ' + form.commodity + ' ' + form.contract, key)) {
         key = EmptyContractKey();
@@ -48,17 +52,12 @@ SingleContractKey CloseContractKeyOf(const FillForm& form) {
 
 const CommodityRecord* FindCommodity(const FillForm& form, const TradeData& trade) {
     const CommodityRecord* known = trade.Commodity(CommodityKeyOf(form));
-    if (known || form.commodityType != CommodityType::kUnknown || form.commodity.empty()) {
+    if (known || form.fill || form.order || form.commodity.empty()) {
         return known;
     }
-    // Commodities of different types may have one code: then the list tells which was chosen.
-    const auto listed = trade.Commodities(ExchangeKeyOf(form));
-    const auto index = static_cast<std::size_t>(form.commodityIndex);
-    if (index < listed.size() && listed[index]->commodityNo == form.commodity) {
-        return listed[index];
-    }
-    for (const CommodityRecord* commodity : listed) {
-        if (commodity->commodityNo == form.commodity) {
+    for (const CommodityRecord* commodity : trade.Commodities(ExchangeKeyOf(form))) {
+        if (commodity->commodityNo == form.commodity && (commodity->commodityType == form.commodityType ||
+                                                         form.commodityType == CommodityType::kUnknown)) {
             return commodity;
         }
     }
@@ -71,22 +70,15 @@ FillRecord MakeFillRecord(const FillForm& form, const LocalMoment& now) {
     fill.upperNo.Set(form.upper);
     fill.systemNo.Set(form.systemNo);
     fill.exchangeFillNo.Set(form.exchangeFillNo);
-    fill.fillPrice = PriceOf(form);
+    fill.fillPrice = PriceOf(form, form.price);
     fill.fillQty = static_cast<std::uint32_t>(form.fillQty);
     fill.fillTime.Set(FormatLocalTime(kRecordTimePattern, now));
     fill.fee = form.fee;
     fill.currencyNo.Set(form.currency);
-    const ContractKey key = ContractKeyOf(form);
-    fill.key.sign.Set(form.sign);
-    fill.key.exchangeNo.Set(form.exchange);
-    fill.key.commodityType = key.commodityType;
-    fill.key.commodityNo.Set(form.commodity);
-    fill.key.contractNo = key.contractNo;
-    fill.key.strikePrice = key.strikePrice;
-    fill.key.optionType = key.optionType;
+    fill.key = FirstLegOf(ContractKeyOf(form));
     fill.flag111 = 'N';
-    fill.fillSource = OrderSourceFromText(form.fillSource);
-    fill.direction = DirectionFromText(form.direction);
+    fill.fillSource = form.fillSource;
+    fill.direction = form.direction;
     return fill;
 }
 

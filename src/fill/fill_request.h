@@ -10,14 +10,15 @@
 
 ExchangeKey ExchangeKeyOf(const FillForm& form);
 CommodityKey CommodityKeyOf(const FillForm& form);
-// The contract text read with exchange and commodity in front; without both option types ('N') and sign only
-// when it is malformed.
+// The loaded record's own key while the form names its contract, of which the text may hold a part only: the
+// text of an option's fill has no strike. Else the text, read with exchange and commodity in front; a
+// malformed one gives nothing but the option types ('N') and the sign.
 ContractKey ContractKeyOf(const FillForm& form);
 // The position that the close leg of a carry pair closes. Its contract is the text as it stands.
 SingleContractKey CloseContractKeyOf(const FillForm& form);
 
-// The chosen commodity; null when it is not known. A dialog that was opened on no record knows no commodity
-// type, so it takes the exchange's commodity of that number.
+// The chosen commodity; null when it is not known. A dialog that was opened on no record has no sign, so it
+// looks among those that the exchange lists.
 const CommodityRecord* FindCommodity(const FillForm& form, const TradeData& trade);
 
 // The request as all modes start it, zero where the form says nothing. `now` is its fill time.

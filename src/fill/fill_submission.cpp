@@ -10,19 +10,19 @@
 
 namespace {
 
-FillOutcome StayOrGone(const FillDesk& desk) {
-    return desk.prompt.DialogExists() ? FillOutcome::Stay : FillOutcome::Gone;
+FillOutcome StayOrGone(const FillServices& services) {
+    return services.prompt.DialogExists() ? FillOutcome::Stay : FillOutcome::Gone;
 }
 
-FillOutcome Tell(const FillDesk& desk, const std::string& text, int captionId = IDS_TIPS) {
-    desk.prompt.Ask(text, ResString(captionId), PromptButtons::Ok);
-    return StayOrGone(desk);
+FillOutcome Tell(const FillServices& services, const std::string& text, int captionId = IDS_TIPS) {
+    services.prompt.Ask(text, ResString(captionId), PromptButtons::Ok);
+    return StayOrGone(services);
 }
 
-bool Agrees(const FillDesk& desk, int questionId) {
-    return desk.prompt.Ask(ResString(questionId), ResString(IDS_TIPS), PromptButtons::YesNo) ==
+bool Agrees(const FillServices& services, int questionId) {
+    return services.prompt.Ask(ResString(questionId), ResString(IDS_TIPS), PromptButtons::YesNo) ==
                PromptAnswer::Yes &&
-           desk.prompt.DialogExists();
+           services.prompt.DialogExists();
 }
 
 // What the commodity makes of a fill.
@@ -46,21 +46,21 @@ Legs LegsOf(const FillForm& form, const TradeData& trade) {
 
 // Sends the record, a combination as its two legs, which the record then holds last. The last send decides;
 // Close means that it was sent.
-FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const Legs& legs, const FillDesk& desk) {
+FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const Legs& legs, const FillServices& services) {
     const std::string exchangeFillNo = fill.exchangeFillNo.Str();
     if (legs.Combination()) {
         fill.key = legs.first;
         fill.exchangeFillNo.Set(exchangeFillNo + "_1");
     }
-    bool sent = desk.requests.SendFill(fill);
+    bool sent = services.requests.SendFill(fill);
     if (legs.Combination()) {
-        fill.fillPrice = Price2Of(form);
+        fill.fillPrice = PriceOf(form, form.price2);
         fill.key = legs.second;
         fill.exchangeFillNo.Set(exchangeFillNo + "_2");
         fill.direction = OppositeDirection(fill.direction);
-        sent = desk.requests.SendFill(fill);
+        sent = services.requests.SendFill(fill);
     }
-    return sent ? FillOutcome::Close : Tell(desk, ResString(IDS_SEND_INPUT_FAILED));
+    return sent ? FillOutcome::Close : Tell(services, ResString(IDS_SEND_INPUT_FAILED));
 }
 
 std::string NoPositionText(const FillRecord& fill) {
@@ -87,84 +87,85 @@ int DateMistake(const FillRecord& fill, const FillForm& form) {
 
 bool HasPositionToClose(const FillRecord& fill, const FillForm& form, const TradeData& trade) {
     const TradeData::Quantities held = trade.PositionQty(fill.accountNo.Str(), CloseContractKeyOf(form));
-    return !(held.shortQty == 0 && fill.direction == 'B') && !(held.longQty == 0 && fill.direction == 'S');
+    return !(held.shortQty == 0 && fill.direction == Direction::kBuy) &&
+           !(held.longQty == 0 && fill.direction == Direction::kSell);
 }
 
 // Closes the position at one date and opens it at another. The open leg goes out whatever became of the close
 // leg: each tells its own failure.
-FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const Legs& legs, const FillDesk& desk) {
+FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const Legs& legs,
+                          const FillServices& services) {
     if (legs.commodityType == CommodityType::kSpreadMonth ||
         legs.commodityType == CommodityType::kSpreadCommodity) {
-        return Tell(desk, ResString(IDS_NO_SPREAD_CARRY), IDS_INPUT_FAILED_CAPTION);
+        return Tell(services, ResString(IDS_NO_SPREAD_CARRY), IDS_INPUT_FAILED_CAPTION);
     }
     if (const int mistake = DateMistake(fill, form)) {
-        return Tell(desk, ResString(mistake));
+        return Tell(services, ResString(mistake));
     }
-    if (!HasPositionToClose(fill, form, desk.trade)) {
-        return Tell(desk, NoPositionText(fill));
+    if (!HasPositionToClose(fill, form, services.trade)) {
+        return Tell(services, NoPositionText(fill));
     }
-    if (!desk.prompt.DialogExists()) {
+    if (!services.prompt.DialogExists()) {
         return FillOutcome::Gone;
     }
     fill.feeGiven = 'Y';
     fill.fee = 0.0;
     fill.carryPair = 'Y';
-    if (SendLegs(fill, form, legs, desk) == FillOutcome::Gone) {
+    if (SendLegs(fill, form, legs, services) == FillOutcome::Gone) {
         return FillOutcome::Gone;
     }
-    fill.fillPrice = Price2Of(form);
+    fill.fillPrice = PriceOf(form, form.price2);
     fill.direction = OppositeDirection(fill.direction);
     fill.key.contractNo.Set(form.openContract);
     fill.fillNo.Set(fill.fillNo.Str() + "~");
     fill.systemNo.Set(fill.systemNo.Str() + "~");
     SetFee(fill, form);
-    return SendLegs(fill, form, legs, desk);
+    return SendLegs(fill, form, legs, services);
 }
 
-FillOutcome SendInput(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
-    if (form.remainingOrderQty < form.fillQty && !Agrees(desk, IDS_ASK_FILL_ABOVE_REMAINING)) {
-        return StayOrGone(desk);
+FillOutcome SendInput(FillRecord& fill, const FillForm& form, const FillServices& services) {
+    if (form.remainingOrderQty < form.fillQty && !Agrees(services, IDS_ASK_FILL_ABOVE_REMAINING)) {
+        return StayOrGone(services);
     }
-    const Legs legs = LegsOf(form, desk.trade);
-    if (!desk.prompt.DialogExists()) {
+    const Legs legs = LegsOf(form, services.trade);
+    if (!services.prompt.DialogExists()) {
         return FillOutcome::Gone;
     }
-    if (fill.fillSource == kCarrySource) {
-        return SendCarryPair(fill, form, legs, desk);
+    if (fill.fillSource == OrderSource::kCarry) {
+        return SendCarryPair(fill, form, legs, services);
     }
     SetFee(fill, form);
-    return SendLegs(fill, form, legs, desk);
+    return SendLegs(fill, form, legs, services);
 }
 
-FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillDesk& desk) {
+FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillServices& services) {
     fill.fillNo = form.fillNo;
-    fill.key = FirstLegOf(ContractKeyOf(form));
-    return desk.requests.RemoveFill(fill) ? FillOutcome::Close
-                                          : Tell(desk, ResString(IDS_SEND_REMOVE_FAILED));
+    return services.requests.RemoveFill(fill) ? FillOutcome::Close
+                                              : Tell(services, ResString(IDS_SEND_REMOVE_FAILED));
 }
 
 }  // namespace
 
 // A host that takes the dialog away before the first request is out does not want its entry any more.
-FillOutcome SubmitFill(const FillForm& form, const FillDesk& desk) {
-    switch (CheckFill(form, desk.trade, desk.prompt)) {
+FillOutcome SubmitFill(const FillForm& form, const FillServices& services) {
+    switch (CheckFill(form, services.trade, services.prompt)) {
         case FillCheck::Passed:
             break;
         case FillCheck::Refused:
-            return StayOrGone(desk);
+            return StayOrGone(services);
         case FillCheck::PriceDoubted:
-            return desk.prompt.DialogExists() ? FillOutcome::StayWithPrice : FillOutcome::Gone;
+            return services.prompt.DialogExists() ? FillOutcome::StayWithPrice : FillOutcome::Gone;
     }
-    if (!desk.prompt.DialogExists()) {
+    if (!services.prompt.DialogExists()) {
         return FillOutcome::Gone;
     }
-    FillRecord fill = MakeFillRecord(form, desk.clock.Now());
+    FillRecord fill = MakeFillRecord(form, services.clock.Now());
     switch (form.mode) {
-        case FillMode::kModify:
-            return Tell(desk, ResString(IDS_SEND_MODIFY_FAILED));
-        case FillMode::kRemove:
-            return Remove(fill, form, desk);
+        case FillMode::Modify:
+            return Tell(services, ResString(IDS_SEND_MODIFY_FAILED));
+        case FillMode::Remove:
+            return Remove(fill, form, services);
         default:
-            return SendInput(fill, form, desk);
+            return SendInput(fill, form, services);
     }
 }

@@ -14,7 +14,7 @@ enum class FillOutcome {
 };
 
 // Everything that confirming reaches outside of the form. The operator is told and asked through `prompt`.
-struct FillDesk {
+struct FillServices {
     TradeData trade;
     TradeRequests requests;
     IPrompt& prompt;
@@ -23,4 +23,4 @@ struct FillDesk {
 
 // Checks the form and sends what its mode asks for: an input as one record per leg, a carry as two fills, a
 // removal. Nothing is sent once the dialog is gone.
-FillOutcome SubmitFill(const FillForm& form, const FillDesk& desk);
+FillOutcome SubmitFill(const FillForm& form, const FillServices& services);

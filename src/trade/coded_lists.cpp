@@ -40,8 +40,3 @@ std::vector<std::string> UpperItems(const std::string& sign, const TradeData& tr
 std::vector<std::string> ExchangeItems(const std::string& sign, const TradeData& trade) {
     return ItemsOf(trade.Exchanges(sign), &ExchangeRecord::exchangeNo, &ExchangeRecord::exchangeName);
 }
-
-std::vector<std::string> CommodityItems(const ExchangeKey& exchange, const TradeData& trade) {
-    return ItemsOf(trade.Commodities(exchange), &CommodityRecord::commodityNo,
-                   &CommodityRecord::commodityName);
-}

@@ -18,4 +18,3 @@ std::vector<std::string> CurrencyItems(const TradeData& trade);  // of every sig
 std::vector<std::string> AccountItems(const std::string& sign, const TradeData& trade);
 std::vector<std::string> UpperItems(const std::string& sign, const TradeData& trade);
 std::vector<std::string> ExchangeItems(const std::string& sign, const TradeData& trade);
-std::vector<std::string> CommodityItems(const ExchangeKey& exchange, const TradeData& trade);

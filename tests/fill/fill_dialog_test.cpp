@@ -5,9 +5,6 @@
 
 namespace {
 
-const char* const kAboveRemaining =
-    "FillQty cann't be greater than OrderQty,do you want to modify this order?";
-
 class FillDialog : public FillWindow {
 protected:
     // Where everything stands: the controls in the dialog, the dialog (id 0) on the screen.
@@ -82,16 +79,6 @@ TEST_F(FillDialog, ListsFollowTheExchange) {
     Choose(IDC_COMMODITY, "TR");
     EXPECT_EQ(Text(IDC_FILL_PRICE_DENOMINATOR), "8");
     EXPECT_TRUE(Enabled(IDC_FILL_PRICE_NUMERATOR));
-    // Passing the exchange by keeps the commodity; another exchange empties it.
-    Focus(IDC_EXCHANGE);
-    loop.Key(VK_TAB);
-    EXPECT_EQ(Text(IDC_COMMODITY), "TR");
-    Focus(IDC_EXCHANGE);
-    SendMessageA(Item(IDC_EXCHANGE), CB_SETEDITSEL, 0, MAKELPARAM(0, -1));
-    loop.Type(GetFocus(), "exf");
-    loop.Key(VK_TAB);
-    EXPECT_EQ(Text(IDC_EXCHANGE) + Text(IDC_COMMODITY), "EXF");
-    EXPECT_EQ(Count(IDC_COMMODITY), 1);
 }
 
 TEST_F(FillDialog, ACarryLeavesOnlyTheForwardExchange) {
@@ -103,36 +90,12 @@ TEST_F(FillDialog, ACarryLeavesOnlyTheForwardExchange) {
     EXPECT_EQ(Text(IDC_FILL_SOURCE), "Carry");
 }
 
-TEST_F(FillDialog, OfEqualCodesTheChosenCommodityCounts) {
-    Open(0);
-    Choose(IDC_EXCHANGE, "EXA");
-    const auto choose = [&](int index) {
-        SendMessageA(Item(IDC_COMMODITY), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
-        EXPECT_EQ(Text(IDC_COMMODITY), "CM");
-        return Shown(IDC_FILL_PRICE2_WHOLE);
-    };
-    EXPECT_FALSE(choose(0));
-    EXPECT_TRUE(choose(3));
-    Focus(IDC_EXCHANGE);
-    loop.Key(VK_TAB);
-    EXPECT_TRUE(Shown(IDC_FILL_PRICE2_WHOLE));
-}
-
 TEST_F(FillDialog, ARemovalNamesTheFillOfItsTitle) {
     FillRecord fill = book.FillOf("EXA CM 1509");
     OpenOn(3, fill);
     fill.fillNo.Set("OTHER");
     Press(IDC_CONFIRM);
     EXPECT_EQ(service.removedFillNos, std::vector<std::string>{"F77"});
-}
-
-TEST_F(FillDialog, AccountsAreListedAgainWhenTheirNumberChanged) {
-    Open(0);
-    SetText(IDC_ACCOUNT, "10002");
-    book.AddUser("10003");
-    Focus(IDC_ACCOUNT);
-    EXPECT_EQ(Count(IDC_ACCOUNT), 4);
-    EXPECT_EQ(Text(IDC_ACCOUNT), "10002");
 }
 
 TEST_F(FillDialog, EnterWalksAndSubmits) {
@@ -194,17 +157,6 @@ TEST_F(FillDialog, TypedTextsStayNumbers) {
     Choose(IDC_EXCHANGE, "EXA");
     Choose(IDC_COMMODITY, "TR");
     EXPECT_EQ(Typed(IDC_FILL_PRICE_WHOLE, "12.5"), "125");
-}
-
-TEST_F(FillDialog, ADoubtedPriceGetsTheFocus) {
-    OpenOn(0, order);
-    SetText(IDC_FILL_PRICE_WHOLE, "0");
-    Focus(IDC_CONFIRM);
-    MessageBoxScript boxes(Box("Fill Price is zero;\n\n\t\tAre you sure to down to this order?",
-                               "Operational quaification", IDCANCEL));
-    Press(IDC_CONFIRM);
-    EXPECT_EQ(FocusId(), IDC_FILL_PRICE_WHOLE);
-    EXPECT_TRUE(service.fills.empty());
 }
 
 TEST_F(FillDialog, ASecondPressDuringAQuestionOrASendDoesNothing) {

@@ -50,7 +50,7 @@ TEST(FillLayout, ViewsOfModeSourceAndCommodity) {
         CommodityRecord commodity{};
         commodity.commodityType = row.type;
         commodity.tickDenominator = row.tickDenominator;
-        const FillView view = ViewOf(row.mode, row.source, row.type ? &commodity : nullptr, 1);
+        const FillView view = ViewOf(FillMode{row.mode}, row.source, row.type ? &commodity : nullptr, 1);
         EXPECT_EQ(view.Layout(), row.layout);
         std::string states;
         for (const int id : {IDC_EXCHANGE, IDC_OPEN_CONTRACT, IDC_OPEN_CONTRACT_LABEL, IDC_OPEN_DIRECTION,

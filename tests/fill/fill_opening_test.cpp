@@ -126,8 +126,10 @@ TEST_F(FillOpening, WhateverServicesAreMissing) {
         for (int record : {0, 1, 2}) {
             record == 0 ? Open(mode) : record == 1 ? OpenOn(mode, order) : OpenOn(mode, fill);
             EXPECT_EQ(Count(IDC_ACCOUNT), 0);
-            const std::string noQty = record == 0 ? "FillQty must be greater than zero\n" : "";
-            MessageBoxScript boxes(Box("Commodity does not exist!\n" + noQty, "operation failed"));
+            std::string mistakes = "Commodity does not exist!\n";
+            mistakes += record == 0 ? "FillQty must be greater than zero\n" : "";
+            mistakes += record == 0 && mode < 2 ? "Direct can't be empty!\nSource can't be empty!\n" : "";
+            MessageBoxScript boxes(Box(mistakes, "operation failed"));
             Press(IDC_CONFIRM);
             Close();
         }

@@ -67,8 +67,8 @@ FillForm EnteredForm(const std::string& contract) {
     form.price.whole = "97";
     form.price2.whole = "98";
     form.currency = "USD";
-    form.fillSource = "E-TRADE";
-    form.direction = "Buy";
+    form.fillSource = 'E';
+    form.direction = 'B';
     form.fee = 2.5;
     return form;
 }
@@ -83,7 +83,7 @@ FillForm SpreadForm() {
 
 FillForm CarryForm() {
     FillForm form = EnteredForm("EXF CA 150320");
-    form.fillSource = "Carry";
+    form.fillSource = 'C';
     form.openContract = "150618";
     return form;
 }
@@ -101,7 +101,10 @@ TEST_F(FillSubmission, PlainFillWithAndWithoutFee) {
     form.feeGiven = true;
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     const Bytes fraction = Leg("EXA", "F", "TR", "1509") + Bytes{{232, Raw(97.375)}};
-    ExpectSent({fraction + Bytes{{256, "N"}}, fraction + Bytes{{256, "Y"}}});
+    form.denominator = 1;
+    EXPECT_EQ(Submit(form), FillOutcome::Close);
+    ExpectSent({fraction + Bytes{{256, "N"}}, fraction + Bytes{{256, "Y"}},
+                Leg("EXA", "F", "TR", "1509") + Bytes{{256, "Y"}}});
     EXPECT_TRUE(prompt.asked.empty());
 }
 
@@ -159,7 +162,7 @@ TEST_F(FillSubmission, CarryPairClosesAndOpens) {
     form.feeGiven = true;
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     form.feeGiven = false;
-    form.direction = "Sell";
+    form.direction = 'S';
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     const Bytes close =
         Leg("EXF", "F", "CA", "150320") + Bytes{{109, "C"}, {256, "Y"}, {268, Raw(0)}, {331, "Y"}};
@@ -171,7 +174,7 @@ TEST_F(FillSubmission, CarryPairClosesAndOpens) {
 
 TEST_F(FillSubmission, RemovalNamesTheLoadedFill) {
     FillForm form = PlainForm();
-    form.mode = FillMode::kRemove;
+    form.mode = FillMode::Remove;
     form.fillNo.Set("F77");
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     ASSERT_EQ(service.removedFills.size(), 1u);
@@ -202,13 +205,10 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
         std::vector<std::vector<int>> asked;  // of each box the text ids: caption, then the lines
     } const rows[] = {
         // clang-format off
-        {"all mistakes in one box", With(plain, [](auto& f) { f.commodity = "XX", f.fillQty = 0; }),
-         {Ok}, Stay, 0, {{10040, 10019, 10037}}},
+        {"all mistakes in one box",
+         With(plain, [](auto& f) { f.commodity = "XX", f.fillQty = f.direction = f.fillSource = 0; }),
+         {Ok}, Stay, 0, {{10040, 10019, 10037, 10018, 10030}}},
         {"malformed contract", With(plain, [](auto& f) { f.contract = " 1509"; }),
-         {Ok}, Stay, 0, {{10040, 10014}}},
-        {"one leg of a combination", With(spread, [](auto& f) { f.contract = "1509"; }),
-         {Ok}, Stay, 0, {{10040, 10014}}},
-        {"a combination of a plain one", With(plain, [](auto& f) { f.contract = "1509/1512"; }),
          {Ok}, Stay, 0, {{10040, 10014}}},
         {"date of 3M", EnteredForm("EXF CA 150618"), {Ok}, Stay, 0, {{10040, 10024}}},
         {"3M itself", EnteredForm("EXF CA 3M"), {}, Close, 1, {}},
@@ -221,18 +221,19 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
         {"no answer is no consent", tooMuch, {None}, Stay, 0, {above}},
         {"OK does not answer yes or no", tooMuch, {Ok}, Stay, 0, {above}},
         {"no answer removes no doubt", zeroPrice, {None}, Stay, 0, {zero}},
-        {"modify sends nothing", With(plain, [](auto& f) { f.mode = 2; }), {Ok}, Stay, 0, {{10114, 10057}}},
-        {"removal is checked too", With(plain, [](auto& f) { f.mode = 3, f.commodityType = 'O'; }),
+        {"modify sends nothing", With(plain, [](auto& f) { f.mode = FillMode::Modify; }), {Ok}, Stay, 0, {{10114, 10057}}},
+        {"removal is checked too",
+         With(plain, [](auto& f) { f.mode = FillMode::Remove, f.commodityType = 'O', f.direction = 0; }),
          {Ok}, Stay, 0, {{10040, 10019}}},
         {"no record, no type", With(plain, [](auto& f) { f.commodityType = 'U'; }), {}, Close, 1, {}},
-        {"carry of a spread", With(spread, [](auto& f) { f.fillSource = "Carry"; }),
+        {"carry of a spread", With(spread, [](auto& f) { f.fillSource = 'C'; }),
          {Ok}, Stay, 0, {{10053, 10054}}},
         {"same date", With(CarryForm(), [](auto& f) { f.openContract = "150320"; }),
          {Ok}, Stay, 0, {{10114, 10067}}},
         {"open before close", With(CarryForm(), [](auto& f) { f.openContract = "150318"; }),
          {Ok}, Stay, 0, {{10114, 10068}}},
         {"other modes have no open contract",
-         With(CarryForm(), [](auto& f) { f.mode = 1, f.openContract = ""; }),
+         With(CarryForm(), [](auto& f) { f.mode = FillMode{1}, f.openContract = ""; }),
          {Ok}, Stay, 0, {{10114, 10068}}},
         // clang-format on
     };
@@ -257,23 +258,53 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
     EXPECT_EQ(Submit(EnteredForm("EXF CA 3M")), Close) << "its date is not known";
 }
 
+TEST_F(FillSubmission, AContractHasTheShapeOfItsCommodity) {
+    struct {
+        const char* contract;
+        char type;
+        bool taken;
+    } const rows[] = {
+        {"EXA SH 1509", 'F', true},
+        {"EXA SH 1509/1512", 'F', false},
+        {"EXA SH 1509 C3000", 'F', false},
+        {"EXA SH 1509", 'O', false},
+        {"EXA SH 1509", 'm', false},
+        {"EXA SH 1509 C3000", 'u', false},
+        {"EXA SH 1509", 'x', true},
+        {"EXA SH 1509/1512", 'x', false},
+        {"EXA SH 1509 P3100/1509 P3000", 'u', false},
+        {"EXA SH ", 'G', true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.contract) + row.type);
+        book.AddPair(row.type, "SH", 1, 'F', "CM", "CM").exchangeNo.Set("EXA");
+        book.AddContract(row.contract);
+        FillForm form = EnteredForm(row.contract);
+        form.commodityType = row.type;
+        EXPECT_EQ(Submit(form), row.taken ? FillOutcome::Close : FillOutcome::Stay);
+        EXPECT_EQ(service.fills.size(), row.taken ? 1u : 0u);
+        service.fills.clear();
+        form.mode = FillMode::Remove;
+        EXPECT_EQ(Submit(form), FillOutcome::Close) << "of a fill that is there already";
+    }
+}
+
 TEST_F(FillSubmission, CarryNeedsAPositionOnTheOtherSide) {
     struct {
         std::uint16_t language;
-        int directionId;
+        char direction;
         const char* text;
     } const rows[] = {
-        {kEnglish, IDS_DIRECTION_BUY, "Sell position of close contract SG EXF CA 150320 does not exist!"},
-        {kEnglish, IDS_DIRECTION_SELL, "Buy position of close contract SG EXF CA 150320 does not exist!"},
-        {kSimplifiedChinese, IDS_DIRECTION_BUY, "平仓合约SG EXF CA 150320的卖出持仓不存在！"},
-        {kTraditionalChinese, IDS_DIRECTION_SELL, "平倉合約SG EXF CA 150320的買入持倉不存在！"},
+        {kEnglish, 'B', "Sell position of close contract SG EXF CA 150320 does not exist!"},
+        {kEnglish, 'S', "Buy position of close contract SG EXF CA 150320 does not exist!"},
+        {kSimplifiedChinese, 'B', "平仓合约SG EXF CA 150320的卖出持仓不存在！"},
+        {kTraditionalChinese, 'S', "平倉合約SG EXF CA 150320的買入持倉不存在！"},
     };
     for (const auto& row : rows) {
         g_wResLanguage = row.language;
         FillForm form = CarryForm();
-        form.direction = ResString(row.directionId);
-        form.fillSource = ResString(IDS_SOURCE_CARRY);
-        const bool buys = row.directionId == IDS_DIRECTION_BUY;
+        form.direction = row.direction;
+        const bool buys = row.direction == 'B';
         book.longQty = buys ? 9 : 0;
         book.shortQty = buys ? 0 : 9;
         EXPECT_EQ(Submit(form), FillOutcome::Stay);

@@ -2,14 +2,19 @@
 
 #include "fill/fill_book.h"
 #include "fill/fill_dialog.h"
+#include "framework/format_text.h"
 #include "res/language.h"
 #include "res/resource_ids.h"
+#include "res/string_table.h"
 #include "support/dialog_window.h"
 #include "support/fake_requests.h"
 #include "support/message_box_script.h"
 #include "trade/host_services.h"
 
 #include <gmock/gmock.h>
+
+inline constexpr const char* kAboveRemaining =
+    "FillQty cann't be greater than OrderQty,do you want to modify this order?";
 
 // A fill dialog in a host window, over the small book.
 class FillWindow : public testing::Test, protected DialogWindow {
