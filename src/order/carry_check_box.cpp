@@ -59,12 +59,15 @@ LRESULT DrawChosenPositionLabel(const NMCUSTOMDRAW& draw) {
     RECT label = draw.rc;
     label.left += GetSystemMetrics(SM_CYHSCROLL);
     switch (draw.dwDrawStage) {
-        case CDDS_PREERASE: FillRect(draw.hdc, &label, GetSysColorBrush(COLOR_BTNFACE)); break;
+        case CDDS_PREERASE:
+            FillRect(draw.hdc, &label, GetSysColorBrush(COLOR_BTNFACE));
+            break;
         case CDDS_PREPAINT:
             DrawGlyph(draw);
             DrawLabel(draw, label);
             return CDRF_SKIPDEFAULT;
-        default: break;
+        default:
+            break;
     }
     return CDRF_DODEFAULT;
 }

@@ -20,11 +20,11 @@ struct Leg {
 };
 
 Leg NearLeg(const OrderForm& form) {
-    return {form.contractNo, OppositeDirection(CodesOf(form).direction), form.nearPositionPrice};
+    return {form.contractNo, OppositeDirection(form.direction), form.nearPositionPrice};
 }
 
 Leg ForwardLeg(const OrderForm& form) {
-    return {ForwardContractNo(form), CodesOf(form).direction, form.forwardPositionPrice};
+    return {ForwardContractNo(form), form.direction, form.forwardPositionPrice};
 }
 
 // The exchange that the positions of carries are kept under.
@@ -120,8 +120,8 @@ std::string CarryFeeText(const OrderForm& form) {
     return text;
 }
 
-PriceRow PickedPrice(const PositionRecord& position, const TradeData& trade) {
-    return SplitPriceText(trade.FormatPrice(&position, position.price)).row;
+PriceRow PickedPrice(const PositionRecord& position, std::int32_t denominator, const TradeData& trade) {
+    return InPartsOf(denominator, SplitPriceText(trade.FormatPrice(&position, position.price))).row;
 }
 
 PixelRect PositionListPlace(const PixelRect& priceLabel, const PixelRect& priceEdit, const PixelRect& qtyEdit,

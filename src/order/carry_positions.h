@@ -33,8 +33,8 @@ PositionQuantities QuantitiesOf(const OrderForm& form, const TradeData& trade, c
 // The difference of the two fill prices as a text: forward discount, premium or none.
 std::string CarryFeeText(const OrderForm& form);
 
-// The price of a position that the operator picked in a list, for a position price row.
-PriceRow PickedPrice(const PositionRecord& position, const TradeData& trade);
+// The price of a position that the operator picked in a list, for a position price row of this denominator.
+PriceRow PickedPrice(const PositionRecord& position, std::int32_t denominator, const TradeData& trade);
 
 // Where a position list stands: between the left edge of the position price label and the right edge of the
 // position quantity edit, below the price edit and above the separator. Client pixels.

@@ -12,9 +12,7 @@ namespace {
 // Blanks around an entry belong to nothing that it names. The contract's text stays: with blanks around it
 // the dialog has not taken it over, and what was taken over before must not go out under its name.
 void TrimEntries(OrderForm& form) {
-    for (std::string* text :
-         {&form.account, &form.upper, &form.forwardContract, &form.direction, &form.orderType,
-          &form.orderState, &form.source, &form.validType, &form.exchangeFillNo}) {
+    for (std::string* text : {&form.account, &form.upper, &form.forwardContract, &form.exchangeFillNo}) {
         *text = TrimBlanks(*text);
     }
 }
@@ -22,8 +20,7 @@ void TrimEntries(OrderForm& form) {
 // One pass over an entry. Each step adds its findings; the order of the calls is the order of the messages.
 class Checker {
 public:
-    Checker(const OrderForm& form, const TradeData& trade)
-        : m_form(form), m_trade(trade), m_codes(CodesOf(form)) {}
+    Checker(const OrderForm& form, const TradeData& trade) : m_form(form), m_trade(trade) {}
 
     OrderFindings Run() {
         CheckTexts();
@@ -74,7 +71,7 @@ private:
                 Carry() ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
         ErrorIf(HasSecondContract() && m_form.forwardContract.empty(),
                 Exercise() ? IDS_UNDERLYING_EMPTY : IDS_FORWARD_CONTRACT_EMPTY);
-        ErrorIf(m_codes.direction == 0, IDS_DIRECTION_EMPTY);
+        ErrorIf(m_form.direction == 0, IDS_DIRECTION_EMPTY);
     }
 
     bool IsWholeTicks(double price) const {
@@ -151,16 +148,16 @@ private:
     }
 
     void CheckCodes() {
-        ErrorIf(!Exercise() && m_codes.orderType == 0, IDS_ORDER_TYPE_EMPTY);
-        ErrorIf(!Exercise() && m_codes.orderState == 0, IDS_ORDER_STATE_EMPTY);
-        ErrorIf(!HasSecondContract() && m_codes.source == 0, IDS_SOURCE_EMPTY);
-        ErrorIf(!Exercise() && m_codes.validType == 0, IDS_VALID_TYPE_EMPTY);
+        ErrorIf(!Exercise() && m_form.orderType == 0, IDS_ORDER_TYPE_EMPTY);
+        ErrorIf(!Exercise() && m_form.orderState == 0, IDS_ORDER_STATE_EMPTY);
+        ErrorIf(!HasSecondContract() && m_form.source == 0, IDS_SOURCE_EMPTY);
+        ErrorIf(!Exercise() && m_form.validType == 0, IDS_VALID_TYPE_EMPTY);
     }
 
     void CheckAmounts() {
         const bool spread = IsSpread(m_form.commodityType);
-        const bool limitStop = m_codes.orderType == OrderType::kLimitStop;
-        const bool limit = m_codes.orderType == OrderType::kLimit || limitStop;
+        const bool limitStop = m_form.orderType == OrderType::kLimitStop;
+        const bool limit = m_form.orderType == OrderType::kLimit || limitStop;
         ErrorIf(!HasSecondContract() && limit && !spread && Value(m_form.orderPrice) == 0,
                 IDS_ORDER_PRICE_ZERO);
         ErrorIf(!Carry() && m_form.orderQty <= 0, IDS_ORDER_QTY_ZERO);
@@ -169,14 +166,14 @@ private:
     }
 
     void CheckFill() {
-        const bool hasFill = HasFill(m_codes.orderState);
+        const bool hasFill = HasFill(m_form.orderState);
         ErrorIf(hasFill && m_form.exchangeFillNo.empty(), IDS_FILL_NO_EMPTY);
         ErrorIf(hasFill && m_form.fillQty <= 0, IDS_FILL_QTY_NOT_POSITIVE);
         if (Carry()) {
             return;
         }
         ErrorIf(m_form.fillQty > m_form.orderQty, IDS_FILL_QTY_ABOVE_ORDER);
-        const bool filled = m_codes.orderState == OrderState::kFilled;
+        const bool filled = m_form.orderState == OrderState::kFilled;
         const bool whole = m_form.fillQty != 0 && m_form.fillQty == m_form.orderQty;
         const bool part = m_form.fillQty > 0 && m_form.fillQty < m_form.orderQty;
         ErrorIf((whole && !filled) || (part && (!hasFill || filled)) || (m_form.fillQty <= 0 && hasFill),
@@ -185,7 +182,7 @@ private:
 
     // Doubtful, but the operator may know better.
     void CheckFillPrices() {
-        if (!m_commodity || !HasFill(m_codes.orderState)) {
+        if (!m_commodity || !HasFill(m_form.orderState)) {
             return;
         }
         WarnOf(Value(m_form.fillPrice), IDS_FILL_PRICE_NOT_TICKS, IDS_FILL_PRICE_ZERO);
@@ -205,7 +202,6 @@ private:
 
     const OrderForm& m_form;
     const TradeData& m_trade;
-    const OrderCodes m_codes;
     const CommodityRecord* m_commodity = nullptr;
     OrderFindings m_findings;
 };
@@ -226,7 +222,7 @@ OrderFindings FindOrderProblems(const OrderForm& form, const TradeData& trade) {
 
 OrderCheck CheckOrder(OrderForm& form, const TradeData& trade, IPrompt& prompt) {
     TrimEntries(form);
-    if (form.mode == OrderMode::Input && CodesOf(form).orderState == OrderState::kFilled) {
+    if (form.mode == OrderMode::Input && form.orderState == OrderState::kFilled) {
         form.fillQty = form.orderQty;
     }
     const OrderFindings findings = FindOrderProblems(form, trade);

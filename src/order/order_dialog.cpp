@@ -19,22 +19,24 @@ constexpr UINT kStartTimerPeriod = 10;  // milliseconds
 
 // Which edits take and step numbers. The wheel leaves the second fill price alone, and the order price of a
 // spread is stepped by the spread's own tick and may be negative.
-constexpr NumericRow kNumericRows[] = {
-    {IDC_ORDER_PRICE_WHOLE, IDC_ORDER_PRICE_SPIN, IDC_ORDER_PRICE_NUMERATOR, true, false, true},
-    {IDC_TRIGGER_PRICE_WHOLE, IDC_TRIGGER_PRICE_SPIN, IDC_TRIGGER_PRICE_NUMERATOR},
-    {IDC_FILL_PRICE_WHOLE, IDC_FILL_PRICE_SPIN, IDC_FILL_PRICE_NUMERATOR},
-    {IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_SPIN, IDC_FILL_PRICE2_NUMERATOR, false},
-    {IDC_NEAR_POSITION_PRICE_WHOLE, IDC_NEAR_POSITION_PRICE_SPIN, IDC_NEAR_POSITION_PRICE_NUMERATOR},
-    {IDC_FORWARD_POSITION_PRICE_WHOLE, IDC_FORWARD_POSITION_PRICE_SPIN, IDC_FORWARD_POSITION_PRICE_NUMERATOR},
-    {IDC_ORDER_QTY, IDC_ORDER_QTY_SPIN},
-    {IDC_FILL_QTY, IDC_FILL_QTY_SPIN},
-};
+constexpr auto NumericRows() {
+    std::array<NumericRow, kPriceRows.size() + 2> rows{};
+    for (std::size_t i = 0; i < kPriceRows.size(); ++i) {
+        const PriceRowControls& row = kPriceRows[i];
+        rows[i] = {row.whole,           row.spin,           row.numerator, i != kFillPrice2Row,
+                   i != kOrderPriceRow, i == kOrderPriceRow};
+    }
+    rows[kPriceRows.size()] = {IDC_ORDER_QTY, IDC_ORDER_QTY_SPIN};
+    rows[kPriceRows.size() + 1] = {IDC_FILL_QTY, IDC_FILL_QTY_SPIN};
+    return rows;
+}
+constexpr auto kNumericRows = NumericRows();
+// The ids of the rows lie close together; each handler knows its own among them.
+constexpr UINT kFirstRowId = IDC_ORDER_QTY;
+constexpr UINT kLastRowId = IDC_FORWARD_POSITION_PRICE_DENOMINATOR;
 constexpr NumericTable kNumericTable{kNumericRows, IDC_FEE, TextRuleScope::ChangedEdit};
 
 }  // namespace
-
-#define ON_NUMBER(id) ON_CONTROL_RANGE(EN_UPDATE, id, id, &CEmendoOrder::OnNumberUpdate)
-#define ON_SPIN(id) ON_NOTIFY_RANGE(UDN_DELTAPOS, id, id, &CEmendoOrder::OnSpin)
 
 BEGIN_MESSAGE_MAP(CEmendoOrder, CSelfOwnedDialog)
 ON_WM_CLOSE()
@@ -54,16 +56,8 @@ ON_CBN_SELCHANGE(IDC_ORDER_TYPE, &CEmendoOrder::OnTypeOrStateSelected)
 ON_CBN_SELCHANGE(IDC_ORDER_STATE, &CEmendoOrder::OnTypeOrStateSelected)
 ON_CBN_SELCHANGE(IDC_UPPER, &CEmendoOrder::OnCarryChoice)
 ON_CBN_KILLFOCUS(IDC_UPPER, &CEmendoOrder::OnCarryChoice)
-ON_CBN_SELCHANGE(IDC_FORWARD_CONTRACT, &CEmendoOrder::OnCarryChoice)
+ON_CBN_SELCHANGE(IDC_FORWARD_CONTRACT, &CEmendoOrder::OnForwardChosen)
 ON_CBN_KILLFOCUS(IDC_FORWARD_CONTRACT, &CEmendoOrder::OnCarryChoice)
-ON_EN_KILLFOCUS(IDC_NEAR_POSITION_PRICE_WHOLE, &CEmendoOrder::OnCarryChoice)
-ON_EN_KILLFOCUS(IDC_NEAR_POSITION_PRICE_NUMERATOR, &CEmendoOrder::OnCarryChoice)
-ON_EN_KILLFOCUS(IDC_FORWARD_POSITION_PRICE_WHOLE, &CEmendoOrder::OnCarryChoice)
-ON_EN_KILLFOCUS(IDC_FORWARD_POSITION_PRICE_NUMERATOR, &CEmendoOrder::OnCarryChoice)
-ON_EN_KILLFOCUS(IDC_FILL_PRICE_WHOLE, &CEmendoOrder::OnFillPriceFocusLost)
-ON_EN_KILLFOCUS(IDC_FILL_PRICE_NUMERATOR, &CEmendoOrder::OnFillPriceFocusLost)
-ON_EN_KILLFOCUS(IDC_FILL_PRICE2_WHOLE, &CEmendoOrder::OnFillPriceFocusLost)
-ON_EN_KILLFOCUS(IDC_FILL_PRICE2_NUMERATOR, &CEmendoOrder::OnFillPriceFocusLost)
 ON_EN_CHANGE(IDC_ORDER_QTY, &CEmendoOrder::OnOrderQtyChanged)
 ON_EN_CHANGE(IDC_FILL_QTY, &CEmendoOrder::OnFillQtyChanged)
 ON_BN_CLICKED(IDC_FEE_GIVEN, &CEmendoOrder::OnFeeClicked)
@@ -71,29 +65,10 @@ ON_BN_CLICKED(IDC_NEAR_CHOSEN_POSITION, &CEmendoOrder::OnChosenPositionClicked)
 ON_BN_CLICKED(IDC_FORWARD_CHOSEN_POSITION, &CEmendoOrder::OnChosenPositionClicked)
 ON_NOTIFY(NM_CUSTOMDRAW, IDC_NEAR_CHOSEN_POSITION, &CEmendoOrder::OnDrawChosenPosition)
 ON_NOTIFY(NM_CUSTOMDRAW, IDC_FORWARD_CHOSEN_POSITION, &CEmendoOrder::OnDrawChosenPosition)
-ON_NUMBER(IDC_ORDER_PRICE_WHOLE)
-ON_NUMBER(IDC_ORDER_PRICE_NUMERATOR)
-ON_NUMBER(IDC_TRIGGER_PRICE_WHOLE)
-ON_NUMBER(IDC_TRIGGER_PRICE_NUMERATOR)
-ON_NUMBER(IDC_FILL_PRICE_WHOLE)
-ON_NUMBER(IDC_FILL_PRICE_NUMERATOR)
-ON_NUMBER(IDC_FILL_PRICE2_WHOLE)
-ON_NUMBER(IDC_FILL_PRICE2_NUMERATOR)
-ON_NUMBER(IDC_NEAR_POSITION_PRICE_WHOLE)
-ON_NUMBER(IDC_NEAR_POSITION_PRICE_NUMERATOR)
-ON_NUMBER(IDC_FORWARD_POSITION_PRICE_WHOLE)
-ON_NUMBER(IDC_FORWARD_POSITION_PRICE_NUMERATOR)
-ON_NUMBER(IDC_ORDER_QTY)
-ON_NUMBER(IDC_FILL_QTY)
-ON_NUMBER(IDC_FEE)
-ON_SPIN(IDC_ORDER_PRICE_SPIN)
-ON_SPIN(IDC_TRIGGER_PRICE_SPIN)
-ON_SPIN(IDC_FILL_PRICE_SPIN)
-ON_SPIN(IDC_FILL_PRICE2_SPIN)
-ON_SPIN(IDC_NEAR_POSITION_PRICE_SPIN)
-ON_SPIN(IDC_FORWARD_POSITION_PRICE_SPIN)
-ON_SPIN(IDC_ORDER_QTY_SPIN)
-ON_SPIN(IDC_FILL_QTY_SPIN)
+ON_CONTROL_RANGE(EN_SETFOCUS, kFirstRowId, kLastRowId, &CEmendoOrder::OnNumberFocus)
+ON_CONTROL_RANGE(EN_KILLFOCUS, kFirstRowId, kLastRowId, &CEmendoOrder::OnPriceFocusLost)
+ON_CONTROL_RANGE(EN_UPDATE, kFirstRowId, kLastRowId, &CEmendoOrder::OnNumberUpdate)
+ON_NOTIFY_RANGE(UDN_DELTAPOS, kFirstRowId, kLastRowId, &CEmendoOrder::OnSpin)
 END_MESSAGE_MAP()
 
 CEmendoOrder::CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent)
@@ -116,10 +91,12 @@ BOOL CEmendoOrder::OnInitDialog() {
     SetUpCombos();
     m_numbers.Attach(m_hWnd);
     m_form.validUntil = SystemClock().Now().fields;
-    FillWordLists();
-    Combo(IDC_CURRENCY).SetLines(ListCurrencies(m_form, CurrentTradeData()).items);
-    FillAccounts();
-    Combo(IDC_UPPER).SetLines(ListUppers(m_form, CurrentTradeData()).items);
+    ListWords();
+    const auto currencies = ListCurrencies(m_form, CurrentTradeData());
+    Combo(IDC_CURRENCY).SetLines(currencies);
+    m_form.currency = PreferredCurrency(currencies);
+    ShowAccounts();
+    Combo(IDC_UPPER).SetLines(ListUppers(m_form, CurrentTradeData()));
 
     LoadOriginal(m_form, CurrentTradeData());
     m_accountText = m_form.account;
@@ -178,6 +155,8 @@ void CEmendoOrder::OnConfirm() {
     const ScopedValue confirming(m_confirming, true);
     DialogPrompt prompt(*this);
     if (ConfirmElectronicOrder(m_form, prompt)) {
+        TakeShownAccount();
+        TakeShownContract();
         ReadForm();
         OrderForm entered = m_form;  // an account that is not listed is never the dialog's own
         entered.account = m_accountText;
@@ -226,6 +205,10 @@ void CEmendoOrder::OnWindowGone() {
     if (g_pOrderDialog == this) {
         g_pOrderDialog = nullptr;
     }
+}
+
+void CEmendoOrder::OnNumberFocus(UINT controlId) {
+    m_numbers.OnFocus(static_cast<int>(controlId));
 }
 
 void CEmendoOrder::OnNumberUpdate(UINT controlId) {

@@ -58,7 +58,8 @@ protected:
     void OnSourceSelected();
     void OnTypeOrStateSelected();
     void OnCarryChoice();
-    void OnFillPriceFocusLost();
+    void OnForwardChosen();
+    void OnPriceFocusLost(UINT controlId);
     void OnOrderQtyChanged();
     void OnFillQtyChanged();
     void OnFeeClicked();
@@ -66,6 +67,7 @@ protected:
     void OnContractFocusLost();
     void OnPickContract();
     LRESULT OnSelectCode(WPARAM text, LPARAM sign);
+    void OnNumberFocus(UINT controlId);
     void OnNumberUpdate(UINT controlId);
     BOOL OnSpin(UINT controlId, NMHDR* notification, LRESULT* result);
     BOOL OnDrawChosenPosition(NMHDR* notification, LRESULT* result);
@@ -87,13 +89,21 @@ private:
 
     CxComboBox& Combo(int id);
     void BindCombos(CDataExchange* exchange);
+    void ExchangeAccount(CDataExchange* exchange);
     // Values of the controls into the form and back.
     void ReadForm();
     void ShowForm();
 
-    void FillWordLists();
-    void FillAccounts();
-    void FillForwardContracts();
+    // What one list of words shows, taken into the form.
+    char ShownCode(int comboId);
+    void EnterCode(int comboId, char code);
+    // What is typed becomes the form's account and contract when its box is left, or confirmed.
+    void TakeShownAccount();
+    void TakeShownContract();
+
+    void ListWords();
+    void ShowAccounts();
+    void ShowForwardContracts();
     void SetUpCombos();
     void ShowContract();
     void ShowNumbers();
@@ -103,8 +113,11 @@ private:
     void Refresh();  // nothing before the dialog has started
     void RefreshControls();
     void FollowCommodity();
+    // Reads the controls and the commodity, whose denominator becomes the form's.
+    LayoutInput TakeLayoutInput();
     void ArrangeBottomRow();
 
+    bool IsCarryReady() const { return m_form.mode == OrderMode::Carry && m_started && !m_showing; }
     void UpdateCarry();
     void UpdateFilters();
     void UpdateQuantities(const PositionRecord* changed);
@@ -114,7 +127,11 @@ private:
     unsigned m_templateId;
     HWND m_parent;
     OrderForm m_form;
-    std::string m_accountText;  // of the account combo box; the form's account is the one last taken over
+    std::string m_accountText;    // of the account combo box; the form's account is the one last taken over
+    std::string m_takenContract;  // text of the contract edit that the form has taken over
+    CommodityKey m_forwardCommodity{};  // whose contracts the forward list holds
+    std::string m_offeredForward;       // contract number that the dialog itself selected there
+    bool m_forwardChosen = false;       // the operator selected one
     Contract m_contract;
     NumericEntry m_numbers;
     std::array<CxComboBox, 10> m_combos;

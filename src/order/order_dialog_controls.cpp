@@ -1,13 +1,14 @@
 // The order dialog's values and lists on their way between the form and the controls, and what a layout wants
 // of the controls.
 
+#include "controls/dialog_exchange.h"
 #include "controls/dialog_setup.h"
 #include "framework/data_exchange.h"
 #include "framework/redraw_off.h"
 #include "framework/scoped_value.h"
 #include "framework/window_helpers.h"
 #include "order/order_dialog.h"
-#include "trade/code_tables.h"
+#include "trade/coded_lists.h"
 #include "trade/contract_text.h"
 #include "trade/host_services.h"
 
@@ -38,45 +39,12 @@ std::tm ToFields(const SYSTEMTIME& time) {
     return fields;
 }
 
-// Into the control only the item of this very code is selected: a code without one stands there as a text,
-// and account 20 never becomes account 200.
-void ExchangeCode(CDataExchange* exchange, int id, std::string& code) {
-    std::string shown = code;
-    if (!exchange->m_bSaveAndValidate && !code.empty()) {
-        const HWND control = exchange->PrepareCtrl(id);
-        const std::string item = code + ' ';
-        if (::SendMessageA(control, CB_FINDSTRING, static_cast<WPARAM>(-1),
-                           reinterpret_cast<LPARAM>(item.c_str())) == CB_ERR) {
-            ::SendMessageA(control, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-            SetTextIfChanged(control, code);
-            return;
-        }
-        shown = item;
-    }
-    DDX_CBString(exchange, id, shown);
-    if (exchange->m_bSaveAndValidate) {
-        code = shown;
-    }
-}
-
-void ExchangeFlag(CDataExchange* exchange, int id, bool& flag) {
-    int value = flag;
-    DDX_Check(exchange, id, value);
-    flag = value != 0;
-}
-
 void ExchangeDate(CDataExchange* exchange, int id, std::tm& fields) {
     SYSTEMTIME time = ToSystemTime(fields);
     DDX_DateTimeCtrl(exchange, id, time);
     if (exchange->m_bSaveAndValidate) {
         fields = ToFields(time);
     }
-}
-
-void ExchangeNumber(CDataExchange* exchange, int id, std::int32_t& number) {
-    int value = number;
-    DDX_Text(exchange, id, value);
-    number = value;
 }
 
 PixelRect RectInClient(HWND dialog, HWND control) {
@@ -122,37 +90,51 @@ void CEmendoOrder::BindCombos(CDataExchange* exchange) {
 
 void CEmendoOrder::DoDataExchange(CDataExchange* exchange) {
     BindCombos(exchange);
-    ExchangeCode(exchange, IDC_ACCOUNT, m_accountText);
-    ExchangeCode(exchange, IDC_UPPER, m_form.upper);
-    DDX_CBString(exchange, IDC_SOURCE, m_form.source);
-    DDX_CBString(exchange, IDC_ORDER_TYPE, m_form.orderType);
-    DDX_CBString(exchange, IDC_ORDER_STATE, m_form.orderState);
-    DDX_CBString(exchange, IDC_VALID_TYPE, m_form.validType);
+    ExchangeAccount(exchange);
+    DDX_CodedText(exchange, Combo(IDC_UPPER), m_form.upper);
+    for (const WordList& words : OrderWordLists()) {
+        DDX_Code(exchange, Combo(words.comboId), words.list, m_form.*words.code);
+    }
     ExchangeDate(exchange, IDC_VALID_DATE, m_form.validUntil);
-    DDX_CBString(exchange, IDC_DIRECTION, m_form.direction);
-    DDX_CBString(exchange, IDC_FORWARD_DIRECTION, m_form.forwardDirection);
     DDX_CBString(exchange, IDC_FORWARD_CONTRACT, m_form.forwardContract);
-    ExchangeCode(exchange, IDC_CURRENCY, m_form.currency);
+    DDX_CodedText(exchange, Combo(IDC_CURRENCY), m_form.currency);
     DDX_Text(exchange, IDC_CONTRACT, m_form.contractText);
     DDX_Text(exchange, IDC_SYSTEM_NO, m_form.systemNo);
     DDX_Text(exchange, IDC_EX_SYSTEM_NO, m_form.exchangeSystemNo);
     DDX_Text(exchange, IDC_FILL_NO, m_form.exchangeFillNo);
     DDX_Text(exchange, IDC_FEE, m_form.fee);
-    ExchangeNumber(exchange, IDC_ORDER_QTY, m_form.orderQty);
-    ExchangeNumber(exchange, IDC_FILL_QTY, m_form.fillQty);
+    DDX_Number(exchange, IDC_ORDER_QTY, m_form.orderQty);
+    DDX_Number(exchange, IDC_FILL_QTY, m_form.fillQty);
     for (const PriceRowControls& row : kPriceRows) {
         PriceRow& price = m_form.*row.value;
         DDX_Text(exchange, row.whole, price.whole);
-        ExchangeNumber(exchange, row.numerator, price.numerator);
+        DDX_Number(exchange, row.numerator, price.numerator);
     }
-    ExchangeFlag(exchange, IDC_FORCE_CLOSE, m_form.forcedClose);
-    ExchangeFlag(exchange, IDC_FEE_GIVEN, m_form.feeGiven);
-    ExchangeFlag(exchange, IDC_NEAR_CHOSEN_POSITION, m_form.nearPositionChosen);
-    ExchangeFlag(exchange, IDC_FORWARD_CHOSEN_POSITION, m_form.forwardPositionChosen);
+    DDX_Flag(exchange, IDC_FORCE_CLOSE, m_form.forcedClose);
+    DDX_Flag(exchange, IDC_FEE_GIVEN, m_form.feeGiven);
+    DDX_Flag(exchange, IDC_NEAR_CHOSEN_POSITION, m_form.nearPositionChosen);
+    DDX_Flag(exchange, IDC_FORWARD_CHOSEN_POSITION, m_form.forwardPositionChosen);
+}
+
+// Several rows may have one number, each under a sign of its own.
+void CEmendoOrder::ExchangeAccount(CDataExchange* exchange) {
+    CxComboBox& combo = Combo(IDC_ACCOUNT);
+    const int row = exchange->m_bSaveAndValidate ? -1 : FindAccountRow(m_form, m_accountText);
+    if (row >= 0 && m_form.accounts[static_cast<std::size_t>(row)].sign == m_form.sign) {
+        combo.SetCurSel(row);
+    } else if (exchange->m_bSaveAndValidate) {
+        DDX_CodedText(exchange, combo, m_accountText);
+    } else {
+        combo.SetCurSel(-1);
+        combo.SetWindowText(m_accountText);
+    }
 }
 
 void CEmendoOrder::ReadForm() {
     UpdateData(true);
+    if (m_form.mode == OrderMode::Carry) {
+        m_form.source = OrderSource::kCarry;  // which the hidden list does not offer
+    }
 }
 
 void CEmendoOrder::ShowForm() {
@@ -166,46 +148,66 @@ void CEmendoOrder::SetUpCombos() {
     }
 }
 
-void CEmendoOrder::FillWordLists() {
-    for (const ComboSettings& settings : OrderComboSettings()) {
-        if (const auto words = WordItems(settings.id); !words.empty()) {
-            Combo(settings.id).SetLines(words);
-        }
+void CEmendoOrder::ListWords() {
+    for (const WordList& words : OrderWordLists()) {
+        Combo(words.comboId).SetLines(words.list.Words());
     }
+    Combo(IDC_FORWARD_DIRECTION).SetLines(WordListOf(IDC_DIRECTION).list.Words());
 }
 
-// The account that stands in the combo box stays there, selected when it is still listed.
-void CEmendoOrder::FillAccounts() {
+// What stands in the account combo box stays there, selected when it is still listed under its sign.
+void CEmendoOrder::ShowAccounts() {
     CxComboBox& combo = Combo(IDC_ACCOUNT);
     const TradeData trade = CurrentTradeData();
-    const std::string former = TextOf(combo.m_hWnd);
-    const std::string formerSign = m_form.sign;
-    combo.EnableWindow(MayChangeAccount(m_form, trade));  // by the sign of the account that stands there
-    const ComboList list = ListAccounts(m_form, trade);
-    SetPlainItems(combo, list.items);
+    const std::string former = combo.GetText();
+    OrderForm asked = m_form;
     if (former.empty()) {
-        return;
+        asked.account.clear();  // an emptied box is open to every account, whatever the former one allows
     }
-    if (const int index = combo.FindItemByCode(former); index >= 0) {
-        combo.SetCurSel(index);
-    } else {
-        m_form.sign = formerSign;
-        SetTextIfChanged(combo.m_hWnd, former);
+    combo.EnableWindow(MayChangeAccount(asked, trade));
+    m_form.accounts = ListAccounts(asked, trade);
+    if (m_form.account.empty() && !m_form.accounts.empty()) {
+        m_form.sign = m_form.accounts.front().sign;
+    }
+    std::vector<std::string> lines;
+    for (const AccountRow& row : m_form.accounts) {
+        lines.push_back(CodedItem(row.accountNo, row.accountName));
+    }
+    SetPlainItems(combo, lines);
+    const int row = former.empty() ? -1 : FindAccountRow(m_form, former);
+    if (row >= 0 && row != combo.GetSelectedIndex()) {
+        combo.SelectQuietly(row);
     }
 }
 
-void CEmendoOrder::FillForwardContracts() {
+// The forward contract that the operator entered stays while the commodity does; otherwise the contract of
+// the dialog itself is offered.
+void CEmendoOrder::ShowForwardContracts() {
     CxComboBox& combo = Combo(IDC_FORWARD_CONTRACT);
-    const auto list = ListForwardContracts(m_form, CurrentTradeData());
-    if (!list) {
+    const auto lines = ListForwardContracts(m_form, CurrentTradeData());
+    if (!lines) {
         return;
     }
-    combo.SetLines(list->items);
+    const CommodityKey commodity = CommodityKeyOf(m_form);
+    const std::string former = TextOf(combo.m_hWnd);
+    const std::string formerNo = ContractNoOfLine(former);
+    const bool keeps = !former.empty() && (m_forwardChosen || formerNo != m_offeredForward) &&
+                       std::memcmp(&commodity, &m_forwardCommodity, sizeof(commodity)) == 0;
+    m_forwardCommodity = commodity;
+    m_forwardChosen = keeps;
+    m_offeredForward = keeps ? std::string() : m_form.contractNo;
+    combo.SetLines(*lines);
     const bool scrolls = combo.GetCount() > combo.GetMinVisibleItems();
     combo.SetDroppedWidth(combo.WidestItem(combo.GetFont()) + 2 * GetSystemMetrics(SM_CXBORDER) +
                           (scrolls ? GetSystemMetrics(SM_CXVSCROLL) : 0) + 2);
-    if (list->selected >= 0) {
-        combo.SetCurSel(list->selected);
+    const std::string& wanted = keeps ? formerNo : m_offeredForward;
+    const auto found = std::find_if(lines->begin(), lines->end(), [&](const std::string& line) {
+        return !wanted.empty() && ContractNoOfLine(line) == wanted;
+    });
+    if (found != lines->end()) {
+        combo.SelectQuietly(static_cast<int>(found - lines->begin()));
+    } else if (keeps) {
+        combo.SetWindowText(former);
     }
 }
 
@@ -214,7 +216,8 @@ void CEmendoOrder::ShowContract() {
         m_form.contractText = *text;
         SetDlgItemText(IDC_CONTRACT, *text);
     }
-    FillForwardContracts();
+    m_takenContract = GetDlgItemText(IDC_CONTRACT);
+    ShowForwardContracts();
 }
 
 void CEmendoOrder::ShowNumbers() {
@@ -222,6 +225,16 @@ void CEmendoOrder::ShowNumbers() {
         SetDlgItemText(IDC_SYSTEM_NO, m_form.systemNo);
     }
     SetDlgItemText(IDC_FILL_NO, m_form.exchangeFillNo);
+}
+
+// The report of the selection runs before all of the choice is shown, so the code is the form's once more
+// afterwards.
+void CEmendoOrder::EnterCode(int comboId, char code) {
+    const WordList& words = WordListOf(comboId);
+    CDataExchange exchange(*this, false);
+    char entered = code;
+    DDX_Code(&exchange, Combo(comboId), words.list, entered);
+    m_form.*words.code = code;
 }
 
 void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
@@ -234,9 +247,8 @@ void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
                         reinterpret_cast<LPARAM>(control));
         };
         switch (change.then) {
-            case ControlChange::Then::SelectText:
-                ::SendMessageA(control, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                               reinterpret_cast<LPARAM>(change.text->c_str()));
+            case ControlChange::Then::EnterCode:
+                EnterCode(change.state.id, change.code);
                 continue;
             case ControlChange::Then::TellChanged:
                 report(EN_CHANGE);
@@ -294,20 +306,23 @@ void CEmendoOrder::RefreshControls() {
     }
     const ScopedValue refreshing(m_refreshing, true);
     RedrawOff redrawOff(m_hWnd);
-    ReadForm();
-    const CommodityRecord* commodity = CurrentTradeData().Commodity(CommodityKeyOf(m_form));
-    Apply(RefreshChanges(LayoutInputOf(m_form, commodity)));
+    Apply(RefreshChanges(TakeLayoutInput()));
     ArrangeBottomRow();
 }
 
-// A typed contract may be quoted in other fractions than the one before; what has been entered stays.
+// A typed contract may be quoted in other fractions than the one before, or be a spread; what has been
+// entered stays.
 void CEmendoOrder::FollowCommodity() {
-    if (m_form.mode == OrderMode::Exercise) {
-        return;
+    if (m_form.mode != OrderMode::Exercise) {
+        Apply(CommodityChanges(TakeLayoutInput()));
     }
+}
+
+LayoutInput CEmendoOrder::TakeLayoutInput() {
     ReadForm();
-    const CommodityRecord* commodity = CurrentTradeData().Commodity(CommodityKeyOf(m_form));
-    Apply(FractionChanges(LayoutInputOf(m_form, commodity)));
+    const LayoutInput input = LayoutInputOf(m_form, CurrentTradeData().Commodity(CommodityKeyOf(m_form)));
+    m_form.denominator = input.denominator;
+    return input;
 }
 
 void CEmendoOrder::ArrangeBottomRow() {

@@ -1,7 +1,9 @@
 // What the order dialog does when the operator changes a control, and when the host reports a position.
 
+#include "controls/dialog_exchange.h"
 #include "controls/dialog_setup.h"
 #include "framework/guard.h"
+#include "framework/trim_blanks.h"
 #include "framework/window_helpers.h"
 #include "order/carry_positions.h"
 #include "order/order_dialog.h"
@@ -17,51 +19,56 @@ constexpr std::size_t kMaxContractText = 256;
 
 }  // namespace
 
+// A loaded record is no choice: what it brings stands as it was loaded.
 void CEmendoOrder::OnAccountSelected() {
     const CxComboBox& combo = Combo(IDC_ACCOUNT);
-    const int index = combo.GetCurSel();
-    if (index >= 0) {
-        TakeSelectedAccount(m_form, index, combo.GetItemCode(index));
+    if (!m_showing) {
+        TakeAccount(m_form, combo.GetSelectedIndex(), combo.GetText());
     }
     UpdateCarry();
 }
 
 void CEmendoOrder::OnAccountFocusLost() {
-    const CxComboBox& combo = Combo(IDC_ACCOUNT);
-    const int index = combo.GetCurSel();
-    if (index >= 0) {
-        TakeSelectedAccount(m_form, index, combo.GetItemCode(index));
-    } else {
-        TakeTypedAccount(m_form, combo.GetText());
-    }
+    TakeShownAccount();
     UpdateCarry();
+}
+
+void CEmendoOrder::TakeShownAccount() {
+    const CxComboBox& combo = Combo(IDC_ACCOUNT);
+    const std::string text = combo.GetText();
+    const std::string_view accountNo = TrimBlanks(text);
+    const int selected = combo.GetSelectedIndex();
+    TakeAccount(m_form, selected >= 0 ? selected : FindAccountRow(m_form, accountNo), accountNo);
 }
 
 void CEmendoOrder::OnAccountFocus() {
     const std::size_t listed = static_cast<std::size_t>(Combo(IDC_ACCOUNT).GetCount());
     if (m_started && CurrentTradeData().Users("").size() != listed) {
-        FillAccounts();
+        ShowAccounts();
     }
 }
 
+char CEmendoOrder::ShownCode(int comboId) {
+    const WordList& words = WordListOf(comboId);
+    CDataExchange exchange(*this, true);
+    DDX_Code(&exchange, Combo(comboId), words.list, m_form.*words.code);
+    return m_form.*words.code;
+}
+
 void CEmendoOrder::OnDirectionSelected() {
-    const char direction = DirectionFromText(TextOf(GetDlgItem(IDC_DIRECTION)));
+    const char direction = m_showing ? m_form.direction : ShownCode(IDC_DIRECTION);
     if (m_started) {
         SetDlgItemText(IDC_CONFIRM, ConfirmTextForDirection(m_form.mode, direction));
     }
-    m_form.forwardDirection = OppositeDirectionText(direction);
-    CxComboBox& forward = Combo(IDC_FORWARD_DIRECTION);
-    if (m_form.forwardDirection.empty()) {
-        forward.SetCurSel(-1);
-    } else {
-        forward.SelectString(-1, m_form.forwardDirection);
-    }
+    const auto opposite = WordListOf(IDC_DIRECTION).list.codes.find(OppositeDirection(direction));
+    Combo(IDC_FORWARD_DIRECTION)
+        .SetCurSel(opposite == std::string_view::npos ? -1 : static_cast<int>(opposite));
     UpdateCarry();
 }
 
 void CEmendoOrder::OnValidTypeSelected() {
-    const std::string validType = Combo(IDC_VALID_TYPE).GetText();
-    ApplyControlStates(m_hWnd, ValidDateStates(ValidTypeFromText(validType)));
+    const char validType = m_showing ? m_form.validType : ShownCode(IDC_VALID_TYPE);
+    ApplyControlStates(m_hWnd, ValidDateStates(validType));
 }
 
 void CEmendoOrder::OnSourceSelected() {
@@ -77,25 +84,34 @@ void CEmendoOrder::OnCarryChoice() {
     UpdateCarry();
 }
 
-void CEmendoOrder::OnFillPriceFocusLost() {
-    if (m_form.mode != OrderMode::Carry || m_showing || !m_started) {
-        return;
+void CEmendoOrder::OnForwardChosen() {
+    m_forwardChosen = true;
+    UpdateCarry();
+}
+
+void CEmendoOrder::OnPriceFocusLost(UINT controlId) {
+    const auto isOf = [id = static_cast<int>(controlId)](PriceRowKind kind) {
+        return id == kPriceRows[kind].whole || id == kPriceRows[kind].numerator;
+    };
+    if (isOf(kNearPositionPriceRow) || isOf(kForwardPositionPriceRow)) {
+        UpdateCarry();
+    } else if (IsCarryReady() && (isOf(kFillPriceRow) || isOf(kFillPrice2Row))) {
+        UpdateQuantities(nullptr);
+        SetDlgItemText(IDC_CARRY_FEE_TEXT, CarryFeeText(m_form));
     }
-    UpdateQuantities(nullptr);
-    SetDlgItemText(IDC_CARRY_FEE_TEXT, CarryFeeText(m_form));
 }
 
 void CEmendoOrder::OnOrderQtyChanged() {
-    const char state = OrderStateFromText(TextOf(GetDlgItem(IDC_ORDER_STATE)));
-    const auto orderQty = static_cast<std::int32_t>(GetDlgItemInt(m_hWnd, IDC_ORDER_QTY, nullptr, TRUE));
-    if (const auto fillQty = FillQtyOfOrderQty(m_form.mode, state, orderQty)) {
+    CDataExchange exchange(*this, true);
+    std::int32_t orderQty = 0;
+    DDX_Number(&exchange, IDC_ORDER_QTY, orderQty);
+    if (const auto fillQty = FillQtyOfOrderQty(m_form.mode, ShownCode(IDC_ORDER_STATE), orderQty)) {
         SetDlgItemText(IDC_FILL_QTY, std::to_string(*fillQty));
     }
 }
 
 void CEmendoOrder::OnFillQtyChanged() {
-    const char state = OrderStateFromText(TextOf(GetDlgItem(IDC_ORDER_STATE)));
-    if (ForwardQtyFollows(m_form.mode, state)) {
+    if (ForwardQtyFollows(m_form.mode, ShownCode(IDC_ORDER_STATE))) {
         SetDlgItemText(IDC_FORWARD_FILL_QTY, GetDlgItemText(IDC_FILL_QTY));
     }
 }
@@ -111,15 +127,23 @@ void CEmendoOrder::OnChosenPositionClicked() {
 }
 
 void CEmendoOrder::OnContractFocusLost() {
+    TakeShownContract();
+}
+
+// A text that was taken over already changes nothing, the forward or underlying contract least of all.
+void CEmendoOrder::TakeShownContract() {
+    const std::string text = GetDlgItemText(IDC_CONTRACT);
     const CommodityKey former = CommodityKeyOf(m_form);
-    if (!TakeContract(m_form, GetDlgItemText(IDC_CONTRACT), CurrentTradeData())) {
+    if (text == m_takenContract || !TakeContract(m_form, text, CurrentTradeData())) {
         return;
     }
-    FillForwardContracts();
+    m_takenContract = text;
+    ShowForwardContracts();
     const CommodityKey taken = CommodityKeyOf(m_form);
     if (std::memcmp(&former, &taken, sizeof(taken)) != 0) {
         FollowCommodity();
     }
+    UpdateCarry();
 }
 
 void CEmendoOrder::OnPickContract() {
@@ -138,23 +162,25 @@ void CEmendoOrder::OnPickContract() {
     m_picker->Toggle();
 }
 
-// The sign that comes with the choice belongs to the contract's data; the dialog keeps the account's.
+// The sign that comes with the choice belongs to the contract's data; the dialog keeps the account's. An
+// empty cell of the popup gives a text that ends in a blank, and is no choice.
 LRESULT CEmendoOrder::OnSelectCode(WPARAM text, LPARAM) {
     const auto* chosen = reinterpret_cast<const char*>(text);
-    if (chosen &&
-        TakeContract(m_form, std::string(chosen, strnlen(chosen, kMaxContractText)), CurrentTradeData())) {
+    const std::string contract =
+        chosen ? std::string(chosen, strnlen(chosen, kMaxContractText)) : std::string();
+    if (!contract.ends_with(' ') && TakeContract(m_form, contract, CurrentTradeData())) {
         ShowContract();
         Refresh();
+        UpdateCarry();
     }
     return 0;
 }
 
 void CEmendoOrder::UpdateCarry() {
-    if (m_form.mode != OrderMode::Carry || m_showing || !m_started) {
-        return;
+    if (IsCarryReady()) {
+        UpdateQuantities(nullptr);
+        UpdateFilters();
     }
-    UpdateQuantities(nullptr);
-    UpdateFilters();
 }
 
 void CEmendoOrder::UpdateFilters() {
@@ -192,10 +218,13 @@ void CEmendoOrder::OnSelectData(ITradeListWindow* list, int, PositionRecord* pos
                                                                      : nullptr;
         const HWND edit = row && m_hWnd ? GetDlgItem(row->whole) : nullptr;
         if (position && edit && ::IsWindowEnabled(edit)) {
-            const PriceRow price = PickedPrice(*position, CurrentTradeData());
-            const auto ownTexts = m_numbers.OwnTexts();
-            SetTextIfChanged(edit, price.whole);
-            SetTextIfChanged(GetDlgItem(row->numerator), std::to_string(price.numerator));
+            const PriceRow price = PickedPrice(*position, m_form.denominator, CurrentTradeData());
+            {
+                const auto ownTexts = m_numbers.OwnTexts();
+                SetTextIfChanged(edit, price.whole);
+                SetTextIfChanged(GetDlgItem(row->numerator), std::to_string(price.numerator));
+            }
+            UpdateQuantities(nullptr);
         }
     });
 }

@@ -1,19 +1,8 @@
 #include "order/order_form.h"
 
-#include "trade/code_tables.h"
 #include "trade/contract_text.h"
 
 #include <cstring>
-
-OrderCodes CodesOf(const OrderForm& form) {
-    OrderCodes codes;
-    codes.orderType = OrderTypeFromText(form.orderType);
-    codes.orderState = OrderStateFromText(form.orderState);
-    codes.validType = ValidTypeFromText(form.validType);
-    codes.source = form.mode == OrderMode::Carry ? OrderSource::kCarry : OrderSourceFromText(form.source);
-    codes.direction = DirectionFromText(form.direction);
-    return codes;
-}
 
 CommodityKey CommodityKeyOf(const OrderForm& form) {
     CommodityKey key{};
@@ -34,8 +23,8 @@ std::optional<ContractKey> ContractKeyOf(const OrderForm& form) {
     return key;
 }
 
-std::string ForwardContractNo(const OrderForm& form) {
-    return form.forwardContract.substr(0, form.forwardContract.find(NameSeparator));
+std::string ContractNoOfLine(const std::string& line) {
+    return line.substr(0, line.find(NameSeparator));
 }
 
 std::string DatedContractNo(const std::string& contractNo, const std::string& sign, const TradeData& trade) {

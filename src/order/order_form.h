@@ -28,20 +28,19 @@ struct AccountRow {
 };
 
 // Everything that an order dialog holds between two events: the values of its controls, exchanged with the
-// window, and what it has learned about account and contract. Code combo boxes hold their words (the
-// validity its short word), account, upper and currency the code in front of the first blank.
+// window, and what it has learned about account and contract. Boxes of words hold codes, 0 for none; account,
+// upper and currency the code in front of the first blank.
 struct OrderForm {
     // The controls.
     std::string account;
     std::string upper;
-    std::string source;
-    std::string orderType;
-    std::string orderState;
-    std::string validType;
-    std::tm validUntil{};  // local time of the valid-date picker
-    std::string direction;
-    std::string forwardDirection;  // carry: always the opposite of the direction
-    std::string forwardContract;   // carry: forward contract number; exercise: underlying; may be "3M"
+    char source = 0;
+    char orderType = 0;
+    char orderState = 0;
+    char validType = 0;
+    std::tm validUntil{};         // local time of the valid-date picker
+    char direction = 0;           // the forward direction of a carry is the opposite
+    std::string forwardContract;  // carry: forward contract number; exercise: underlying; may be "3M"
     std::string currency;
     std::string contractText;  // as shown: "EXA CM 1509"
     std::string systemNo;
@@ -73,17 +72,6 @@ struct OrderForm {
     std::vector<AccountRow> accounts;
 };
 
-// The codes of the words in the form; 0 where the word is none of the table's. A carry has its own source,
-// which its hidden list does not offer.
-struct OrderCodes {
-    char orderType = 0;
-    char orderState = 0;
-    char validType = 0;
-    char source = 0;
-    char direction = 0;
-};
-OrderCodes CodesOf(const OrderForm& form);
-
 // The commodity of the chosen contract as the dialog knows it, whatever the contract edit shows.
 CommodityKey CommodityKeyOf(const OrderForm& form);
 
@@ -91,8 +79,13 @@ CommodityKey CommodityKeyOf(const OrderForm& form);
 // none.
 std::optional<ContractKey> ContractKeyOf(const OrderForm& form);
 
-// The number of the forward or underlying contract, "3M" included. A list item carries its name behind it.
-std::string ForwardContractNo(const OrderForm& form);
+// The contract number of a line of the forward or underlying list, which carries the contract's name behind
+// it.
+std::string ContractNoOfLine(const std::string& line);
+// The number of the forward or underlying contract, "3M" included.
+inline std::string ForwardContractNo(const OrderForm& form) {
+    return ContractNoOfLine(form.forwardContract);
+}
 
 // `contractNo` with the "3M" of the sign replaced by its prompt date; "3M" when that is not known.
 std::string DatedContractNo(const std::string& contractNo, const std::string& sign, const TradeData& trade);

@@ -35,7 +35,7 @@ public:
         }
     }
     void Text(int id, std::string text) { m_list.push_back({{id}, std::move(text), Then::Nothing}); }
-    void Select(int id, std::string text) { m_list.push_back({{id}, std::move(text), Then::SelectText}); }
+    void Enter(int id, char code) { m_list.push_back({{id}, {}, Then::EnterCode, code}); }
     void Tell(int id, Then what) { m_list.push_back({{id}, {}, what}); }
 
     void ShowRow(const PriceRowControls& row, bool shown) {
@@ -43,7 +43,10 @@ public:
     }
     void EnableRow(const PriceRowControls& row, bool enabled, bool fraction) {
         Enable({row.label, row.whole, row.spin}, enabled);
-        Enable({row.plus, row.numerator, row.slash, row.denominator}, enabled && fraction);
+        EnableFraction(row, enabled && fraction);
+    }
+    void EnableFraction(const PriceRowControls& row, bool enabled) {
+        Enable({row.plus, row.numerator, row.slash, row.denominator}, enabled);
     }
     // What cannot be entered does not count.
     void ZeroDisabled(const PriceRowControls& row, bool enabled) {
@@ -63,6 +66,36 @@ bool InFillState(const LayoutInput& input) {
     return HasFill(input.orderState) || input.mode == OrderMode::Carry;
 }
 
+bool IsRowEnabled(PriceRowKind kind, const LayoutInput& input) {
+    const bool limitStop = input.orderType == OrderType::kLimitStop;
+    switch (kind) {
+        case kOrderPriceRow:
+            return input.orderType == OrderType::kLimit || limitStop;
+        case kTriggerPriceRow:
+            return input.orderType == OrderType::kStopLoss || limitStop;
+        case kFillPriceRow:
+            return InFillState(input);
+        case kFillPrice2Row:
+            return input.mode == OrderMode::Carry || (InFillState(input) && input.spread);
+        case kNearPositionPriceRow:
+            return input.nearPositionChosen;
+        case kForwardPositionPriceRow:
+            return input.forwardPositionChosen;
+    }
+    return false;
+}
+
+// A numerator belongs to the denominator that it was entered for.
+void ShowDenominator(const LayoutInput& input, Changes& changes) {
+    const bool numeratorsCount = input.fraction && !input.newDenominator;
+    for (const PriceRowControls& row : kPriceRows) {
+        changes.Text(row.denominator, std::to_string(input.denominator));
+        if (!numeratorsCount) {
+            changes.Text(row.numerator, "0");
+        }
+    }
+}
+
 void RefreshFill(const LayoutInput& input, Changes& changes) {
     const bool carry = input.mode == OrderMode::Carry;
     const bool filled = InFillState(input);
@@ -73,7 +106,7 @@ void RefreshFill(const LayoutInput& input, Changes& changes) {
         changes.Text(price.whole, input.orderPriceWhole);
     }
     changes.ZeroDisabled(price, filled);
-    changes.EnableRow(kPriceRows[kFillPrice2Row], carry || (filled && input.spread), input.fraction);
+    changes.EnableRow(kPriceRows[kFillPrice2Row], IsRowEnabled(kFillPrice2Row, input), input.fraction);
 
     // A whole fill takes the order's quantity, which the report of a changed order quantity copies.
     const bool ownQty =
@@ -100,15 +133,12 @@ void RefreshOrder(const LayoutInput& input, Changes& changes) {
     changes.Show({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, order);
     changes.Enable({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, input.validType == ValidType::kTillDate);
 
-    const bool limit = input.orderType == OrderType::kLimit || input.orderType == OrderType::kLimitStop;
-    changes.ShowRow(kPriceRows[kOrderPriceRow], order);
-    changes.EnableRow(kPriceRows[kOrderPriceRow], limit, input.fraction);
-    changes.ZeroDisabled(kPriceRows[kOrderPriceRow], limit);
-
-    const bool stop = input.orderType == OrderType::kStopLoss || input.orderType == OrderType::kLimitStop;
-    changes.ShowRow(kPriceRows[kTriggerPriceRow], order);
-    changes.EnableRow(kPriceRows[kTriggerPriceRow], stop, input.fraction);
-    changes.ZeroDisabled(kPriceRows[kTriggerPriceRow], stop);
+    for (const PriceRowKind kind : {kOrderPriceRow, kTriggerPriceRow}) {
+        const bool enabled = IsRowEnabled(kind, input);
+        changes.ShowRow(kPriceRows[kind], order);
+        changes.EnableRow(kPriceRows[kind], enabled, input.fraction);
+        changes.ZeroDisabled(kPriceRows[kind], enabled);
+    }
 }
 
 void RefreshPositionPrice(const PriceRowControls& row, bool carry, bool chosen, bool fraction,
@@ -151,23 +181,23 @@ void SetUpModify(const OrderForm& form, const TradeData& trade, const LocalMomen
 
 }  // namespace
 
-LayoutInput LayoutInputOf(OrderForm& form, const CommodityRecord* commodity) {
+LayoutInput LayoutInputOf(const OrderForm& form, const CommodityRecord* commodity) {
     LayoutInput input;
-    const OrderCodes codes = CodesOf(form);
     const bool carry = form.mode == OrderMode::Carry;
     input.mode = form.mode;
-    input.orderType = carry ? OrderType::kLimit : codes.orderType;
-    input.orderState = carry ? OrderState::kFilled : codes.orderState;
-    input.validType = carry ? ValidType::kDay : codes.validType;
+    input.orderType = carry ? OrderType::kLimit : form.orderType;
+    input.orderState = carry ? OrderState::kFilled : form.orderState;
+    input.validType = carry ? ValidType::kDay : form.validType;
+    input.denominator = form.denominator;
     if (commodity) {
         constexpr std::uint32_t kMost = std::numeric_limits<std::int32_t>::max();
-        form.denominator = static_cast<std::int32_t>(std::min(commodity->tickDenominator + 0u, kMost));
+        input.denominator = static_cast<std::int32_t>(std::min(commodity->tickDenominator + 0u, kMost));
         input.fraction = commodity->tickDenominator >= 2;
     }
+    input.newDenominator = input.denominator != form.denominator;
     input.spread = IsSpread(form.commodityType);
     input.nearPositionChosen = form.nearPositionChosen;
     input.forwardPositionChosen = form.forwardPositionChosen;
-    input.denominator = form.denominator;
     input.orderPriceWhole = form.orderPrice.whole;
     return input;
 }
@@ -175,35 +205,27 @@ LayoutInput LayoutInputOf(OrderForm& form, const CommodityRecord* commodity) {
 std::vector<ControlChange> RefreshChanges(const LayoutInput& input) {
     Changes changes;
     if (input.mode == OrderMode::Carry) {
-        changes.Select(IDC_ORDER_TYPE, OrderTypeToText(OrderType::kLimit));
-        changes.Select(IDC_ORDER_STATE, OrderStateToText(OrderState::kFilled));
-        changes.Select(IDC_VALID_TYPE, ValidTypeToText(ValidType::kDay));
+        changes.Enter(IDC_ORDER_TYPE, OrderType::kLimit);
+        changes.Enter(IDC_ORDER_STATE, OrderState::kFilled);
+        changes.Enter(IDC_VALID_TYPE, ValidType::kDay);
     }
     RefreshFill(input, changes);
     RefreshOrder(input, changes);
     RefreshCarry(input, changes);
-    for (const PriceRowControls& row : kPriceRows) {
-        changes.Text(row.denominator, std::to_string(input.denominator));
-        if (!input.fraction) {  // then no numerator can be entered in any row
-            changes.Text(row.numerator, "0");
-        }
-    }
+    ShowDenominator(input, changes);
     return changes.Take();
 }
 
-std::vector<ControlChange> FractionChanges(const LayoutInput& input) {
-    const auto keeps = [&input](const ControlChange& change) {
-        return std::any_of(kPriceRows.begin(), kPriceRows.end(), [&](const PriceRowControls& row) {
-            const int id = change.state.id;
-            const bool enables = change.state.enabled != Wanted::Keep && !change.text;
-            const bool empties = change.text && !input.fraction;
-            return id == row.denominator || (id == row.numerator && (enables || empties)) ||
-                   (enables && (id == row.plus || id == row.slash));
-        });
-    };
-    std::vector<ControlChange> changes = RefreshChanges(input);
-    std::erase_if(changes, [&](const ControlChange& change) { return !keeps(change); });
-    return changes;
+std::vector<ControlChange> CommodityChanges(const LayoutInput& input) {
+    Changes changes;
+    const PriceRowControls& price2 = kPriceRows[kFillPrice2Row];
+    changes.Enable({price2.label, price2.whole, price2.spin}, IsRowEnabled(kFillPrice2Row, input));
+    for (int kind = kOrderPriceRow; kind <= kForwardPositionPriceRow; ++kind) {
+        changes.EnableFraction(kPriceRows[static_cast<std::size_t>(kind)],
+                               IsRowEnabled(static_cast<PriceRowKind>(kind), input) && input.fraction);
+    }
+    ShowDenominator(input, changes);
+    return changes.Take();
 }
 
 ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMoment& now) {
@@ -215,8 +237,8 @@ ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMo
 
     Changes changes;
     if (form.mode == OrderMode::Carry) {
-        changes.Select(IDC_SOURCE, OrderSourceToText(OrderSource::kCarry));
-        changes.Select(IDC_DIRECTION, DirectionToText('B'));
+        changes.Enter(IDC_SOURCE, OrderSource::kCarry);
+        changes.Enter(IDC_DIRECTION, Direction::kBuy);
     } else if (form.mode == OrderMode::Modify) {
         SetUpModify(form, trade, now, changes);
     } else if (setup.disableAll) {
@@ -225,7 +247,7 @@ ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMo
             changes.ShowAndEnable({IDC_ACCOUNT_LABEL, IDC_ACCOUNT}, true);
         }
     } else if (form.mode == OrderMode::Exercise) {
-        changes.Text(IDC_ORDER_TYPE, ResString(IDS_EXERCISE));
+        changes.Enter(IDC_ORDER_TYPE, OrderType::kExercise);
     }
     setup.changes = changes.Take();
     return setup;

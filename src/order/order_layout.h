@@ -58,13 +58,14 @@ inline constexpr std::array<PriceRowControls, 6> kPriceRows{{
 struct ControlChange {
     enum class Then {
         Nothing,
-        SelectText,    // `text` is selected in a combo box instead of being shown
+        EnterCode,     // `code` is entered in a list of words
         TellChanged,   // the edit's text is reported as changed, whether it was or not
         TellFocusLost  // the edit is reported to have lost the focus
     };
     ControlState state;
     std::optional<std::string> text;
     Then then = Then::Nothing;
+    char code = 0;
 };
 
 // What the controls follow.
@@ -79,17 +80,19 @@ struct LayoutInput {
     bool forwardPositionChosen = false;
     std::int32_t denominator = 1;
     std::string orderPriceWhole;
+    bool newDenominator = false;  // another one than the entered numerators belong to
 };
 
-// `commodity` is the one that the form names, null when it is not known; its denominator becomes the form's.
-LayoutInput LayoutInputOf(OrderForm& form, const CommodityRecord* commodity);
+// `commodity` is the one that the form names, null when it is not known: then the form's denominator stays.
+LayoutInput LayoutInputOf(const OrderForm& form, const CommodityRecord* commodity);
 
 // The refresh that follows a new order type, state, source or contract. Not for the exercise, whose template
 // is left as it is. A refresh must not be started while its changes are applied.
 std::vector<ControlChange> RefreshChanges(const LayoutInput& input);
 
-// As much of a refresh as follows the denominator alone; of the entries only numerators that no longer count.
-std::vector<ControlChange> FractionChanges(const LayoutInput& input);
+// As much of a refresh as follows the commodity alone, for a contract that is typed: the fractions and the
+// second fill price. Of the entries only numerators that no longer count are touched.
+std::vector<ControlChange> CommodityChanges(const LayoutInput& input);
 
 // What a mode wants once, after the first refresh.
 struct ModeSetup {

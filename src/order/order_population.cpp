@@ -1,7 +1,6 @@
 #include "order/order_population.h"
 
 #include "order/order_layout.h"
-#include "trade/code_tables.h"
 #include "trade/coded_lists.h"
 #include "trade/contract_text.h"
 
@@ -25,15 +24,13 @@ constexpr ComboSettings kComboSettings[] = {
     {IDC_CURRENCY, true, false, true, true, 0},
 };
 
-struct WordList {
-    int comboId;
-    std::string_view codes;
-    std::string (*toText)(char);
-};
+constexpr CodeList kDirections{"BS", DirectionToText, DirectionFromText};
 constexpr WordList kWordLists[] = {
-    {IDC_DIRECTION, "BS", DirectionToText},         {IDC_FORWARD_DIRECTION, "BS", DirectionToText},
-    {IDC_SOURCE, "EJPMSDR", OrderSourceToText},     {IDC_ORDER_TYPE, "2143", OrderTypeToText},
-    {IDC_ORDER_STATE, "49A56DB", OrderStateToText}, {IDC_VALID_TYPE, "43012", ValidTypeToLongText},
+    {IDC_DIRECTION, kDirections, &OrderForm::direction},
+    {IDC_SOURCE, {"EJPMSDR", OrderSourceToText, OrderSourceFromText}, &OrderForm::source},
+    {IDC_ORDER_TYPE, {"2143", OrderTypeToText, OrderTypeFromText}, &OrderForm::orderType},
+    {IDC_ORDER_STATE, {"49A56DB", OrderStateToText, OrderStateFromText}, &OrderForm::orderState},
+    {IDC_VALID_TYPE, {"43012", ValidTypeToLongText, ValidTypeFromText}, &OrderForm::validType},
 };
 
 constexpr std::string_view kPreferredCurrency = "USD";
@@ -70,14 +67,11 @@ std::vector<AccountRow> BuildAccountRows(const TradeData& trade) {
     return rows;
 }
 
-void TakeAccountRow(OrderForm& form, const AccountRow& row) {
-    form.account = row.accountNo;
-    form.sign = row.sign;
-}
-
 // The host writes prices in the notation of the contract; a fraction brings its denominator with it.
 void LoadPrice(OrderForm& form, PriceRowKind kind, double price, const TradeData& trade) {
-    SplitPrice split = SplitPriceText(trade.FormatPrice(form.original, price));
+    const CommodityRecord* commodity = trade.Commodity(CommodityKeyOf(form));
+    SplitPrice split = InPartsOf(commodity ? static_cast<std::int32_t>(commodity->tickDenominator) : 0,
+                                 SplitPriceText(trade.FormatPrice(form.original, price)));
     form.*kPriceRows[kind].value = std::move(split.row);
     if (split.denominator != 0) {
         form.denominator = split.denominator;
@@ -87,21 +81,21 @@ void LoadPrice(OrderForm& form, PriceRowKind kind, double price, const TradeData
 }
 
 void LoadDefaults(OrderForm& form, const TradeData& trade) {
-    form.orderState = OrderStateToText(OrderState::kWorking);
-    form.source = OrderSourceToText(OrderSource::kETrade);
-    form.validType = ValidTypeToText(ValidType::kDay);
-    form.orderType = OrderTypeToText(OrderType::kLimit);
+    form.orderState = OrderState::kWorking;
+    form.source = OrderSource::kETrade;
+    form.validType = ValidType::kDay;
+    form.orderType = OrderType::kLimit;
     if (const auto uppers = trade.Uppers(form.sign); IsOpen(form, trade) && !uppers.empty()) {
         form.upper = uppers.front()->upperNo.Str();
     }
 }
 
 void LoadOrder(OrderForm& form, const OrderRecord& order, const TradeData& trade) {
-    form.orderState = OrderStateToText(order.orderState);
-    form.source = OrderSourceToText(order.orderSource);
-    form.validType = ValidTypeToText(order.validType);
-    form.direction = DirectionToText(order.direction);
-    form.orderType = OrderTypeToText(order.orderType);
+    form.orderState = order.orderState;
+    form.source = order.orderSource;
+    form.validType = order.validType;
+    form.direction = order.direction;
+    form.orderType = order.orderType;
     form.forcedClose = YNToFlag(order.forcedClose);
     form.orderQty = static_cast<std::int32_t>(order.orderQty);
     form.fillQty = static_cast<std::int32_t>(order.fillQty);
@@ -130,14 +124,13 @@ std::span<const ComboSettings> OrderComboSettings() {
     return kComboSettings;
 }
 
-std::vector<std::string> WordItems(int comboId) {
-    std::vector<std::string> items;
-    for (const WordList& list : kWordLists) {
-        if (list.comboId == comboId) {
-            std::transform(list.codes.begin(), list.codes.end(), std::back_inserter(items), list.toText);
-        }
-    }
-    return items;
+std::span<const WordList> OrderWordLists() {
+    return kWordLists;
+}
+
+const WordList& WordListOf(int comboId) {
+    return *std::find_if(std::begin(kWordLists), std::end(kWordLists),
+                         [comboId](const WordList& each) { return each.comboId == comboId; });
 }
 
 bool MayChangeAccount(const OrderForm& form, const TradeData& trade) {
@@ -148,65 +141,43 @@ bool MayChangeAccount(const OrderForm& form, const TradeData& trade) {
     return user && user->group && user->group->accountLock != 'c';
 }
 
-ComboList ListCurrencies(OrderForm& form, const TradeData& trade) {
-    ComboList list;
-    if (!IsOpen(form, trade)) {
-        return list;
-    }
-    list.items = CurrencyItems(trade);
-    const auto preferred = std::find_if(list.items.begin(), list.items.end(), [](const std::string& item) {
+std::vector<std::string> ListCurrencies(const OrderForm& form, const TradeData& trade) {
+    return IsOpen(form, trade) ? CurrencyItems(trade) : std::vector<std::string>();
+}
+
+std::string PreferredCurrency(const std::vector<std::string>& currencies) {
+    const auto preferred = std::find_if(currencies.begin(), currencies.end(), [](const std::string& item) {
         return BeginsWithIgnoringCase(item, kPreferredCurrency);
     });
-    if (preferred != list.items.end()) {
-        list.selected = static_cast<int>(preferred - list.items.begin());
-        form.currency = preferred->substr(0, preferred->find(' '));
-    }
-    return list;
+    return preferred == currencies.end() ? std::string() : preferred->substr(0, preferred->find(' '));
 }
 
-ComboList ListUppers(const OrderForm& form, const TradeData& trade) {
-    return IsOpen(form, trade) ? ComboList{UpperItems(form.sign, trade), -1} : ComboList{};
+std::vector<std::string> ListUppers(const OrderForm& form, const TradeData& trade) {
+    return IsOpen(form, trade) ? UpperItems(form.sign, trade) : std::vector<std::string>();
 }
 
-ComboList ListAccounts(OrderForm& form, const TradeData& trade) {
-    ComboList list;
-    if (!IsOpen(form, trade)) {
-        return list;
-    }
-    form.accounts = BuildAccountRows(trade);
-    if (!form.accounts.empty()) {
-        form.sign = form.accounts.front().sign;
-    }
-    for (const AccountRow& row : form.accounts) {
-        list.items.push_back(CodedItem(row.accountNo, row.accountName));
-    }
-    return list;
+std::vector<AccountRow> ListAccounts(const OrderForm& form, const TradeData& trade) {
+    return IsOpen(form, trade) ? BuildAccountRows(trade) : std::vector<AccountRow>();
 }
 
-std::optional<ComboList> ListForwardContracts(const OrderForm& form, const TradeData& trade) {
+std::optional<std::vector<std::string>> ListForwardContracts(const OrderForm& form, const TradeData& trade) {
     if (!IsOpen(form, trade) || form.exchangeNo.empty() || form.commodityNo.empty()) {
         return std::nullopt;
     }
-    ComboList list;
+    std::vector<std::string> items;
     CommodityKey key = CommodityKeyOf(form);
     if (form.mode == OrderMode::Exercise) {
         const CommodityRecord* option = trade.Commodity(key);
         if (!option) {
-            return list;
+            return items;
         }
         key.commodityType = option->relatedCommodityType;
         key.commodityNo = option->relatedCommodityNo;
     }
     for (const ContractRecord* contract : trade.Contracts(key)) {
-        std::string item;
-        FormatContractText(contract->key, item, true, true, trade);
-        if (list.selected < 0 && !form.contractNo.empty() &&
-            item.substr(0, item.find(NameSeparator)) == form.contractNo) {
-            list.selected = static_cast<int>(list.items.size());
-        }
-        list.items.push_back(std::move(item));
+        FormatContractText(contract->key, items.emplace_back(), true, true, trade);
     }
-    return list;
+    return items;
 }
 
 void LoadOriginal(OrderForm& form, const TradeData& trade) {
@@ -261,23 +232,23 @@ std::optional<std::string> ShownContract(const OrderForm& form) {
     return form.exchangeNo + ' ' + form.commodityNo + ' ' + form.contractNo;
 }
 
-bool TakeSelectedAccount(OrderForm& form, int index, std::string_view accountNo) {
-    if (index < 0 || static_cast<std::size_t>(index) >= form.accounts.size() ||
-        form.accounts[static_cast<std::size_t>(index)].accountNo != accountNo) {
-        return false;
-    }
-    TakeAccountRow(form, form.accounts[static_cast<std::size_t>(index)]);
-    return true;
+int FindAccountRow(const OrderForm& form, std::string_view accountNo) {
+    const bool own = form.account == accountNo;
+    const auto row = std::find_if(form.accounts.begin(), form.accounts.end(), [&](const AccountRow& each) {
+        return each.accountNo == accountNo && (!own || each.sign == form.sign);
+    });
+    return row == form.accounts.end() ? -1 : static_cast<int>(row - form.accounts.begin());
 }
 
-bool TakeTypedAccount(OrderForm& form, std::string_view accountNo) {
-    const auto row = std::find_if(form.accounts.begin(), form.accounts.end(),
-                                  [&](const AccountRow& each) { return each.accountNo == accountNo; });
-    if (row == form.accounts.end()) {
-        return false;
+void TakeAccount(OrderForm& form, int index, std::string_view accountNo) {
+    if (index < 0 || static_cast<std::size_t>(index) >= form.accounts.size()) {
+        return;
     }
-    TakeAccountRow(form, *row);
-    return true;
+    const AccountRow& row = form.accounts[static_cast<std::size_t>(index)];
+    if (row.accountNo == accountNo) {
+        form.account = row.accountNo;
+        form.sign = row.sign;
+    }
 }
 
 std::optional<std::int32_t> FillQtyOfOrderQty(OrderMode mode, char orderState, std::int32_t orderQty) {
@@ -288,8 +259,4 @@ std::optional<std::int32_t> FillQtyOfOrderQty(OrderMode mode, char orderState, s
 
 bool ForwardQtyFollows(OrderMode mode, char orderState) {
     return mode == OrderMode::Carry || orderState == OrderState::kFilled;
-}
-
-std::string OppositeDirectionText(char direction) {
-    return direction ? DirectionToText(OppositeDirection(direction)) : std::string();
 }

@@ -3,6 +3,7 @@
 #include "controls/combo_settings.h"
 #include "controls/date_text.h"
 #include "order/order_form.h"
+#include "trade/code_tables.h"
 #include "trade/trade_data.h"
 
 #include <cstdint>
@@ -17,28 +18,28 @@
 
 std::span<const ComboSettings> OrderComboSettings();
 
-// The words of a list that no host data fills (directions, order types, ...), in order; empty for another
-// control.
-std::vector<std::string> WordItems(int comboId);
-
-struct ComboList {
-    std::vector<std::string> items;
-    int selected = -1;  // index; -1: none
+// A list that no host data fills (directions, order types, ...), and the code of the form that it enters.
+struct WordList {
+    int comboId;
+    CodeList list;
+    char OrderForm::*code;
 };
+std::span<const WordList> OrderWordLists();
+const WordList& WordListOf(int comboId);
 
 // False when the account of the form is one that the operator must not leave.
 bool MayChangeAccount(const OrderForm& form, const TradeData& trade);
 
 // The lists below are empty while the account of the form may not be traded.
 
-// The dollar is selected when there is one, and becomes the currency of the form.
-ComboList ListCurrencies(OrderForm& form, const TradeData& trade);
-ComboList ListUppers(const OrderForm& form, const TradeData& trade);
-// Builds the account rows anew; the form's sign becomes that of the first row. One item per row.
-ComboList ListAccounts(OrderForm& form, const TradeData& trade);
+std::vector<std::string> ListCurrencies(const OrderForm& form, const TradeData& trade);
+// The code of the currency that a dialog starts with, the dollar; empty when it is not listed.
+std::string PreferredCurrency(const std::vector<std::string>& currencies);
+std::vector<std::string> ListUppers(const OrderForm& form, const TradeData& trade);
+std::vector<AccountRow> ListAccounts(const OrderForm& form, const TradeData& trade);
 // The forward contracts of the carry, or the underlying contracts of the exercise. Nothing: the list stays as
 // it is.
-std::optional<ComboList> ListForwardContracts(const OrderForm& form, const TradeData& trade);
+std::optional<std::vector<std::string>> ListForwardContracts(const OrderForm& form, const TradeData& trade);
 
 // Takes the original order over, or gives a new order its defaults.
 void LoadOriginal(OrderForm& form, const TradeData& trade);
@@ -58,14 +59,13 @@ bool TakeContract(OrderForm& form, const std::string& text, const TradeData& tra
 // known.
 std::optional<std::string> ShownContract(const OrderForm& form);
 
-// Takes account and sign of the row at `index` when the item selected there is that row's. True when taken.
-bool TakeSelectedAccount(OrderForm& form, int index, std::string_view accountNo);
-// Takes account and sign of the row with this account number; a number without a row changes nothing.
-bool TakeTypedAccount(OrderForm& form, std::string_view accountNo);
+// The row of an account number: the form's own account keeps its sign, of any other the first row counts. -1
+// without a row.
+int FindAccountRow(const OrderForm& form, std::string_view accountNo);
+// Takes account and sign of the row at `index`, if that is a row of this number.
+void TakeAccount(OrderForm& form, int index, std::string_view accountNo);
 
 // The fill quantity that an order quantity brings with it; nothing where the two are entered apart.
 std::optional<std::int32_t> FillQtyOfOrderQty(OrderMode mode, char orderState, std::int32_t orderQty);
 // True when the forward fill quantity shows what is typed as the fill quantity.
 bool ForwardQtyFollows(OrderMode mode, char orderState);
-// The word of the opposite direction; empty for none.
-std::string OppositeDirectionText(char direction);

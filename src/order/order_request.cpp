@@ -38,15 +38,14 @@ OrderRecord BuildOrder(const OrderForm& form, const ContractRecord* contract, co
     order.flag137 = 'N';
     order.flag138 = 'N';
 
-    const OrderCodes codes = CodesOf(form);
-    order.orderState = codes.orderState;
-    order.orderSource = codes.source;
-    order.validType = codes.validType;
-    order.direction = codes.direction;
-    order.orderType = codes.orderType;
+    order.orderState = form.orderState;
+    order.orderSource = form.source;
+    order.validType = form.validType;
+    order.direction = form.direction;
+    order.orderType = form.orderType;
     order.forcedClose = FlagToYN(form.forcedClose);
     SetOperators(order, form, trade, FormatLocalTime(kRecordTimePattern, now));
-    if (codes.validType == ValidType::kTillDate) {
+    if (form.validType == ValidType::kTillDate) {
         order.validUntil.Set(FormatLocalTime(kRecordTimePattern, {form.validUntil, 0}));
     }
 

@@ -214,7 +214,7 @@ TEST_F(Carry, FeeTextNamesTheDifference) {
         EXPECT_EQ(CarryFeeText(form), row.text);
     }
     api.priceText = "97+3/8";
-    const PriceRow picked = PickedPrice(MakePosition("240315", 'S', 97.375, 1), trade);
+    const PriceRow picked = PickedPrice(MakePosition("240315", 'S', 97.375, 1), 1, trade);
     EXPECT_EQ(picked.whole, "97");
     EXPECT_EQ(picked.numerator, 3);
     const PixelRect place =

@@ -18,13 +18,13 @@ std::string Joined(const Ids& ids) {
 
 class OrderChecks : public OrderTest {};
 
-constexpr const char* kPart = "Partially Filled";
-constexpr const char* kPartCanceled = "Partial Canceled";
+constexpr char kPart = '5';
+constexpr char kPartCanceled = 'A';
 
 #define WITH(...) []([[maybe_unused]] OrderForm& f) { __VA_ARGS__; }
 
 void Fill(OrderForm& form, const char* price, const char* price2) {
-    form.orderState = "Filled";
+    form.orderState = '6';
     form.fillQty = form.orderQty;
     form.fillPrice.whole = price;
     form.fillPrice2.whole = price2;
@@ -47,25 +47,25 @@ TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
         {"nothing wrong", M::Input, nullptr, WITH(f.fillQty = 0), {}},
         {"an account", M::Input, nullptr, WITH(f.account = ""), {10012}},
         {"the whole head", M::Input, nullptr,
-         WITH(f.account = f.upper = f.contractText = f.direction = f.commodityNo = ""),
+         WITH(f.account = f.upper = f.contractText = f.commodityNo = "", f.direction = 0),
          {10012, 10013, 10014, 10018, 10019}},
         {"an emptied contract edit", M::Input, nullptr, WITH(f.contractText = " "), {10014, 10022}},
-        {"an unknown direction is none", M::Input, nullptr, WITH(f.direction = "X"), {10018}},
+        {"an unknown direction is none", M::Input, nullptr, WITH(f.direction = 0), {10018}},
         {"an unlisted contract", M::Input, "EXA CM 1512", WITH(), {10022}},
         {"prices between ticks", M::Input, nullptr,
          WITH(f.orderPrice.whole = "97.3", f.triggerPrice.whole = ".1"), {10020, 10021}},
         {"codes without a word", M::Input, nullptr,
-         WITH(f.orderType = f.orderState = f.source = f.validType = ""), {10028, 10029, 10030, 10031}},
+         WITH(f.orderType = f.orderState = f.source = f.validType = 0), {10028, 10029, 10030, 10031}},
         {"no price, no quantity", M::Input, nullptr, WITH(f.orderPrice.whole = "0", f.orderQty = 0),
          {10032, 10033}},
         {"a market order has no price", M::Input, nullptr,
-         WITH(f.orderPrice.whole = "0", f.orderType = "Market"), {}},
+         WITH(f.orderPrice.whole = "0", f.orderType = '1'), {}},
         {"a limit stop wants both", M::Input, nullptr,
-         WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"), {10032, 10034}},
+         WITH(f.orderPrice.whole = "", f.orderType = '4'), {10032, 10034}},
         {"a spread may cost nothing", M::Input, month,
-         WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"), {}},
+         WITH(f.orderPrice.whole = "", f.orderType = '4'), {}},
         {"a straddle may not", M::Input, straddle,
-         WITH(f.orderPrice.whole = "", f.orderType = "Limit stop"), {10032, 10034}},
+         WITH(f.orderPrice.whole = "", f.orderType = '4'), {10032, 10034}},
         {"eighths are ticks", M::Input, "EXA FR 1509", WITH(f.orderPrice = {"97", 3}, f.denominator = 8), {}},
         {"sevenths are none", M::Input, "EXA FR 1509", WITH(f.orderPrice = {"97", 3}, f.denominator = 7),
          {10020}},
@@ -76,16 +76,16 @@ TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
         {"more filled than ordered", M::Input, nullptr, WITH(f.orderState = kPartCanceled, f.fillQty = 6),
          {10038}},
         {"all of it is not a part", M::Input, nullptr, WITH(f.orderState = kPart, f.fillQty = 5), {10039}},
-        {"a part is not all of it", M::Modify, nullptr, WITH(f.orderState = "Filled", f.fillQty = 4),
+        {"a part is not all of it", M::Modify, nullptr, WITH(f.orderState = '6', f.fillQty = 4),
          {10039}},
         {"a part without a fill state", M::Input, nullptr, WITH(f.fillQty = 4), {10039}},
         {"a part", M::Input, nullptr, WITH(f.orderState = kPartCanceled, f.fillQty = 4), {}, {10042}},
         {"a carry enters no order", M::Carry, nullptr,
-         WITH(f.orderPrice.whole = "0.1", f.source = "", f.fillQty = 9), {}},
+         WITH(f.orderPrice.whole = "0.1", f.source = 0, f.fillQty = 9), {}},
         {"a carry is a fill", M::Carry, nullptr, WITH(f.exchangeFillNo = "", f.fillQty = 0), {10036, 10037}},
         {"an exercise has a quantity only", M::Exercise, nullptr,
          WITH(f.orderPrice.whole = "0.1", f.orderQty = 0,
-              f.orderType = f.orderState = f.source = f.validType = ""), {10033}},
+              f.orderType = f.orderState = f.source = f.validType = 0), {10033}},
         {"a fill between ticks", M::Input, nullptr, WITH(Fill(f, "97.3", "0.1")), {}, {10041}},
         {"a fill for nothing", M::Input, nullptr, WITH(Fill(f, "", "")), {}, {10042}},
         {"a fill on a tick", M::Input, nullptr, WITH(Fill(f, "97.25", "")), {}},
@@ -160,7 +160,8 @@ TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {
 TEST_F(OrderChecks, RemovedAndMovedOrdersIgnoreErrorsButNotAMissingContract) {
     for (const OrderMode mode : {OrderMode::RemoveFilled, OrderMode::Move}) {
         OrderForm form = Correction(mode);
-        form.upper = form.orderType = "";
+        form.upper = "";
+        form.orderType = 0;
         EXPECT_TRUE(CheckOrder(form, trade, prompt).passed);
         form.contractText = "EXA CM 1512";
         EXPECT_FALSE(CheckOrder(form, trade, prompt).passed);

@@ -56,11 +56,11 @@ protected:
         form.account = "100";
         form.sign = "SIG";
         form.upper = "U7";
-        form.source = OrderSourceToText('E');
-        form.orderType = OrderTypeToText('2');
-        form.orderState = OrderStateToText('4');
-        form.validType = ValidTypeToText('0');
-        form.direction = DirectionToText('B');
+        form.source = 'E';
+        form.orderType = '2';
+        form.orderState = '4';
+        form.validType = '0';
+        form.direction = 'B';
         form.currency = "USD";
         form.systemNo = "S_1";
         form.exchangeSystemNo = "X_2";
@@ -78,7 +78,7 @@ protected:
     }
     OrderForm FilledEntry(OrderMode mode = OrderMode::Input, const std::string& contract = "EXA CM 1509") {
         OrderForm form = Entry(mode, contract);
-        form.orderState = OrderStateToText('6');
+        form.orderState = '6';
         form.fillQty = 5;
         form.fillPrice.whole = "97.25";
         form.fillPrice2.whole = "96.5";

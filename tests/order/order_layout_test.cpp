@@ -139,9 +139,6 @@ TEST(OrderLayout, TextsOfEveryControl) {
         {1189, {"0",   "0",     "0",   "0",   "0",    "0",    "0",   "0"}},
         {1185, {"1",   "1",     "8",   "8",   "8",    "1",    "8",   "1"}},
         {1170, {"1",   "1",     "8",   "8",   "8",    "1",    "8",   "1"}},
-        {1053, {"-",   "-",     "-",   "-",   "-",    "-",    "Limit", "Limit"}},
-        {1040, {"-",   "-",     "-",   "-",   "-",    "-",    "Filled", "Filled"}},
-        {1114, {"-",   "-",     "-",   "-",   "-",    "-",    "GFD", "GFD"}},
         // clang-format on
     };
     g_wResLanguage = kEnglish;
@@ -170,19 +167,25 @@ TEST(OrderLayout, ChangesStandInTheOrderOfTheirEffects) {
     EXPECT_LT(at(IDC_NEAR_POSITION_PRICE_NUMERATOR, text), at(IDC_NEAR_POSITION_PRICE_WHOLE, told));
 
     const auto carry = RefreshChanges(Scenario(6));
-    EXPECT_TRUE(std::all_of(carry.begin(), carry.begin() + 3,
-                            [](const ControlChange& change) { return change.then == Then::SelectText; }));
+    std::string entered;
+    std::for_each(carry.begin(), carry.begin() + 3, [&](const ControlChange& change) {
+        entered += change.then == Then::EnterCode ? std::to_string(change.state.id) + change.code : "";
+    });
+    EXPECT_EQ(entered, "105321040611140");
 }
 
 class OrderModes : public OrderTest {};
 
 TEST_F(OrderModes, InputFollowsFormAndCommodity) {
     OrderForm form = Entry(OrderMode::Input, "EXA FR 1509");
-    form.orderState = OrderStateToText('A');
+    form.orderState = 'A';
     LayoutInput input = LayoutInputOf(form, trade.Commodity(CommodityKeyOf(form)));
     EXPECT_TRUE(input.fraction);
     EXPECT_FALSE(input.spread);
-    EXPECT_EQ(form.denominator, 8);
+    EXPECT_EQ(input.denominator, 8);
+    EXPECT_TRUE(input.newDenominator) << "the numerators were entered for another one";
+    form.denominator = 8;
+    EXPECT_FALSE(LayoutInputOf(form, trade.Commodity(CommodityKeyOf(form))).newDenominator);
     EXPECT_EQ(input.orderState, 'A');
     EXPECT_EQ(input.orderPriceWhole, "97.5");
 
@@ -239,11 +242,15 @@ TEST_F(OrderModes, SetUpTexts) {
     EXPECT_EQ(TextOf(changes, IDC_SYSTEM_NO), "S_OP9_20260304050607089");
     EXPECT_EQ(StateOf(changes, IDC_SYSTEM_NO), "-E");
 
-    const auto carry = SetUpMode(Entry(OrderMode::Carry), trade, clock.now).changes;
-    EXPECT_EQ(TextOf(carry, IDC_SOURCE), "Carry");
-    EXPECT_EQ(TextOf(carry, IDC_DIRECTION), "Buy");
-    EXPECT_EQ(TextOf(SetUpMode(Entry(OrderMode::Exercise), trade, clock.now).changes, IDC_ORDER_TYPE),
-              "Exercise");
+    const auto codesOf = [&](OrderMode mode) {
+        std::string codes;
+        for (const ControlChange& change : SetUpMode(Entry(mode), trade, clock.now).changes) {
+            codes += std::to_string(change.state.id) + change.code;
+        }
+        return codes;
+    };
+    EXPECT_EQ(codesOf(OrderMode::Carry), "1126C1052B");
+    EXPECT_EQ(codesOf(OrderMode::Exercise), "10535");
 
     EXPECT_EQ(ConfirmTextForDirection(OrderMode::Carry, 'S'), "Lending");
     EXPECT_EQ(ConfirmTextForDirection(OrderMode::Carry, 'B'), "Borrow");

@@ -24,16 +24,16 @@ protected:
 };
 
 TEST_F(OrderPopulation, WordsInTheirOrder) {
-    EXPECT_EQ(WordItems(IDC_DIRECTION), (Items{"Buy", "Sell"}));
-    EXPECT_EQ(WordItems(IDC_FORWARD_DIRECTION), (Items{"Buy", "Sell"}));
-    EXPECT_EQ(WordItems(IDC_ORDER_TYPE), (Items{"Limit", "Market", "Limit stop", "Stop-loss"}));
-    EXPECT_EQ(WordItems(IDC_ORDER_STATE), (Items{"Working", "Canceled", "Partial Canceled",
-                                                 "Partially Filled", "Filled", "Suspended", "Rejected"}));
-    EXPECT_EQ(WordItems(IDC_VALID_TYPE), (Items{"FOK", "IOC", "GFD", "GTC", "GTD"}));
-    EXPECT_EQ(WordItems(IDC_SOURCE),
+    const auto words = [](int comboId) { return WordListOf(comboId).list.Words(); };
+    EXPECT_EQ(words(IDC_DIRECTION), (Items{"Buy", "Sell"}));
+    EXPECT_EQ(words(IDC_ORDER_TYPE), (Items{"Limit", "Market", "Limit stop", "Stop-loss"}));
+    EXPECT_EQ(words(IDC_ORDER_STATE), (Items{"Working", "Canceled", "Partial Canceled", "Partially Filled",
+                                             "Filled", "Suspended", "Rejected"}));
+    EXPECT_EQ(words(IDC_VALID_TYPE), (Items{"FOK", "IOC", "GFD", "GTC", "GTD"}));
+    EXPECT_EQ(words(IDC_SOURCE),
               (Items{"E-TRADE", "J-TRADE", "Proxy", "Manual Order", "Program", "Delivery Exercise", "RTS"}));
     g_wResLanguage = kSimplifiedChinese;
-    EXPECT_TRUE(WordItems(IDC_VALID_TYPE)[4].ends_with(" GTD")) << "the long words";
+    EXPECT_TRUE(words(IDC_VALID_TYPE)[4].ends_with(" GTD")) << "the long words";
 }
 
 TEST_F(OrderPopulation, AccountsStandInOrderAndGiveTheirSign) {
@@ -54,23 +54,31 @@ TEST_F(OrderPopulation, AccountsStandInOrderAndGiveTheirSign) {
     api.server = &server;
 
     OrderForm form;
-    EXPECT_TRUE(ListAccounts(form, trade).items.empty()) << "no server is configured";
-    EXPECT_EQ(form.sign, "");
-    EXPECT_EQ(ListAccounts(form, configured).items, (Items{"100 First", "200 Late"}));
-    EXPECT_EQ(form.sign, "ANO");
+    EXPECT_TRUE(ListAccounts(form, trade).empty()) << "no server is configured";
+    form.accounts = ListAccounts(form, configured);
     ASSERT_EQ(form.accounts.size(), 2u);
+    EXPECT_EQ(form.accounts[0].accountNo + form.accounts[0].accountName, "100First");
     EXPECT_EQ(form.accounts[0].serverName, "Main");
     EXPECT_EQ(form.accounts[0].operatorNo, "OP2");
 
-    EXPECT_FALSE(TakeSelectedAccount(form, 1, "100")) << "an item of another row";
-    EXPECT_FALSE(TakeSelectedAccount(form, 2, "200"));
-    EXPECT_FALSE(TakeSelectedAccount(form, -1, ""));
-    EXPECT_TRUE(TakeSelectedAccount(form, 1, "200"));
-    EXPECT_EQ(form.account + form.sign, "200SIG");
-    EXPECT_FALSE(TakeTypedAccount(form, "20"));
-    EXPECT_EQ(form.account + form.sign, "200SIG");
-    EXPECT_TRUE(TakeTypedAccount(form, "100"));
-    EXPECT_EQ(form.account + form.sign, "100ANO");
+    form.accounts.push_back({"200", "Other sign", "", "", "XYZ"});
+    const struct {
+        int index;
+        const char* accountNo;
+        const char* taken;
+    } rows[] = {{1, "100", ""},  // a line of another row
+                {3, "200", ""},       {-1, "", ""},
+                {1, "200", "200SIG"}, {FindAccountRow(form, "20"), "20", "200SIG"},
+                {0, "100", "100ANO"}, {2, "200", "200XYZ"}};
+    for (const auto& row : rows) {
+        TakeAccount(form, row.index, row.accountNo);
+        EXPECT_EQ(form.account + form.sign, row.taken) << row.index;
+    }
+    EXPECT_EQ(FindAccountRow(form, "200"), 2) << "the account's own sign";
+    EXPECT_EQ(FindAccountRow(form, "100"), 0);
+    form.account = "100";
+    EXPECT_EQ(FindAccountRow(form, "200"), 1);
+    EXPECT_EQ(FindAccountRow(form, "100"), -1) << "not under the sign that it was loaded with";
 }
 
 TEST_F(OrderPopulation, AccountGateShutsListsAndAccount) {
@@ -91,12 +99,9 @@ TEST_F(OrderPopulation, AccountGateShutsListsAndAccount) {
         user.group = row.hasGroup ? &group : nullptr;
         OrderForm form = Entry();
         form.account = row.account;
-        form.currency = "";
         EXPECT_EQ(MayChangeAccount(form, trade), row.mayChange) << row.account << row.tradable;
-        const ComboList currencies = ListCurrencies(form, trade);
-        EXPECT_EQ(currencies.selected, row.open ? 1 : -1) << row.account << row.tradable;
-        EXPECT_EQ(form.currency, row.open ? "usd" : "");
-        EXPECT_EQ(ListUppers(form, trade).items, row.open ? Items{"U7 Clearing"} : Items{});
+        EXPECT_EQ(PreferredCurrency(ListCurrencies(form, trade)), row.open ? "usd" : "");
+        EXPECT_EQ(ListUppers(form, trade), row.open ? Items{"U7 Clearing"} : Items{});
         EXPECT_EQ(ListForwardContracts(form, trade).has_value(), row.open);
     }
 }
@@ -106,14 +111,14 @@ TEST_F(OrderPopulation, SecondContractsAreTheCommoditysOwnOrTheUnderlyings) {
     OrderForm form = CarryEntry("240329", "");
     const auto forward = ListForwardContracts(form, trade);
     ASSERT_TRUE(forward);
-    EXPECT_EQ(forward->items[1], "240315\1March copper");
-    EXPECT_EQ(forward->selected, 2);
-    const Items futures = forward->items;
+    EXPECT_EQ(forward->at(1), "240315\1March copper");
+    EXPECT_EQ(ContractNoOfLine(forward->at(1)), "240315");
+    const Items futures = *forward;
 
     form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
-    EXPECT_EQ(ListForwardContracts(form, trade)->items, futures);
+    EXPECT_EQ(*ListForwardContracts(form, trade), futures);
     form.commodityNo = "ZZ";
-    EXPECT_TRUE(ListForwardContracts(form, trade)->items.empty());
+    EXPECT_TRUE(ListForwardContracts(form, trade)->empty());
     form.commodityNo = "";
     EXPECT_FALSE(ListForwardContracts(form, trade));
 }
@@ -121,8 +126,7 @@ TEST_F(OrderPopulation, SecondContractsAreTheCommoditysOwnOrTheUnderlyings) {
 TEST_F(OrderPopulation, NewOrderHasDefaults) {
     OrderForm form;
     LoadOriginal(form, trade);
-    const OrderCodes codes = CodesOf(form);
-    EXPECT_EQ((std::string{codes.orderState, codes.source, codes.validType, codes.orderType}), "4E02");
+    EXPECT_EQ((std::string{form.orderState, form.source, form.validType, form.orderType}), "4E02");
     EXPECT_EQ(form.upper, "U7");
     EXPECT_EQ(ShownContract(form), std::nullopt);
     LoadOriginal(form, TradeData(nullptr));
@@ -140,10 +144,8 @@ TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
     original.validUntil.Set("2026-12-31 15:00:00");
     api.priceText = "97+3/8";
     LoadOriginal(form, trade);
-    const OrderCodes codes = CodesOf(form);
-    EXPECT_EQ(
-        (std::string{codes.orderType, codes.orderState, codes.source, codes.validType, codes.direction}),
-        "4AM2S");
+    EXPECT_EQ((std::string{form.orderType, form.orderState, form.source, form.validType, form.direction}),
+              "4AM2S");
     EXPECT_TRUE(form.forcedClose);
     EXPECT_EQ(form.orderQty, 5);
     EXPECT_EQ(form.fillQty, 4);
@@ -228,7 +230,6 @@ TEST_F(OrderPopulation, QuantitiesFollowEachOther) {
     EXPECT_TRUE(ForwardQtyFollows(OrderMode::Carry, 0));
     EXPECT_TRUE(ForwardQtyFollows(OrderMode::Input, '6'));
     EXPECT_FALSE(ForwardQtyFollows(OrderMode::Input, 'A'));
-    EXPECT_EQ(OppositeDirectionText('S') + OppositeDirectionText('B') + OppositeDirectionText(0), "BuySell");
 }
 
 // Every field filled to its last byte, without an end, and codes that are none.
@@ -248,10 +249,9 @@ TEST_F(OrderPopulation, RecordsWithoutAnEndAreCutNotOverrun) {
     LoadOriginal(form, trade);
     EXPECT_EQ(form.account.size(), 21u);
     EXPECT_EQ(form.exchangeNo.size(), 11u);
-    EXPECT_TRUE(ListAccounts(form, configured).items.empty());
+    EXPECT_TRUE(ListAccounts(form, configured).empty());
     EXPECT_FALSE(MayChangeAccount(form, trade));
     EXPECT_FALSE(RefreshChanges(LayoutInputOf(form, api.commodities[0])).empty());
-    EXPECT_GT(form.denominator, 0);
     EXPECT_FALSE(SetUpMode(form, trade, clock.now).changes.empty());
     const OrderRecord order = BuildOrder(form, nullptr, trade, clock.now);
     EXPECT_EQ(order.accountNo.View().size(), 20u);

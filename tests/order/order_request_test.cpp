@@ -53,12 +53,12 @@ protected:
 // clang-format off
 TEST_F(OrderRequests, Input) {
     OrderForm form = Entry();
-    form.orderType = "Limit stop";
+    form.orderType = '4';
     form.triggerPrice.whole = "97.25";
-    form.validType = "GTD";
+    form.validType = '2';
     form.validUntil = clock.now.fields;
     form.validUntil.tm_year = 127;
-    form.source = "Manual Order";
+    form.source = 'M';
     form.forcedClose = true;
     Confirm(form);
     ExpectOrders(service.orders, api.contracts[0], {kEntered +
@@ -84,7 +84,7 @@ TEST_F(OrderRequests, InputWithFill) {
 TEST_F(OrderRequests, InputOfASpreadWithFills) {
     AddSpread('l', "EXA CS 1509 C3000/1512 C3000");
     OrderForm form = FilledEntry(OrderMode::Input, "EXA CS 1509 C3000/1512 C3000");
-    form.direction = "Sell";
+    form.direction = 'S';
     Confirm(form);
     ExpectOrders(service.orders, api.contracts.back(), {kEntered +
         Bytes{{32, "l"}, {33, "CS"}, {44, "1509"}, {55, "3000"}, {66, "C"}, {67, "1512"}, {78, "3000"},
@@ -109,7 +109,7 @@ TEST_F(OrderRequests, ModifyAndMoveKeepWhoEnteredTheOrder) {
 TEST_F(OrderRequests, Exercise) {
     OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     form.forwardContract = "240329";
-    form.orderType = "Exercise";
+    form.orderType = '5';
     form.orderPrice = {};
     Confirm(form);
     ExpectOrders(service.exercises, api.contracts[4],

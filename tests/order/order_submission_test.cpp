@@ -78,7 +78,7 @@ TEST_F(OrderSubmission, FillsFollowTheirOrder) {
         pause.waits.clear();
         pause.whileWaiting = [&] { EXPECT_EQ(service.orders.size(), 1u) << "the order is out first"; };
         OrderForm form = FilledEntry(OrderMode::Input, row.contract);
-        form.orderState = OrderStateToText(row.state);
+        form.orderState = row.state;
         form.fillQty = row.fillQty;
         EXPECT_EQ(Submit(form, {No}).outcome, Close);
         ASSERT_EQ(service.fills.size(), row.spread ? 2u : 1u) << row.contract;
@@ -250,7 +250,7 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
         api.shortQty = row.shortQty;
         OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
         form.forwardContract = "240329";
-        form.direction = DirectionToText(row.direction);
+        form.direction = row.direction;
         EXPECT_EQ(Submit(form, row.answers, row.results).outcome, row.outcome);
         EXPECT_EQ(service.exercises.size(), row.sent);
         ExpectBoxes(row.boxes);
