@@ -21,12 +21,6 @@ bool MayShutControls(UINT message) {
     return message == WM_COMMAND || message == WM_NOTIFY || message == WM_ACTIVATE || message >= WM_USER;
 }
 
-// The focus is still on its way then.
-bool IsFocusReport(UINT message, WPARAM wParam) {
-    const WORD code = HIWORD(wParam);
-    return message == WM_COMMAND && (code == EN_SETFOCUS || code == EN_KILLFOCUS || code == CBN_SETFOCUS ||
-                                     code == CBN_KILLFOCUS || code == BN_SETFOCUS || code == BN_KILLFOCUS);
-}
 }  // namespace
 
 bool KeyboardKeeper::InOrder(HWND dialog) {
@@ -41,13 +35,8 @@ bool KeyboardKeeper::InOrder(HWND dialog) {
     return true;
 }
 
-void KeyboardKeeper::AfterMessage(HWND dialog, UINT message, WPARAM wParam, bool outermost) {
-    if (!MayShutControls(message) || InOrder(dialog)) {
-        return;
-    }
-    if (outermost && !IsFocusReport(message, wParam)) {
-        Look(dialog);
-    } else {
+void KeyboardKeeper::AfterMessage(HWND dialog, UINT message) {
+    if (MayShutControls(message) && !InOrder(dialog)) {
         PostMessageA(dialog, kLookMessage, 0, 0);
     }
 }

@@ -6,7 +6,7 @@ LRESULT CSelfOwnedDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         return 0;
     }
     const LRESULT result = CDialog::WindowProc(message, wParam, lParam);
-    m_keyboard.AfterMessage(m_hWnd, message, wParam, IsOnlyCall());
+    m_keyboard.AfterMessage(m_hWnd, message);
     return result;
 }
 

@@ -73,8 +73,6 @@ public:
         static void End(void* object, std::intptr_t);
         CallNote m_note;
     };
-    // The call that asks is the only one that runs in the object and below it.
-    bool IsOnlyCall() const { return m_runningCalls == 1; }
     // The object of a window and those of its parents and owners, as far up as there are any.
     class RunningCalls;
 

@@ -303,6 +303,7 @@ TEST_F(OrderDialog, KeysStepAndWalk) {
     // The keyboard leaves an edit that is shut under it.
     Focus(IDC_ORDER_PRICE_WHOLE);
     Choose(IDC_ORDER_TYPE, "Market");
+    loop.PumpUntilIdle();
     EXPECT_EQ(FocusId(), IDC_EX_SYSTEM_NO);
 }
 
