@@ -7,12 +7,12 @@
 // with nothing.
 class KeyboardKeeper {
 public:
-    // Posted to the dialog when the need is noticed while more is to come.
+    // Posted to the dialog when there seems to be need of a look: the reaction, or the focus, is still on its
+    // way then.
     static constexpr UINT kLookMessage = WM_APP + 1;
 
-    // After the dialog has handled a message; `outermost`: it was sent in the course of no other. Nothing for
-    // a dialog that is gone (null).
-    void AfterMessage(HWND dialog, UINT message, WPARAM wParam, bool outermost);
+    // After the dialog has handled a message. Nothing for a dialog that is gone (null).
+    void AfterMessage(HWND dialog, UINT message);
     // For kLookMessage: moves the keyboard on, as Tab does, from the control that had it last.
     void Look(HWND dialog);
 
