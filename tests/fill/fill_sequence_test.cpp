@@ -69,6 +69,8 @@ TEST_F(FillSequence, ALineChosenAndThenTypedOverIsNoLongerChosen) {
 }
 
 TEST_F(FillSequence, AnExchangeTypedOverTakesItsCommodityAway) {
+    book.AddCommodity('F', "TR", 1, 8).exchangeNo.Set("EXF");
+    book.AddContract("EXF TR 150320");
     Open(1);
     Choose(IDC_EXCHANGE, "EXA");
     Choose(IDC_COMMODITY, "TR");
@@ -143,6 +145,15 @@ TEST_F(FillSequence, CodesGoOutInTheHostsLetters) {
     EnterRest("1509");
     EXPECT_EQ(Text(IDC_FILL_PRICE_DENOMINATOR), "4");
     EXPECT_EQ(Sent(), "exl F cu 1509 N at 97");
+    // Elsewhere the same letters are another commodity.
+    book.AddExchange("EXU");
+    book.AddCommodity('F', "CU", 1, 4);
+    book.AddContract("EXU CU 1509");
+    FillRecord fill = book.FillOf("exl cu 1509");
+    OpenOn(1, fill);
+    Choose(IDC_EXCHANGE, "EXU");
+    TypeOver(IDC_COMMODITY, "cu");
+    EXPECT_EQ(Sent(), "EXU F CU 1509 N at 97");
     // Also when nothing is listed.
     book.group.tradable = 'N';
     OpenOn(0, lower);
