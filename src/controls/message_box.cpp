@@ -253,11 +253,17 @@ int XMessageBox(HWND owner, const std::string& message, const std::string& capti
     if (!box.Create(owner)) {
         return IDCANCEL;
     }
-    EnableWindow(owner, FALSE);
-    const int pressed = box.Run();
-    // Before the box goes, so that the system gives the activation back to the owner.
-    if (IsWindow(owner)) {
-        EnableWindow(owner, TRUE);
+    int pressed = IDCANCEL;
+    {
+        // The owner comes back before the box goes, so that the system gives the activation back to it, and
+        // however the box ends.
+        const CallNote ownerOff(owner, [](void* window, std::intptr_t) {
+            if (IsWindow(static_cast<HWND>(window))) {
+                EnableWindow(static_cast<HWND>(window), TRUE);
+            }
+        });
+        EnableWindow(owner, FALSE);
+        pressed = box.Run();
     }
     box.DestroyWindow();
     return pressed;

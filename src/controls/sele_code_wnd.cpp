@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -81,10 +82,13 @@ int CSeleCodeWnd::OnCreate(LPCREATESTRUCT create) {
     }
     constexpr DWORD kTreeStyle = WS_CHILD | WS_VISIBLE | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT |
                                  TVS_SHOWSELALWAYS | TVS_FULLROWSELECT;
-    m_tree.Create(kTreeStyle, RECT{}, m_hWnd, kSeleCodeTreeId);
+    constexpr DWORD kListStyle = WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA;
+    if (!m_tree.Create(kTreeStyle, RECT{}, m_hWnd, kSeleCodeTreeId) ||
+        !m_list.Create(kListStyle, RECT{}, m_hWnd, kSeleCodeListId)) {
+        return -1;
+    }
     m_tree.ShowWindow(SW_SHOW);
     m_tree.SetFont(m_treeFont.Get());
-    m_list.Create(WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_OWNERDATA, RECT{}, m_hWnd, kSeleCodeListId);
     m_list.ShowWindow(SW_SHOW);
     m_list.SetItemCount(kBlankRows);
     m_list.SetFont(m_listFont.Get());
@@ -139,35 +143,26 @@ void CSeleCodeWnd::PlaceUnder(HWND button) {
 // --- showing and hiding ---
 
 void CSeleCodeWnd::Toggle() {
-    // Showing and focusing a window tells the host, which may take the popup away.
-    const WindowWatch watch(this);
+    const RunningCall call(*this);  // showing and focusing tells the host, which may take the popup away
     if (IsWindowVisible()) {
         ShowWindow(SW_HIDE);
     } else {
         ShowWindow(SW_SHOW);
-        if (watch.WindowAlive()) {
-            SetFocus();
-        }
-        if (watch.WindowAlive()) {
-            m_tree.SetFocus();
-        }
+        SetFocus();
+        m_tree.SetFocus();
     }
-    if (watch.WindowAlive()) {
-        Invalidate();
-        UpdateWindow();
-    }
+    Invalidate();
+    UpdateWindow();
 }
 
 void CSeleCodeWnd::OnActivate(UINT state, HWND other, bool minimized) {
-    const WindowWatch watch(this);
     CWnd::OnActivate(state, other, minimized);
-    if (state == WA_INACTIVE && watch.WindowAlive()) {
+    if (state == WA_INACTIVE) {
         ShowWindow(SW_HIDE);
     }
 }
 
 BOOL CSeleCodeWnd::OnNcActivate(bool active) {
-    const WindowWatch watch(this);
     if (active) {
         // The terminal's caption stays drawn as active while the popup has the focus.
         HWND top = TopMostAncestor(m_hWnd);
@@ -175,7 +170,7 @@ BOOL CSeleCodeWnd::OnNcActivate(bool active) {
             ::SendMessageA(top, WM_NCACTIVATE, TRUE, 0);
         }
     }
-    return watch.WindowAlive() ? CWnd::OnNcActivate(active) : TRUE;
+    return m_hWnd ? CWnd::OnNcActivate(active) : TRUE;
 }
 
 void CSeleCodeWnd::OnDestroy() {
@@ -189,6 +184,7 @@ void CSeleCodeWnd::OnDestroy() {
 // --- the tree ---
 
 void CSeleCodeWnd::Refresh(const std::string& sign) {
+    const RunningCall call(*this);
     const TradeData trade = m_trade();
     if ((!sign.empty() || trade.SignEntryCount(sign) > 0) && (sign != m_lastSign || sign.empty())) {
         m_built = false;
@@ -197,11 +193,15 @@ void CSeleCodeWnd::Refresh(const std::string& sign) {
     if (m_built || !m_hWnd) {
         return;
     }
+    std::vector<CatalogNode> catalog = BuildCatalog(trade, sign, m_forwardOnly);
+    if (!m_hWnd) {
+        return;
+    }
     m_rows.ClearContracts();
     m_tree.SendMessage(WM_SETREDRAW, FALSE);
     m_tree.DeleteAllItems();
     m_lastOpened = nullptr;
-    m_catalog = BuildCatalog(trade, sign, m_forwardOnly);
+    m_catalog = std::move(catalog);
     InsertNodes(m_catalog, TVI_ROOT);
     m_built = !m_catalog.empty();
     if (m_catalog.size() == 1) {
@@ -236,7 +236,6 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
     if ((cursorPart & TVHT_ONITEMBUTTON) == 0) {
         m_tree.Expand(item);
     }
-    const WindowWatch watch(this);
     m_tree.SelectItem(item);
     OpenSingleChildren(m_tree.GetSelectedItem());
     m_choice = ChoiceOf(m_tree.GetSelectedItem());
@@ -246,10 +245,8 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
     if (HasNoContractLevel(m_choice.commodityType)) {
         ShowWindow(SW_HIDE);
     }
-    if (watch.WindowAlive()) {
-        FillList();
-    }
-    if (!watch.WindowAlive() || !SendChoice(TreeClickText(m_choice))) {
+    FillList();
+    if (!m_hWnd || !SendChoice(TreeClickText(m_choice))) {
         // Nothing more may happen in a tree that is gone.
         *result = 1;
     }
@@ -368,9 +365,8 @@ BOOL CSeleCodeWnd::OnListClick(const NMITEMACTIVATE& click, WPARAM wParam, LPARA
 }
 
 bool CSeleCodeWnd::SendChoice(const std::string& text) {
-    const std::string sign = m_choice.sign;  // outlives the popup
-    WindowWatch watch(this);
+    const std::string sign = m_choice.sign;  // the owner may have the popup filled anew
     ::SendMessageA(m_notifyWindow, WM_SELECTCODE, reinterpret_cast<WPARAM>(text.c_str()),
                    reinterpret_cast<LPARAM>(sign.c_str()));
-    return watch.WindowAlive();
+    return m_hWnd != nullptr;
 }

@@ -13,7 +13,7 @@ namespace {
 
 // A host that closes the dialog in one of its own look-ups and opens another may do so again in the look-ups
 // of that one, and so on until the stack ends.
-constexpr int kMaxOpeningsWithin = 8;
+constexpr int kMaxCreationsWithin = 8;
 
 // How far the opening of one kind of dialog has come. All of it is put back when a call of the host does not
 // return (see CallNote).
@@ -22,15 +22,17 @@ struct Opening {
     Dialog*& slot;        // the single-instance pointer
     bool constructing;    // the object is not whole, and not in the slot
     int running;          // creations within creations
+    int within;           // creations since the outermost of these began
     const Dialog* whole;  // the dialog of the slot once it has been created to the end
 };
 
-Opening<CEmendoMatch> g_fillOpening{g_pFillDialog, false, 0, nullptr};
-Opening<CEmendoOrder> g_orderOpening{g_pOrderDialog, false, 0, nullptr};
+Opening<CEmendoMatch> g_fillOpening{g_pFillDialog, false, 0, 0, nullptr};
+Opening<CEmendoOrder> g_orderOpening{g_pOrderDialog, false, 0, 0, nullptr};
 
 // During the creation the host may close the dialog and open another: then that one is in the slot.
 template <typename Dialog, typename MakeDialog>
 void CreateDialogInSlot(Opening<Dialog>& opening, MakeDialog makeDialog) {
+    opening.within = opening.running == 0 ? 1 : opening.within + 1;
     const ScopedValue running(opening.running, opening.running + 1);
     opening.whole = nullptr;
     Dialog* made = nullptr;
@@ -57,7 +59,6 @@ void CreateDialogInSlot(Opening<Dialog>& opening, MakeDialog makeDialog) {
 // A call of the host that did not return left a dialog behind that will never be whole.
 template <typename Dialog>
 void DiscardHalfMade(Opening<Dialog>& opening) {
-    CallNote::PutBackAbandoned();
     if (Dialog* dialog = opening.slot; dialog && dialog != opening.whole && opening.running == 0) {
         opening.slot = nullptr;
         dialog->DestroyWindow();
@@ -73,7 +74,9 @@ IEmendixOper* OpenOrBringForward(Opening<Dialog>& opening, MakeDialog makeDialog
         return nullptr;
     }
     DiscardHalfMade(opening);
-    if (!opening.slot && !opening.constructing && opening.running < kMaxOpeningsWithin) {
+    const bool declined =
+        opening.constructing || (opening.running > 0 && opening.within >= kMaxCreationsWithin);
+    if (!opening.slot && !declined) {
         CreateDialogInSlot(opening, makeDialog);
     }
     const Dialog* dialog = opening.slot;
@@ -109,6 +112,7 @@ void IEmendoControl::Free(const IEmendix* control) {
 }
 
 IEmendixOper* IEmendoControl::OpenFillDialog(int mode, void* record, int recordKind, HWND parentWindow) {
+    CallNote::PutBackAbandoned(__builtin_frame_address(0));
     return Guarded(
         "OpenFillDialog",
         [&] {
@@ -119,6 +123,7 @@ IEmendixOper* IEmendoControl::OpenFillDialog(int mode, void* record, int recordK
 }
 
 IEmendixOper* IEmendoControl::OpenOrderDialog(int mode, OrderRecord* record, HWND parentWindow) {
+    CallNote::PutBackAbandoned(__builtin_frame_address(0));
     return Guarded(
         "OpenOrderDialog",
         [&] {

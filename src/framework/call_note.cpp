@@ -46,8 +46,17 @@ bool IsAbandoned(const void* place, const void* frame) {
 
 }  // namespace
 
+// Two notes that hold cannot stand in one place: what stood here, and what was noted after it, is over. The
+// host's loop mostly comes by the same way again.
 CallNote::CallNote(void* target, PutBack putBack, std::intptr_t former) : m_index(kNotNoted) {
-    PutBackAbandoned();
+    PutBackAbandoned(__builtin_frame_address(0));
+    for (std::size_t i = g_count; i-- > 0;) {
+        if (g_entries[i].place == this) {
+            while (g_count > i) {
+                RunPutBack(Take(g_count - 1));
+            }
+        }
+    }
     if (g_count < kCapacity) {
         m_index = g_count++;
         g_entries[m_index] = {this, target, putBack, former};
@@ -78,9 +87,8 @@ void CallNote::ForgetTarget(const void* target) {
     }
 }
 
-// Not inlined, so that its frame lies below everything that its callers hold.
-__attribute__((noinline)) void CallNote::PutBackAbandoned() {
-    while (g_count > 0 && IsAbandoned(g_entries[g_count - 1].place, __builtin_frame_address(0))) {
+void CallNote::PutBackAbandoned(const void* frame) {
+    while (g_count > 0 && IsAbandoned(g_entries[g_count - 1].place, frame)) {
         RunPutBack(Take(g_count - 1));
     }
 }

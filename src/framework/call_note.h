@@ -25,8 +25,9 @@ public:
 
     // The target is being destroyed: nothing that is noted of it is put back.
     static void ForgetTarget(const void* target);
-    // Puts back what calls left whose frames are gone from this stack.
-    static void PutBackAbandoned();
+    // Puts back what calls left whose frames are gone from this stack. `frame`: of a function that the host
+    // or the system has called and that has made no notes yet; whatever lies below it is over.
+    static void PutBackAbandoned(const void* frame);
     // Puts back everything: no call of the module can be running any more.
     static void PutBackAll();
     // True when calls are nested so deeply that the stack is about to end.

@@ -114,7 +114,7 @@ HWND CWnd::UnsubclassWindow() {
 }
 
 LRESULT CALLBACK CWnd::StaticWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    CallNote::PutBackAbandoned();
+    CallNote::PutBackAbandoned(__builtin_frame_address(0));
     CWnd* object = FromHandlePermanent(window);
     if (object && !CallNote::NearlyFull()) {
         return object->Dispatch({message, wParam, lParam});

@@ -138,7 +138,11 @@ public:
             ::InvalidateRect(m_hWnd, nullptr, erase);
         }
     }
-    void UpdateWindow() const { ::UpdateWindow(m_hWnd); }
+    void UpdateWindow() const {
+        if (m_hWnd) {
+            ::UpdateWindow(m_hWnd);
+        }
+    }
     // Exchanges values with the controls: out of them (true) or into them (false). Notifications that the
     // edits send meanwhile are not delivered, selections made by the exchange are. False when there is no
     // window.

@@ -1,5 +1,6 @@
 #include "order/carry_lists.h"
 
+#include "framework/wnd.h"
 #include "trade/host_services.h"
 
 #include <utility>
@@ -7,7 +8,8 @@
 namespace {
 
 ITradeListWindow* Make(HWND owner, ISelectDataNotify* notify) {
-    ITradeListWindow* list = g_pTradeList ? g_pTradeList->CreateListWindow(0, 4, owner, 1) : nullptr;
+    ITradeListWindow* list =
+        g_pTradeList && IsWindow(owner) ? g_pTradeList->CreateListWindow(0, 4, owner, 1) : nullptr;
     if (list) {
         list->SetNotify(notify);
     }
@@ -36,7 +38,7 @@ CarryLists::~CarryLists() {
 
 void CarryLists::Create(HWND owner, ISelectDataNotify* notify) {
     m_near = Make(owner, notify);
-    m_forward = Make(owner, notify);
+    m_forward = Make(owner, notify);  // none when the host took the owner away with the first
 }
 
 void CarryLists::Place(const PixelRect& near, const PixelRect& forward) {

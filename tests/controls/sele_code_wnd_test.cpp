@@ -281,12 +281,24 @@ TEST_F(PopupTest, TheMouseBringsTheFocusAndHighlightsOneCell) {
 }
 
 TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
+    const auto take = [&] { popup.reset(); };
     for (const bool list : {false, true}) {
         owner.onChoice = [] {};
         MakePopup();
         list ? Open({kExa, "CM[Copper]"}) : Open({kExa});
-        owner.onChoice = [&] { popup.reset(); };
+        owner.onChoice = take;
         list ? ClickCell(0, 0) : ClickNode("CM[Copper]");
+        EXPECT_FALSE(popup);
+    }
+    owner.onChoice = [] {};
+    for (const bool opening : {false, true}) {
+        MakePopup();
+        if (!opening) {
+            Open({kExa});
+        }
+        book.api.whileAsked = take;  // as when the host closes the dialog in its answer
+        opening ? popup->Refresh("") : ClickNode("CM[Copper]");
+        book.api.whileAsked = nullptr;
         EXPECT_FALSE(popup);
     }
 }

@@ -1,53 +1,18 @@
-#include "app/host_app.h"
-#include "frame/raw_host.h"
+#include "frame/module_fixture.h"
 #include "support/leak_count.h"
-#include "support/window_kit.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <memory>
 
 namespace {
 
 using testing::ElementsAre;
 
-constexpr WORD kEnglish = 1033;
-constexpr int kFillOperation = 0;
-constexpr int kOrderOperation = 1;
-constexpr int kPreTranslateMessage = 0;
-constexpr int kGetSafeHwnd = 1;
 constexpr int kCancelButton = 1067;
 
-struct Module : testing::Test {
-    RawHost host;
-    HostWindow desk;
-    std::unique_ptr<ModuleHandle> loaded;
-    void* api = nullptr;
-
-    Module() { Load(); }
-
-    // Unloads the module and loads it again.
-    void Load(const std::string& file = "EmendoOrd.dll") {
-        loaded.reset();
-        ASSERT_EQ(GetModuleHandleA("EmendoOrd.dll"), nullptr);
-        loaded = std::make_unique<ModuleHandle>(file);
-    }
-    // Starts it as a host does.
-    void Start(RawHost& with) {
-        loaded->onPluginLoad(kEnglish);
-        loaded->onPluginInit(with.Manager());
-        api = loaded->createPluginApi("1.0.0.1");
-        ASSERT_NE(api, nullptr);
-    }
-    void* OpenOrder(int mode = 0, HWND parent = nullptr) {
-        return CallSlot<void*>(api, kOrderOperation, mode, nullptr, parent ? parent : desk.Get());
-    }
-    void* OpenFill(HWND parent = nullptr) {
-        return CallSlot<void*>(api, kFillOperation, 0, nullptr, 1, parent ? parent : desk.Get());
-    }
-    static HWND Window(void* dialog) { return CallSlot<HWND>(dialog, kGetSafeHwnd); }
+struct OpenModule : Module {
     static std::string Title(void* dialog) {
         char title[100] = "";
         GetWindowTextA(Window(dialog), title, sizeof(title));
@@ -60,7 +25,7 @@ struct Module : testing::Test {
     }
 };
 
-TEST_F(Module, GivesItsInterfaceForItsVersionOnly) {
+TEST_F(OpenModule, GivesItsInterfaceForItsVersionOnly) {
     Start(host);
     for (const char* version :
          {"1.0.0.10", "1.0.0", "1.0.0.2", "", " 1.0.0.1", static_cast<const char*>(nullptr)}) {
@@ -71,7 +36,7 @@ TEST_F(Module, GivesItsInterfaceForItsVersionOnly) {
     loaded->onPluginFree();
 }
 
-TEST_F(Module, FetchesEveryServiceOnceInOrderAndOpensDialogsOnceThePositionListIsThere) {
+TEST_F(OpenModule, FetchesEveryServiceOnceInOrderAndOpensDialogsOnceThePositionListIsThere) {
     loaded->onPluginInit(nullptr);
     EXPECT_TRUE(host.requested.empty());
     host.services.erase("TradeList");
@@ -91,7 +56,7 @@ TEST_F(Module, FetchesEveryServiceOnceInOrderAndOpensDialogsOnceThePositionListI
     EXPECT_NE(OpenOrder(), nullptr);
 }
 
-TEST_F(Module, DoesWithoutAnyOtherServiceAndLoadsAgainAfterUse) {
+TEST_F(OpenModule, DoesWithoutAnyOtherServiceAndLoadsAgainAfterUse) {
     for (const char* missing : {"TradeApi", "QuoteDataCenter", "SysConfig", "Abnormal", "none"}) {
         SCOPED_TRACE(missing);
         RawHost poor;
@@ -124,7 +89,7 @@ void CopyWithoutOrderTemplate(const std::string& original, const std::string& co
     std::ofstream(copy, std::ios::binary) << bytes;
 }
 
-TEST_F(Module, MissingTemplateOpensNothing) {
+TEST_F(OpenModule, MissingTemplateOpensNothing) {
     const std::string original = ProgramFolder() + "EmendoOrd.dll";
     const std::string copy = original + ".without_order.dll";
     CopyWithoutOrderTemplate(original, copy);
@@ -138,7 +103,7 @@ TEST_F(Module, MissingTemplateOpensNothing) {
     DeleteFileA(copy.c_str());
 }
 
-TEST_F(Module, EveryModeShowsItsTemplateInTheOneDialogOfItsKind) {
+TEST_F(OpenModule, EveryModeShowsItsTemplateInTheOneDialogOfItsKind) {
     Start(host);
     void* fill = OpenFill();
     const std::pair<int, const char*> rows[] = {
@@ -160,7 +125,7 @@ TEST_F(Module, EveryModeShowsItsTemplateInTheOneDialogOfItsKind) {
     EXPECT_TRUE(IsWindow(Window(fill)));
 }
 
-TEST_F(Module, DialogsEndWithTheHostsWindowAndWithTheModule) {
+TEST_F(OpenModule, DialogsEndWithTheHostsWindowAndWithTheModule) {
     Start(host);
     const HWND first[] = {Window(OpenOrder()), Window(OpenFill())};
     const HWND gone = desk.Get();
@@ -176,12 +141,12 @@ TEST_F(Module, DialogsEndWithTheHostsWindowAndWithTheModule) {
     HostLoop().PumpUntilIdle();
 }
 
-TEST_F(Module, KeysOfTheHostsLoopReachTheDialog) {
+TEST_F(OpenModule, KeysOfTheHostsLoopReachTheDialog) {
     Start(host);
     const std::pair<void*, int> rows[] = {{OpenOrder(), 1125}, {OpenFill(), 1129}};
     for (const auto& [dialog, quantityEdit] : rows) {
         const auto offer = [oper = dialog](const MSG* message) {
-            return CallSlot<BOOL>(oper, kPreTranslateMessage, message) != FALSE;
+            return CallSlot<BOOL>(oper, Module::kPreTranslateMessage, message) != FALSE;
         };
         HostLoop loop([=](const MSG& message) { return offer(&message); });
         loop.PumpUntilIdle();
@@ -198,7 +163,7 @@ TEST_F(Module, KeysOfTheHostsLoopReachTheDialog) {
     }
 }
 
-TEST_F(Module, OpeningAndClosingLeavesNothingBehind) {
+TEST_F(OpenModule, OpeningAndClosingLeavesNothingBehind) {
     Start(host);
     KeptByEach(
         [&] {

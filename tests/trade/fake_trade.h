@@ -29,16 +29,21 @@ public:
     std::string priceText;  // what FormatPrice writes, as far as the buffer goes, without a terminator
     std::string log;        // the arguments of the last look-up that takes texts
     std::vector<ITradeSpi*> listeners;
-    std::function<void()> whileAsked;  // what the host does during a list or look-up
+    std::function<void()> whileAsked;  // what the host does during each of these calls
     int unregistrations = 0;
 
-    void RegisterSpi(ITradeSpi* listener) override { listeners.push_back(listener); }
+    void RegisterSpi(ITradeSpi* listener) override {
+        listeners.push_back(listener);
+        Asked();
+    }
     void UnregisterSpi(ITradeSpi* listener) override {
         ++unregistrations;
         std::erase(listeners, listener);
+        Asked();
     }
     void ListSignEntries(IDataContainer* list, const char* sign) override { AddAll(list, signEntries, sign); }
     ServerRecord* GetUserServer(const char* serverKey, UserRecord*) override {
+        Asked();
         log = serverKey;
         return server;
     }
@@ -48,11 +53,13 @@ public:
     void GetPositions(IDataContainer* list, const char* sign) override { AddAll(list, positions, sign); }
     PositionRecord* GetPosition(const char* accountNo, const ContractKey*, char direction,
                                 const char* text) override {
+        Asked();
         log = std::string(accountNo) + direction + text;
         return position;
     }
     void GetPositionQty(const char* accountNo, const SingleContractKey*, std::uint32_t* longOut,
                         std::uint32_t* shortOut, std::uint32_t* further1, std::uint32_t* further2) override {
+        Asked();
         log.assign(accountNo, sizeof(UserRecord::accountNo));  // the whole field, as a host may
         *longOut = longQty;
         *shortOut = shortQty;
@@ -80,10 +87,14 @@ public:
     ContractRecord* GetContract(const ContractKey* key) override {
         return FindKey(contracts, key, sizeof(ContractKey));
     }
-    const char* Get3MContractNo(const char*) override { return threeMonthContractNo; }
+    const char* Get3MContractNo(const char*) override {
+        Asked();
+        return threeMonthContractNo;
+    }
     void GetCurrencies(IDataContainer* list, const char* sign) override { AddAll(list, currencies, sign); }
     void GetUppers(IDataContainer* list, const char* sign) override { AddAll(list, uppers, sign); }
     void FormatPrice(const void*, double, char* buffer, int bufferSize, int zero, char notation) override {
+        Asked();
         log = std::to_string(zero) + notation;
         std::memcpy(buffer, priceText.data(), std::min<std::size_t>(priceText.size(), bufferSize));
     }
@@ -93,10 +104,9 @@ public:
     RESERVED(23) RESERVED(24) RESERVED(28) RESERVED(29) RESERVED(30) RESERVED(31) RESERVED(32) RESERVED(33)
     RESERVED(34) RESERVED(35) RESERVED(36) RESERVED(42) RESERVED(45) RESERVED(46) RESERVED(47) RESERVED(49)
     RESERVED(51) RESERVED(52) RESERVED(53) RESERVED(54)
-    // clang-format on
+        // clang-format on
 
-private:
-    void Asked() {
+        private : void Asked() {
         if (whileAsked) {
             whileAsked();
         }

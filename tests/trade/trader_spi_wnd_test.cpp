@@ -1,3 +1,4 @@
+#include "services/event_pump.h"
 #include "support/swallowed_exceptions.h"
 #include "support/window_kit.h"
 #include "trade/fake_trade.h"
@@ -9,7 +10,6 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 #include <stdexcept>
 #include <thread>
 
@@ -107,72 +107,105 @@ TEST_F(HiddenWindow, NoWindowNoListener) {
     EXPECT_EQ(api.unregistrations, 1);
 }
 
-// The host's side as a real one does it: registration and posting under one lock.
-class PostingTradeApi : public FakeTradeApi {
+// What a listener answers when it is asked on a thread of the host's, and whether a direct call gets through.
+std::string AskedFromAThread(ITradeSpi& listener, const Dialog* dialog = nullptr) {
+    std::string answer;
+    const std::size_t calls = dialog ? dialog->calls.size() : 0;
+    std::thread([&] {
+        HWND window = nullptr;
+        answer = listener.GetNotifyWnd(&window) ? "post" : "call";
+        answer += window ? " window" : " none";
+        PositionRecord position{};
+        listener.OnTradeNotify11(&position);
+    }).join();
+    return answer + (dialog && dialog->calls.size() > calls ? " called" : "");
+}
+
+class AskingTradeApi : public FakeTradeApi {
 public:
+    std::string log;
     void RegisterSpi(ITradeSpi* listener) override {
-        const std::scoped_lock lock(m_mutex);
         FakeTradeApi::RegisterSpi(listener);
+        log += "registering: " + AskedFromAThread(*listener) + "; ";
     }
     void UnregisterSpi(ITradeSpi* listener) override {
-        const std::scoped_lock lock(m_mutex);
+        log += "unregistering: " + AskedFromAThread(*listener) + "; ";
         FakeTradeApi::UnregisterSpi(listener);
     }
-    int PostToAll(WPARAM data) {
-        const std::scoped_lock lock(m_mutex);
-        int posted = 0;
-        for (ITradeSpi* listener : listeners) {
-            HWND window = nullptr;
-            if (!listener->GetNotifyWnd(&window)) {
-                listener->OnTradeNotify11(reinterpret_cast<void*>(data));
-            } else if (window && PostMessageA(window, kWmTradeSpi, data, 32 << 24)) {
-                ++posted;
-            }
-        }
-        return posted;
-    }
-
-private:
-    std::mutex m_mutex;
 };
 
-// The worker may post more than each dialog waits for, so it is at work while dialogs come and go.
-TEST(HiddenWindowUnderLoad, NoEventReachesADestroyedDialog) {
-    constexpr int kRounds = 100;
-    PostingTradeApi api;
-    g_pTradeApi = &api;
-    PositionRecord position{};
-    std::atomic<bool> running = true;
-    std::atomic<int> allowance = 0;
-    std::atomic<int> posted = 0;
-    std::thread worker([&] {
-        while (running) {
-            if (allowance > 0 && api.PostToAll(reinterpret_cast<WPARAM>(&position)) > 0) {
-                --allowance;
-                ++posted;
-            } else {
-                Sleep(0);
-            }
+AskingTradeApi* g_asking = nullptr;
+
+LRESULT CALLBACK AskDuringCreation(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND || code == HCBT_DESTROYWND) {
+        std::string entry = code == HCBT_CREATEWND ? "creating: " : "destroying: ";
+        entry += AskedFromAThread(*g_asking->listeners.at(0)) + "; ";
+        if (!g_asking->log.ends_with(entry)) {  // the system makes windows of its own with it
+            g_asking->log += entry;
         }
-    });
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST(HiddenWindowBeforeAndAfter, PostsNowhereAndIgnoresDirectCalls) {
+    AskingTradeApi api;
+    g_pTradeApi = g_asking = &api;
+    const HHOOK hook = SetWindowsHookExA(WH_CBT, AskDuringCreation, nullptr, GetCurrentThreadId());
+    {
+        const Dialog dialog;
+        EXPECT_EQ(AskedFromAThread(*api.listeners.at(0), &dialog), "post window called");
+    }
+    UnhookWindowsHookEx(hook);
+    EXPECT_EQ(api.log,
+              "registering: call none; creating: call none; destroying: call none; "
+              "unregistering: call none; ");
+    g_pTradeApi = nullptr;
+}
+
+// Listeners as the substitute host keeps them: a removal waits for the call that another thread is making.
+class RegistryTradeApi : public FakeTradeApi {
+public:
+    ListenerRegistry registry;
+    void RegisterSpi(ITradeSpi* listener) override { registry.Add(listener); }
+    void UnregisterSpi(ITradeSpi* listener) override { registry.Remove(listener); }
+};
+
+// Events are always on their way while dialogs come and go.
+TEST(HiddenWindowUnderLoad, NoEventReachesADestroyedDialogOrNoWindow) {
+    constexpr int kRounds = 100;
+    RegistryTradeApi api;
+    g_pTradeApi = &api;
+    std::atomic<int> postedNowhere = 0;
     int received = 0;
+    EventPump pump(api.registry, {[&](HWND window, void* record, std::uint32_t code) {
+                                      postedNowhere += !window;
+                                      return PostMessageA(window, kWmTradeSpi,
+                                                          reinterpret_cast<WPARAM>(record),
+                                                          static_cast<LPARAM>(code)) != FALSE;
+                                  },
+                                  nullptr});
+    const auto change = [&](int events) {
+        for (int i = 0; i < events; ++i) {
+            pump.PositionChanged(PositionRecord{});
+        }
+    };
     for (int round = 0; round < kRounds; ++round) {
+        change(20);  // some of them are out before the dialog is there
         Dialog dialog;
         dialog.onCall = [&] { ++received; };
-        allowance += 8;
+        change(8);
         const int wanted = received + round % 5;
         MSG message;
         while (received < wanted && GetMessageA(&message, nullptr, 0, 0)) {
             DispatchMessageA(&message);
         }
     }
-    running = false;
-    worker.join();
+    pump.Flush();
     g_pTradeApi = nullptr;
     EXPECT_GE(received, 2 * kRounds);
-    EXPECT_LE(received, posted.load());
-    EXPECT_EQ(api.unregistrations, kRounds);
-    EXPECT_TRUE(api.listeners.empty());
+    EXPECT_LE(static_cast<std::uint64_t>(received), pump.Count().posted);
+    EXPECT_EQ(postedNowhere, 0);
+    EXPECT_EQ(api.registry.Count(), 0u);
 }
 
 }  // namespace
