@@ -1,25 +1,25 @@
 // The module gets no memory, from some allocation on or for a single one.
 
 #include "frame/opening_fixture.h"
-#include "support/allocation_faults.h"
 #include "support/swallowed_exceptions.h"
+#include "tests/border/memory_refusal.h"
 
 namespace {
 
 struct NoMemory : Openings {
     ExpectedExceptions expected;
-    AllocationFaults faults{loaded->Library()};
+    MemoryRefusal memory{loaded->Library()};
 };
 
 TEST_F(NoMemory, ExportsDoNothing) {
-    faults.Refuse(0);
+    memory.RefuseFrom(1);
     EXPECT_EQ(loaded->createPluginApi("1.0.0.1"), nullptr);
     loaded->onPluginLoad(kEnglish);
     loaded->onPluginInit(host.Manager());
     loaded->freePluginApi(nullptr);
     loaded->onPluginFree();
-    EXPECT_GT(faults.Refused(), 0);
-    faults.RefuseNone();
+    EXPECT_GT(memory.Refused(), 0u);
+    memory.RefuseNone();
     void* another = loaded->createPluginApi("1.0.0.1");
     ASSERT_NE(another, nullptr);
     loaded->freePluginApi(static_cast<IEmendix*>(another));
@@ -27,32 +27,50 @@ TEST_F(NoMemory, ExportsDoNothing) {
 }
 
 TEST_F(NoMemory, OpensADialogOrNoneAndNeverHalfOfOne) {
-    constexpr long kSteps = 12;  // of the allocations of an opening, by which the refused one moves on
     for (const Way& way : {kWays[1], kWays[4]}) {
-        SCOPED_TRACE(way.what);
-        parent = std::make_unique<HostWindow>();
-        faults.RefuseNone();
-        ASSERT_TRUE(Open(way));
-        const long all = faults.Asked();
-        ExpectNothingLeft();
-        for (const long count : {1L, AllocationFaults::kAllFurther}) {
+        for (const bool single : {true, false}) {
             int declined = 0;
-            for (long from = 0; from < all; from += 1 + all / kSteps) {
-                SCOPED_TRACE(from);
+            unsigned refused = 1;
+            for (unsigned number = 1; refused > 0; number += 1 + number / 2) {
+                SCOPED_TRACE(std::string(way.what) + (single ? ", only " : ", from ") +
+                             std::to_string(number));
                 parent = std::make_unique<HostWindow>();
-                faults.Refuse(from, count);
+                single ? memory.RefuseOnly(number) : memory.RefuseFrom(number);
                 void* dialog = Open(way);
-                faults.RefuseNone();
+                refused = memory.Refused();
+                memory.RefuseNone();
                 declined += !dialog;
+                EXPECT_TRUE(dialog || refused > 0);
                 ASSERT_EQ(Dialogs().size(), dialog ? 1u : 0u);
                 ExpectNothingLeft();
             }
             EXPECT_GT(declined, 0);
-            parent = std::make_unique<HostWindow>();
-            EXPECT_TRUE(Open(way));
-            ExpectNothingLeft();
         }
     }
+}
+
+// Its accounts come while the module has no memory for the first of them.
+struct RefusingBook : FillBook {
+    MemoryRefusal* memory = nullptr;
+    void GetUsers(IDataContainer* list, const char* sign) override {
+        memory->RefuseOnly(1);
+        FillBook::GetUsers(list, sign);
+        memory->RefuseNone();
+    }
+};
+
+TEST_F(Module, UsesTheListThatItHasReadWithoutTheRecordThatFoundNoMemory) {
+    MemoryRefusal memory(loaded->Library());
+    RefusingBook book;
+    book.memory = &memory;
+    host.service.api = &book;
+    Start(host);
+    void* dialog = OpenFill();
+    ASSERT_TRUE(dialog);
+    constexpr int kAccount = 1037;
+    EXPECT_EQ(SendMessageA(GetDlgItem(Window(dialog), kAccount), CB_GETCOUNT, 0, 0),
+              static_cast<LRESULT>(book.users.size()) - 1);
+    DestroyWindow(Window(dialog));
 }
 
 }  // namespace
