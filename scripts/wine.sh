@@ -10,6 +10,7 @@ ends with 5). Runs at the same time do not see each other: each has a Wine serve
 
   --timeout SECONDS    end the program after this time, with exit code 124 (default 120)
   --locale LOCALE      C.UTF-8 (default), zh_CN.UTF-8, zh_TW.UTF-8, zh_HK.UTF-8, zh_SG.UTF-8, ja_JP.UTF-8
+  --dpi DPI            resolution of the screen: 96 (default), 120, 144
   --display null       windows exist and take input messages, nothing is drawn, no X server (default)
   --display virtual    a virtual X display with a window manager: pictures, SendInput, xdotool
   --display own        the display of $DISPLAY
@@ -29,6 +30,7 @@ source "$here/wine_paths.sh"
 
 limit=120
 locale=C.UTF-8
+dpi=96
 display=null
 screenshot=
 screenshot_at=1
@@ -38,6 +40,7 @@ while [ $# -gt 0 ]; do
     case $1 in
         --timeout) limit=$2; shift 2 ;;
         --locale) locale=$2; shift 2 ;;
+        --dpi) dpi=$2; shift 2 ;;
         --display) display=$2; shift 2 ;;
         --screenshot) screenshot=$2; display=virtual; shift 2 ;;
         --screenshot-at) screenshot_at=$2; shift 2 ;;
@@ -58,6 +61,10 @@ esac
 case $locale in
     C.UTF-8 | zh_CN.UTF-8 | zh_TW.UTF-8 | zh_HK.UTF-8 | zh_SG.UTF-8 | ja_JP.UTF-8) ;;
     *) echo "wine.sh: unknown locale $locale" >&2; exit 2 ;;
+esac
+case $dpi in
+    96 | 120 | 144) ;;
+    *) echo "wine.sh: unknown resolution $dpi" >&2; exit 2 ;;
 esac
 program=$1
 shift
@@ -93,17 +100,19 @@ slots=${EMENDO_WINE_DIR:-$(dirname "$here")/build/wine}
 mkdir -p "$slots"
 slots=$(cd "$slots" && pwd -P)
 slot=
+kind=$display-$locale
+[ "$dpi" = 96 ] || kind=$kind-$dpi
 for processor in $(processors); do
     if take_lock "$slots/processor-$processor"; then
-        slot=$slots/$display-$locale-$processor
+        slot=$slots/$kind-$processor
         taskset -pc "$processor" $$ >/dev/null
         break
     fi
 done
 for ((number = 0; ${#slot} == 0; number++)); do
-    mkdir -p "$slots/$display-$locale-more$number"
-    if take_lock "$slots/$display-$locale-more$number/lock"; then
-        slot=$slots/$display-$locale-more$number
+    mkdir -p "$slots/$kind-more$number"
+    if take_lock "$slots/$kind-more$number/lock"; then
+        slot=$slots/$kind-more$number
     fi
 done
 mkdir -p "$slot"
@@ -132,6 +141,7 @@ make_prefix() {
     if [ "$display" = null ]; then
         printf '\n[Software\\\\Wine\\\\Drivers]\n"Graphics"="null"\n' >>"$WINEPREFIX.partial/user.reg"
     fi
+    printf '\n[Control Panel\\\\Desktop]\n"LogPixels"=dword:%08x\n' "$dpi" >>"$WINEPREFIX.partial/user.reg"
     mv "$WINEPREFIX.partial" "$WINEPREFIX"
 }
 

@@ -65,7 +65,6 @@ int PrintVersions(const Arguments& arguments) {
 }
 
 int OpenDesk(const Arguments& arguments) {
-    ScaleByOurselves();
     const std::unique_ptr<Book> book = ReadBookFile(BookPath(arguments));
     HostApp host(*book);
     for (const std::string& fault : arguments.faults) {
@@ -106,6 +105,7 @@ void Complain(const std::string& text) {
 
 int main(int count, char** words) {
     FindOutput();
+    ScaleByOurselves();
     try {
         const Arguments arguments = ReadArguments({words + 1, words + count});
         if (arguments.help) {
