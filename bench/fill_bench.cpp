@@ -38,7 +38,12 @@ void BareCalls(LargeBook& book, HWND host) {
     MeasureBare(GetDlgItem(dialog, IDC_ACCOUNT), accounts);
     FillBare(dialog, IDC_UPPER, UpperItems("", trade));
     FillBare(dialog, IDC_EXCHANGE, ExchangeItems("", trade));
-    FillBare(dialog, IDC_COMMODITY, CommodityItems({book.order.key.sign, book.order.key.exchangeNo}, trade));
+    std::vector<std::string> commodities;
+    for (const CommodityRecord* commodity :
+         trade.Commodities({book.order.key.sign, book.order.key.exchangeNo})) {
+        commodities.push_back(CodedItem(commodity->commodityNo.View(), commodity->commodityName.View()));
+    }
+    FillBare(dialog, IDC_COMMODITY, commodities);
     for (const auto& [id, text] : {std::pair{IDC_UPPER, "UP3"},
                                    {IDC_ACCOUNT, "105000"},
                                    {IDC_EXCHANGE, "EXA"},

@@ -22,8 +22,8 @@ struct SplitPrice {
 };
 // Splits a host price text: "97+3/8" into 97, 3 and 8; a text without "/" is the whole part.
 SplitPrice SplitPriceText(std::string_view text);
-// The same price in parts of `denominator`: a host may write 6/8 as 3/4. A fraction that has no such form, and
-// a price without one, stays as it is.
+// The same price in parts of `denominator`: a host may write 6/8 as 3/4. A fraction that has no such form,
+// and a price without one, stays as it is.
 SplitPrice InPartsOf(std::int32_t denominator, SplitPrice price);
 
 // The tick of one step; tick 1 and denominator 1 without a commodity.

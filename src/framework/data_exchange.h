@@ -4,20 +4,6 @@
 
 #include <string>
 
-// One run of DoDataExchange: the dialog and the direction.
-class CDataExchange {
-public:
-    CDataExchange(CWnd& dialog, bool saveAndValidate)
-        : m_pDlgWnd(&dialog), m_bSaveAndValidate(saveAndValidate) {}
-
-    CWnd* m_pDlgWnd;
-    bool m_bSaveAndValidate;  // true: out of the controls
-
-    // The control; null when this template has none with the id, and the exchange then leaves the value
-    // alone.
-    HWND PrepareCtrl(int id) const { return m_pDlgWnd->GetDlgItem(id); }
-};
-
 // Binds `control` to the template's control on the first exchange.
 void DDX_Control(CDataExchange* exchange, int id, CWnd& control);
 

@@ -1,6 +1,5 @@
 #include "framework/wnd.h"
 
-#include "framework/data_exchange.h"
 #include "framework/guard.h"
 #include "framework/window_helpers.h"
 

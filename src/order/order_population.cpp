@@ -1,6 +1,7 @@
 #include "order/order_population.h"
 
-#include "order/order_layout.h"
+#include "controls/price_row.h"
+#include "res/resource_ids.h"
 #include "trade/coded_lists.h"
 #include "trade/contract_text.h"
 
@@ -68,14 +69,14 @@ std::vector<AccountRow> BuildAccountRows(const TradeData& trade) {
 }
 
 // The host writes prices in the notation of the contract; a fraction brings its denominator with it.
-void LoadPrice(OrderForm& form, PriceRowKind kind, double price, const TradeData& trade) {
+void LoadPrice(OrderForm& form, PriceRow OrderForm::*row, double price, const TradeData& trade) {
     const CommodityRecord* commodity = trade.Commodity(CommodityKeyOf(form));
     SplitPrice split = InPartsOf(commodity ? static_cast<std::int32_t>(commodity->tickDenominator) : 0,
                                  SplitPriceText(trade.FormatPrice(form.original, price)));
-    form.*kPriceRows[kind].value = std::move(split.row);
+    form.*row = std::move(split.row);
     if (split.denominator != 0) {
         form.denominator = split.denominator;
-    } else if (kind == kOrderPriceRow) {
+    } else if (row == &OrderForm::orderPrice) {
         form.denominator = 1;
     }
 }
@@ -112,9 +113,9 @@ void LoadOrder(OrderForm& form, const OrderRecord& order, const TradeData& trade
     form.systemNo = order.systemNo.Str();
     form.upper = order.upperNo.Str();
     FormatContractText(order.key, form.contractNo, true, false, trade);
-    LoadPrice(form, kOrderPriceRow, order.orderPrice, trade);
-    LoadPrice(form, kTriggerPriceRow, order.triggerPrice, trade);
-    LoadPrice(form, kFillPriceRow, order.fillPrice, trade);
+    LoadPrice(form, &OrderForm::orderPrice, order.orderPrice, trade);
+    LoadPrice(form, &OrderForm::triggerPrice, order.triggerPrice, trade);
+    LoadPrice(form, &OrderForm::fillPrice, order.fillPrice, trade);
     form.contractText = ShownContract(form).value_or("");
 }
 

@@ -9,8 +9,8 @@
 // What the combo boxes of both dialogs list: one text per host record, code, one blank, name.
 std::string CodedItem(std::string_view code, std::string_view name);
 
-// True when a dialog may list anything: it has no account or no sign yet, or its account exists and belongs to
-// a group that may be traded.
+// True when a dialog may list anything: it has no account or no sign yet, or its account exists and belongs
+// to a group that may be traded.
 bool ListsAreOpen(const std::string& accountNo, const std::string& sign, const TradeData& trade);
 
 // The lists in the host's order; `sign` "" means all signs.

@@ -37,11 +37,10 @@ public:
     RESERVED(0) RESERVED(1) RESERVED(3) RESERVED(4) RESERVED(5) RESERVED(6) RESERVED(7) RESERVED(8)
     RESERVED(9) RESERVED(10) RESERVED(11) RESERVED(12) RESERVED(13) RESERVED(14) RESERVED(15) RESERVED(16)
     RESERVED(17)
-    // clang-format on
+        // clang-format on
 
-private:
-    template <typename Request>
-    int Keep(std::vector<Request>& requests, const Request& request, int success) {
+        private : template <typename Request>
+                  int Keep(std::vector<Request>& requests, const Request& request, int success) {
         requests.push_back(request);
         if (whileSending) {
             whileSending();

@@ -1,4 +1,5 @@
 #pragma once
 
 // A slot that the module never calls.
-#define RESERVED(slot) void Reserved##slot() override {}
+#define RESERVED(slot) \
+    void Reserved##slot() override {}
