@@ -1,246 +1,207 @@
-#include "shown_is_sent/reading.h"
+#include "shown_is_sent/reader.h"
 
 namespace {
 
-enum : int { kModify = 2, kRemove = 3 };
-enum : int {
-    kFillNo = 1153,
-    kSystemNo = 1054,
-    kUpper = 1039,
-    kAccount = 1037,
-    kSource = 1158,
-    kQty = 1129,
-    kExchange = 1122,
-    kCommodity = 1051,
-    kContract = 1056,
-    kDirection = 1052,
-    kOpenContract = 1058,
-    kCurrency = 1164,
-    kFeeGiven = 1165,
-    kFee = 1167,
-};
+enum Mode { kModify = 2, kRemove = 3 };
 
-class FillDialogReader : public BothReaders {
+bool Alike(const std::string& a, const std::string& b) {
+    return lstrcmpiA(a.c_str(), b.c_str()) == 0;
+}
+
+class FillDialogReader : public Reader {
 public:
     FillDialogReader(const View& shown, int ofMode, const OrderRecord* ofOrder, const FillRecord* ofFill,
-                     World& host, const Texts& strings)
-        : BothReaders(shown, host, strings), mode(ofMode), order(ofOrder), fill(ofFill) {
-        for (const int id : {kSource, kDirection}) {
-            Keep(id);
-        }
-        firstContract = view.Text(kContract);
+                     const Surroundings& surroundings)
+        : Reader(shown, surroundings), mode(ofMode), order(ofOrder), fill(ofFill) {
+        Keep(IDC_FILL_SOURCE);
+        Keep(IDC_DIRECTION);
+        firstContract = Trimmed(view.Text(IDC_FILL_CONTRACT));
+        loaded.optionType2 = 'N';
         if (fill) {
-            loaded.optionType2 = 'N';
             std::memcpy(&loaded, &fill->key, sizeof fill->key);
         } else if (order) {
             loaded = order->key;
         }
-        sign = loaded.sign.Str();
     }
 
     bool Foretell(Sequel& out) override {
         Read();
         const std::string errors = Errors();
         if (!errors.empty()) {
-            out.Box(errors, texts(10040), "OK");
+            Ask(out, errors, IDS_OPERATION_FAILED, "OK");
             return false;
         }
-        std::string warnings = WholeTicks(sent.fillPrice, *commodity) ? "" : texts(10066);
-        warnings += sent.fillPrice == 0 ? texts(10042) : "";
-        if (!warnings.empty() && !out.Box(warnings + texts(10045), texts(10046), "OK/Cancel")) {
+        const std::string warnings =
+            (WholeTicks(sent.fillPrice, *commodity) ? "" : Say(IDS_FILL_DIALOG_PRICE_NOT_TICKS)) +
+            (sent.fillPrice == 0 ? Say(IDS_FILL_PRICE_ZERO) : "");
+        if (!warnings.empty() &&
+            !Ask(out, warnings + Say(IDS_CONFIRM_WARNINGS), IDS_CONFIRM_CAPTION, "OK/Cancel")) {
             return false;
         }
         if (mode == kModify) {
-            return Tell(out, 10057);
+            return Tell(out, IDS_SEND_MODIFY_FAILED);
         }
         if (mode == kRemove) {
-            if (fill) {
-                sent.fillNo = fill->fillNo;
-            }
-            return out.Send("RemoveFill " + sent.fillNo.Str(), sent) || Tell(out, 10058);
+            sent.fillNo.Set(fill ? fill->fillNo.View() : "");
+            return out.Send("RemoveFill " + sent.fillNo.Str(), sent) || Tell(out, IDS_SEND_REMOVE_FAILED);
         }
         const int remaining = order ? static_cast<int>(order->orderQty - order->fillQty) : 0;
-        if (remaining < static_cast<int>(sent.fillQty) && !out.Box(texts(10120), texts(10114), "Yes/No")) {
+        if (remaining < static_cast<int>(sent.fillQty) &&
+            !Ask(out, Say(IDS_ASK_FILL_ABOVE_REMAINING), IDS_TIPS, "Yes/No")) {
             return false;
         }
+        const bool given = view.Checked(IDC_FILL_FEE_GIVEN);
         if (sent.fillSource == 'C') {
-            return Carry(out);
+            return Carry(out, given);
         }
-        sent.feeGiven = view.Checked(kFeeGiven) ? 'Y' : 'N';
+        sent.feeGiven = given ? 'Y' : 'N';
         return SendLegs(out);
     }
 
-    std::string Contradiction() const override {
-        const CommodityRecord* shown = Commodity();
-        for (const int row : {0, 1}) {
-            if (shown && Number(row ? 1185 : 1150) != static_cast<int>(shown->tickDenominator)) {
-                return "denominator " + std::to_string(row + 1) + " is not the commodity's";
-            }
-            if (shown && shown->tickDenominator < 2 && Number(row ? 1182 : 1148) != 0) {
-                return "numerator " + std::to_string(row + 1) + " without fractions";
-            }
-        }
-        return {};
-    }
+    std::string Contradiction() const override { return Misfit(Commodity(), {1150, 1185}, {1148, 1182}); }
 
 private:
     bool Input() const { return mode != kModify && mode != kRemove; }
+    bool OfSign(const FixedText<21>& sign) const {
+        return loaded.sign.Empty() || loaded.sign.View() == sign.View();
+    }
+    std::string Shown(int id) const { return FirstWord(Trimmed(view.Text(id))); }
 
-    // The host's own code for what an upper-case box shows.
+    // The host's own code for what the box shows in upper case: that of the chosen line, or the first alike.
     std::string Exchange() const {
-        const std::string shown = Trimmed(FirstWord(view.Text(kExchange)));
-        if (Alike(shown, loaded.exchangeNo.Str())) {
-            return loaded.exchangeNo.Str();
-        }
+        const std::string shown = Shown(IDC_EXCHANGE);
         std::vector<std::string> codes;
         for (const ExchangeRecord* exchange : world.exchanges) {
-            if (sign.empty() || exchange->sign == sign) {
+            if (OfSign(exchange->sign)) {
                 codes.push_back(exchange->exchangeNo.Str());
             }
         }
-        const auto line = static_cast<std::size_t>(view.Line(kExchange));
+        const auto line = static_cast<std::size_t>(view.Line(IDC_EXCHANGE));
         if (line < codes.size() && Alike(codes[line], shown)) {
             return codes[line];
         }
-        for (const std::string& code : codes) {
-            if (Alike(code, shown)) {
-                return code;
-            }
-        }
-        return shown;
+        codes.insert(codes.begin(), loaded.exchangeNo.Str());
+        const auto alike = [&](const std::string& code) { return Alike(code, shown); };
+        const auto found = std::find_if(codes.begin(), codes.end(), alike);
+        return found == codes.end() ? shown : *found;
     }
 
-    // The chosen line, or the first that the text names; the record's own as long as it stands there.
+    // The commodity of the chosen line, or the one that the text names: the first alike, the loaded one
+    // before.
     const CommodityRecord* Commodity() const {
         const std::string exchange = Exchange();
-        const std::string shown = Trimmed(FirstWord(view.Text(kCommodity)));
-        std::vector<const CommodityRecord*> listed;
-        for (const CommodityRecord* each : world.commodities) {
-            if ((sign.empty() || each->sign == sign) && each->exchangeNo == exchange) {
-                listed.push_back(each);
-            }
-        }
-        const auto line = static_cast<std::size_t>(view.Line(kCommodity));
-        if (line < listed.size() && Alike(listed[line]->commodityNo.Str(), shown) && line != firstLine) {
-            return listed[line];
-        }
+        const std::string shown = Shown(IDC_COMMODITY);
         const CommodityRecord* found = nullptr;
-        for (const CommodityRecord* each : listed) {
-            const bool own =
-                each->commodityType == loaded.commodityType && exchange == loaded.exchangeNo.Str();
-            if (Alike(each->commodityNo.Str(), shown) && (!found || own)) {
-                found = each;
+        int line = 0;
+        for (const CommodityRecord* each : world.commodities) {
+            if (!OfSign(each->sign) || each->exchangeNo != exchange) {
+                continue;
             }
+            if (Alike(each->commodityNo.Str(), shown)) {
+                if (line == view.Line(IDC_COMMODITY)) {
+                    return each;
+                }
+                const bool own =
+                    exchange == loaded.exchangeNo.Str() && each->commodityType == loaded.commodityType;
+                found = !found || own ? each : found;
+            }
+            ++line;
         }
         return found;
     }
 
     void Read() {
-        sent = {};
         commodity = Commodity();
-        const std::string text = Trimmed(view.Text(kContract));
+        const std::string text = Trimmed(view.Text(IDC_FILL_CONTRACT));
         const std::string exchange = Exchange();
-        const std::string code =
-            commodity ? commodity->commodityNo.Str() : Trimmed(FirstWord(view.Text(kCommodity)));
-        const bool own = (fill || order) && text == Trimmed(firstContract) &&
-                         exchange == loaded.exchangeNo.Str() && code == loaded.commodityNo.Str();
-        if (own) {
+        const std::string code = commodity ? commodity->commodityNo.Str() : Shown(IDC_COMMODITY);
+        if ((fill || order) && text == firstContract && loaded.exchangeNo == exchange &&
+            loaded.commodityNo == code) {
             key = loaded;
         } else if (!ReadContract(exchange + ' ' + code + ' ' + text, key)) {
             key = {};
             key.optionType = key.optionType2 = 'N';
         }
-        key.sign.Set(sign);
-        sent.key.sign.Set(sign);
+        key.sign = loaded.sign;
+        sent = {};
+        std::memcpy(&sent.key, &key, sizeof sent.key);
         sent.key.exchangeNo.Set(exchange);
         sent.key.commodityNo.Set(code);
-        sent.key.commodityType = key.commodityType;
-        sent.key.contractNo = key.contractNo;
-        sent.key.strikePrice = key.strikePrice;
-        sent.key.optionType = key.optionType;
-        sent.accountNo.Set(Trimmed(FirstWord(Trimmed(view.Text(kAccount)))));
-        sent.upperNo.Set(Trimmed(FirstWord(Trimmed(view.Text(kUpper)))));
-        sent.systemNo.Set(view.Text(kSystemNo));
-        sent.exchangeFillNo.Set(view.Text(kFillNo));
+        sent.accountNo.Set(Shown(IDC_ACCOUNT));
+        sent.upperNo.Set(Shown(IDC_UPPER));
+        sent.systemNo.Set(view.Text(IDC_SYSTEM_NO));
+        sent.exchangeFillNo.Set(view.Text(IDC_FILL_NO));
         sent.fillPrice = Price(1145, 1148, 1150);
         price2 = Price(1160, 1182, 1185);
-        sent.fillQty = static_cast<std::uint32_t>(Number(kQty));
+        sent.fillQty = static_cast<std::uint32_t>(Number(IDC_FILL_QTY));
         sent.fillTime.Set(kClock);
-        sent.fee = std::atof(view.Text(kFee).c_str());
-        sent.currencyNo.Set(FirstWord(view.Text(kCurrency)));
+        sent.fee = std::atof(view.Text(IDC_FEE).c_str());
+        sent.currencyNo.Set(Shown(IDC_CURRENCY));
         sent.flag111 = 'N';
-        sent.fillSource = Code(kSource, "EJPMSDR", fill ? fill->fillSource : order ? order->orderSource : 0);
-        sent.direction = Code(kDirection, "BS", fill ? fill->direction : order ? order->direction : 0);
+        sent.fillSource = Code(IDC_FILL_SOURCE, "EJPMSDR",
+                               fill    ? fill->fillSource
+                               : order ? order->orderSource
+                                       : 0);
+        sent.direction = Code(IDC_DIRECTION, "BS", fill ? fill->direction : order ? order->direction : 0);
     }
 
     std::string Errors() const {
         std::string errors;
         if (!commodity) {
-            errors += texts(10019);
+            errors += Say(IDS_NO_COMMODITY);
         } else if (!world.GetContract(&key) || (Input() && key.commodityType != commodity->commodityType)) {
-            errors += texts(10014);
+            errors += Say(IDS_CONTRACT_EMPTY);
         } else if (Is3MDate(*commodity, key.contractNo.Str())) {
-            errors += texts(10024);
+            errors += Say(IDS_CONTRACT_IS_3M_DATE);
         }
-        errors += static_cast<int>(sent.fillQty) < 1 ? texts(10037) : "";
-        errors += Input() && !sent.direction ? texts(10018) : "";
-        errors += Input() && !sent.fillSource ? texts(10030) : "";
+        errors += static_cast<int>(sent.fillQty) < 1 ? Say(IDS_FILL_QTY_NOT_POSITIVE) : "";
+        errors += Input() && !sent.direction ? Say(IDS_DIRECTION_EMPTY) : "";
+        errors += Input() && !sent.fillSource ? Say(IDS_SOURCE_EMPTY) : "";
         return errors;
     }
 
-    bool Tell(Sequel& out, unsigned text, unsigned caption = 10114) const {
-        out.Box(texts(text), texts(caption), "OK");
-        return false;
-    }
-
     bool SendLegs(Sequel& out) {
-        if (!TwoLegs(commodity->commodityType)) {
-            return out.Send("SendFill", sent) || Tell(out, 10056);
+        if (IsOneOf(commodity->commodityType, "mcueldgr")) {
+            const std::string number = sent.exchangeFillNo.Str();
+            const auto legs = Legs(key);
+            sent.key = legs.first;
+            sent.exchangeFillNo.Set(number + "_1");
+            out.Send("SendFill", sent);
+            sent.key = legs.second;
+            sent.exchangeFillNo.Set(number + "_2");
+            sent.fillPrice = price2;
+            sent.direction = Reversed(sent.direction);
         }
-        const std::string number = sent.exchangeFillNo.Str();
-        SingleContractKey second{};
-        Split(key, sent.key, second);
-        sent.exchangeFillNo.Set(number + "_1");
-        out.Send("SendFill", sent);
-        sent.fillPrice = price2;
-        sent.key = second;
-        sent.exchangeFillNo.Set(number + "_2");
-        sent.direction = Reversed(sent.direction);
-        return out.Send("SendFill", sent) || Tell(out, 10056);
+        return out.Send("SendFill", sent) || Tell(out, IDS_SEND_INPUT_FAILED);
     }
 
+    // That there is no position to close.
     std::string Placeless() const {
-        const std::string contract = sent.key.sign.Str() + ' ' + sent.key.exchangeNo.Str() + ' ' +
-                                     sent.key.commodityNo.Str() + ' ' + sent.key.contractNo.Str();
-        const char type = sent.key.commodityType;
-        const std::string named = type == 'O'
-                                      ? contract + ' ' + sent.key.optionType + sent.key.strikePrice.Str()
-                                  : type && std::strchr("FGY", type) ? contract
-                                                                     : "";
-        const char direction = Reversed(sent.direction);
-        const std::string word = direction == 'B'   ? texts(10070)
-                                 : direction == 'S' ? texts(10071)
-                                 : direction == 'A' ? texts(10072)
-                                                    : std::string(1, direction);
-        const std::string text = texts(10069);
-        const bool english = text.starts_with("%s");
+        std::string contract = sent.key.sign.Str() + ' ' + sent.key.exchangeNo.Str() + ' ' +
+                               sent.key.commodityNo.Str() + ' ' + sent.key.contractNo.Str();
+        if (sent.key.commodityType == 'O') {
+            contract += std::string(" ") + sent.key.optionType + sent.key.strikePrice.Str();
+        }
+        const std::string direction = Say(sent.direction == 'S' ? IDS_DIRECTION_BUY : IDS_DIRECTION_SELL);
+        const std::string text = Say(IDS_NO_CLOSE_POSITION);
+        const bool english = text.starts_with("%s");  // the Chinese texts name the contract first
         char message[500];
-        std::snprintf(message, sizeof message, text.c_str(), (english ? word : named).c_str(),
-                      (english ? named : word).c_str());
+        std::snprintf(message, sizeof message, text.c_str(), (english ? direction : contract).c_str(),
+                      (english ? contract : direction).c_str());
         return message;
     }
 
-    bool Carry(Sequel& out) {
-        if (commodity->commodityType == 'm' || commodity->commodityType == 'c') {
-            return Tell(out, 10054, 10053);
+    bool Carry(Sequel& out, bool given) {
+        if (IsOneOf(commodity->commodityType, "mc")) {
+            return Tell(out, IDS_NO_SPREAD_CARRY, IDS_INPUT_FAILED_CAPTION);
         }
-        const std::string open = Trimmed(view.Text(kOpenContract));
-        const int days = Days(sent.key.contractNo.Str(), open.substr(0, 19));
+        const std::string open = Trimmed(view.Text(IDC_OPEN_CONTRACT));
+        const int days = Days(sent.key.contractNo.Str(), open);
         if (days <= 0) {
-            return Tell(out, days ? 10068 : 10067);
+            return Tell(out, days ? IDS_CLOSE_OPEN_CONTRACTS_REVERSED : IDS_SAME_CLOSE_OPEN_CONTRACTS);
         }
         if ((world.shortQty == 0 && sent.direction == 'B') || (world.longQty == 0 && sent.direction == 'S')) {
-            out.Box(Placeless(), texts(10114), "OK");
+            Ask(out, Placeless(), IDS_TIPS, "OK");
             return false;
         }
         const double fee = sent.fee;
@@ -252,8 +213,8 @@ private:
         sent.key.contractNo.Set(open);
         sent.fillNo.Set("~");
         sent.systemNo.Set(sent.systemNo.Str() + "~");
-        sent.feeGiven = view.Checked(kFeeGiven) ? 'Y' : 'N';
-        sent.fee = view.Checked(kFeeGiven) ? fee : 0;
+        sent.feeGiven = given ? 'Y' : 'N';
+        sent.fee = given ? fee : 0;
         return SendLegs(out);
     }
 
@@ -261,8 +222,7 @@ private:
     const OrderRecord* order;
     const FillRecord* fill;
     ContractKey loaded{};
-    std::string sign, firstContract;
-    std::size_t firstLine = static_cast<std::size_t>(-2);
+    std::string firstContract;
 
     // Of one confirm.
     FillRecord sent{};
@@ -274,6 +234,6 @@ private:
 }  // namespace
 
 std::unique_ptr<Reader> FillReader(const View& view, int mode, const OrderRecord* order,
-                                   const FillRecord* fill, World& world, const Texts& texts) {
-    return std::make_unique<FillDialogReader>(view, mode, order, fill, world, texts);
+                                   const FillRecord* fill, const Surroundings& surroundings) {
+    return std::make_unique<FillDialogReader>(view, mode, order, fill, surroundings);
 }

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "scenario/window_text.h"
 #include "shown_is_sent/world.h"
 #include "support/window_kit.h"
 
 #include <functional>
-#include <string>
-#include <vector>
 
-// What the windows of a dialog show.
+// What the windows of a dialog show. Texts are in UTF-8.
 struct View {
     HWND dialog = nullptr;
 
@@ -16,15 +15,15 @@ struct View {
     bool Checked(int id) const { return SendMessageA(Item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
     // The whole text in sight, of a combo box that in its edit.
     std::string Text(int id) const;
-    // The chosen line of a list, -1 for none, and the lines.
+    // The chosen line of a list, -1 for none.
     int Line(int id) const { return static_cast<int>(SendMessageA(Item(id), CB_GETCURSEL, 0, 0)); }
-    int Lines(int id) const { return static_cast<int>(SendMessageA(Item(id), CB_GETCOUNT, 0, 0)); }
-    std::string LineText(int id, int line) const;
+    // The control with the keyboard, a combo box for its edit; 0 for none of the dialog's.
+    int FocusId() const;
     // Every field in sight, "#1037 '10001' line 2", those that are shut in brackets.
     std::string Everything() const;
 };
 
-// One thing that an operator or the host does. The number and the text say what exactly.
+// One thing that an operator or the host does. Number and text say what exactly.
 struct Step {
     enum Act { Choose, Type, Keys, Wheel, Spin, Click, Pick, Date, Account, Position, Changed, Confirm };
     Act act;
@@ -33,23 +32,6 @@ struct Step {
     std::string text = {};
 
     std::string Words() const;
-};
-
-// Answers the message boxes of this thread as the sequel says and keeps them there. A box that comes without
-// a sequel is counted as unasked and dismissed.
-class BoxHook {
-public:
-    BoxHook();
-    ~BoxHook();
-    Sequel* sequel = nullptr;
-    int unasked = 0;
-
-private:
-    static LRESULT CALLBACK Procedure(int code, WPARAM wParam, LPARAM lParam);
-    void Answer(HWND box, HWND message);
-    HHOOK m_hook;
-    HWND m_box = nullptr;
-    static BoxHook* s_current;
 };
 
 // An operator's hands on an open dialog, and what the host does meanwhile. What cannot be done as the windows
@@ -61,19 +43,17 @@ public:
 
     // Everything but a confirm.
     void Do(const Step& step);
-    // The keyboard goes to the control as with Tab. False when it cannot.
+    // The keyboard goes to the control as with Tab. False when it cannot, or does not stay there.
     bool Focus(int id);
-    // Presses the button that has the keyboard, by key or with the mouse.
+    // Presses the button that has the keyboard.
     void Press(int id, bool mouse);
     void Pump() { m_loop.PumpUntilIdle(); }
     bool Open() const { return IsWindow(view.dialog) != FALSE; }
-    // The control with the keyboard, 0 for none of the dialog's.
-    int FocusId() const;
 
-    View view;
+    const View view;
 
 private:
-    void Choose(const Step& step);
+    void Choose(int id, int how, int line);
     void Type(const Step& step);
     void Key(unsigned virtualKey);
     void ClickAt(HWND window, POINT point);

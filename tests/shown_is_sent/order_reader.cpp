@@ -1,151 +1,118 @@
-#include "shown_is_sent/reading.h"
+#include "shown_is_sent/reader.h"
 
 #include <commctrl.h>
 
 namespace {
 
-enum : int { kInput, kCarry, kModify, kRemove, kMove, kExercise };
-enum : int {
-    kAccount = 1037,
-    kUpper = 1039,
-    kSource = 1126,
-    kType = 1053,
-    kState = 1040,
-    kValid = 1114,
-    kDate = 1012,
-    kDirection = 1052,
-    kForward = 1192,
-    kCurrency = 1164,
-    kContract = 10001,
-    kSystemNo = 1054,
-    kExSystemNo = 1240,
-    kFillNo = 1153,
-    kOrderQty = 1125,
-    kFillQty = 1129,
-    kForceClose = 1123,
-    kFeeGiven = 1186,
-    kFee = 1167,
-};
-constexpr int kNumerators[] = {1136, 1141, 1148, 1182, 1165, 1189};
-constexpr int kDenominators[] = {1135, 1143, 1150, 1185, 1170, 1194};
+enum Mode { kInput, kCarry, kModify, kRemove, kMove, kExercise };
 
-class OrderDialogReader : public BothReaders {
+class OrderDialogReader : public Reader {
 public:
-    OrderDialogReader(const View& shown, int ofMode, const OrderRecord* ofOrder, World& host,
-                      const Texts& strings)
-        : BothReaders(shown, host, strings), mode(ofMode), original(ofOrder) {
-        for (const int id : {kSource, kType, kState, kValid, kDirection}) {
+    OrderDialogReader(const View& shown, int ofMode, const OrderRecord* loaded,
+                      const Surroundings& surroundings)
+        : Reader(shown, surroundings), mode(ofMode), original(loaded) {
+        for (const int id : {IDC_SOURCE, IDC_ORDER_TYPE, IDC_ORDER_STATE, IDC_VALID_TYPE, IDC_DIRECTION}) {
             Keep(id);
         }
-        firstContract = view.Text(kContract);
+        firstContract = view.Text(IDC_CONTRACT);
+        lastAccount = ShownAccount();
+        known.commodityType = 'U';
         if (original) {
             known = original->key;
             account = original->accountNo.Str();
             sign = original->key.sign.Str();
-        } else if (const auto rows = Rows(); !rows.empty()) {
-            sign = rows[0]->group->sign.Str();
+        } else if (const UserRecord* first = ListedAccount(0)) {
+            sign = first->group->sign.Str();
         }
-        known.commodityType = original ? known.commodityType : 'U';
-        LookAtAccount(true);
     }
 
     void Look() override {
-        if (!IsWindow(view.dialog)) {
-            return;
-        }
-        LookAtAccount(false);
-        ContractKey key{};
-        if (!Focused(kContract) && Contract(key)) {
-            known = key;
+        if (IsWindow(view.dialog)) {
+            LookAtAccount();
+            if (ContractKey shown{}; view.FocusId() != IDC_CONTRACT && Contract(shown)) {
+                known = shown;
+            }
         }
     }
 
     bool Foretell(Sequel& out) override {
         if (Corrects() && original && original->backOffice != 'Y' &&
-            !out.Box(texts(10047), texts(10046), "OK/Cancel")) {
+            !Ask(out, Say(IDS_CONFIRM_NOT_INPUT), IDS_CONFIRM_CAPTION, "OK/Cancel")) {
             return false;
         }
         Read();
         std::string errors = Errors();
         if (noDate) {
-            return Tell(out, 10025, 10114);
+            return Tell(out, IDS_NO_UNDERLYING_DATE);
         }
-        if ((mode == kRemove || mode == kMove) && original && original->orderNo > 0) {
+        // The server knows the order that is removed or moved.
+        if (IsOneOf(static_cast<char>('0' + mode), "34") && original && original->orderNo > 0) {
             errors.clear();
         }
         if (!errors.empty()) {
-            out.Box(errors, texts(10040), "OK");
+            Ask(out, errors, IDS_OPERATION_FAILED, "OK");
             return false;
         }
         const std::string warnings = Warnings();
-        if (!warnings.empty() && !out.Box(warnings + texts(10045), texts(10046), "OK/Cancel")) {
+        if (!warnings.empty() &&
+            !Ask(out, warnings + Say(IDS_CONFIRM_WARNINGS), IDS_CONFIRM_CAPTION, "OK/Cancel")) {
             return false;
         }
         if (!contract) {
             return false;
         }
-        BuildOrder();
+        FinishOrder();
         return Send(out);
     }
 
     std::string Contradiction() const override {
-        ContractKey key{};
-        if (mode == kExercise || !Contract(key)) {
+        ContractKey shown{};
+        if (mode == kExercise || !Contract(shown)) {
             return {};
         }
-        SetCommodity(key, sign, key.exchangeNo.Str(), key.commodityType, key.commodityNo.Str());
-        const CommodityRecord* commodity_ = world.GetCommodity(&key);
-        for (int row = 0; commodity_ && row < 6; ++row) {
-            if (Number(kDenominators[row]) != static_cast<int>(commodity_->tickDenominator)) {
-                return "denominator #" + std::to_string(kDenominators[row]) + " is not the commodity's";
-            }
-            if (commodity_->tickDenominator < 2 && Number(kNumerators[row]) != 0) {
-                return "numerator #" + std::to_string(kNumerators[row]) + " without fractions";
-            }
-        }
-        return {};
+        shown.sign.Set(sign);
+        return Misfit(world.GetCommodity(&shown), {1135, 1143, 1150, 1185, 1170, 1194},
+                      {1136, 1141, 1148, 1182, 1165, 1189});
     }
 
 private:
     bool Corrects() const { return mode == kModify || mode == kRemove || mode == kMove; }
     bool Second() const { return mode == kCarry || mode == kExercise; }
-    bool Focused(int id) const {
-        return GetFocus() && (GetFocus() == view.Item(id) || GetParent(GetFocus()) == view.Item(id));
+    bool Spread() const { return IsOneOf(key.commodityType, "mc"); }
+    bool Filled() const { return IsOneOf(order.orderState, "56A"); }
+    bool Rolling(const std::string& contractNo) const { return Is3MDate(*commodity, contractNo); }
+    // What "3M" stands for.
+    std::string Dated(const std::string& contractNo) const {
+        return contractNo == "3M" ? world.threeMonthDate : contractNo;
     }
 
-    // The accounts as the list shows them.
-    std::vector<const UserRecord*> Rows() const {
-        std::vector<const UserRecord*> rows;
-        for (const UserRecord* user : world.users) {
-            if (user->group->tradable == 'Y') {
-                rows.push_back(user);
-            }
-        }
-        std::stable_sort(rows.begin(), rows.end(), [](const UserRecord* a, const UserRecord* b) {
-            return a->accountNo.View() < b->accountNo.View();
-        });
-        return rows;
+    // The account of a line of the list, by number and name; null beyond the end.
+    const UserRecord* ListedAccount(int line) const {
+        const std::string text = ListTextOf(view.Item(IDC_ACCOUNT), line);
+        const auto found =
+            std::find_if(world.everyUser.begin(), world.everyUser.end(), [&](const UserRecord* each) {
+                return text == each->accountNo.Str() + ' ' + each->accountName.Str();
+            });
+        return found == world.everyUser.end() ? nullptr : *found;
     }
-    // The account that was chosen or typed last, a row of the list: the number alone is not enough.
-    void LookAtAccount(bool opening) {
-        const std::pair<int, std::string> shown = {view.Line(kAccount), view.Text(kAccount)};
-        if (opening || shown == lastShown || (shown.first < 0 && Focused(kAccount))) {
-            lastShown = opening ? shown : lastShown;
+    std::pair<int, std::string> ShownAccount() const {
+        return {view.Line(IDC_ACCOUNT), view.Text(IDC_ACCOUNT)};
+    }
+    // A chosen account is that of its line. A typed number is taken when it is left, as the first line that
+    // has it; the number that the account already has changes nothing, nor does one that is not listed.
+    void LookAtAccount() {
+        const auto shown = ShownAccount();
+        if (shown == lastAccount || (shown.first < 0 && view.FocusId() == IDC_ACCOUNT)) {
             return;
         }
-        lastShown = shown;
+        lastAccount = shown;
         const std::string number = FirstWord(shown.second);
-        const std::string line = shown.first < 0 ? "" : view.LineText(kAccount, shown.first);
-        const UserRecord* found = nullptr;
-        for (const UserRecord* each : world.everyUser) {
-            if (FirstWord(line) == number && line == number + ' ' + each->accountName.Str() &&
-                each->accountNo == number) {
-                found = each;
-            }
-        }
-        if (!found && number != account) {
-            for (const UserRecord* row : Rows()) {
-                found = !found && row->accountNo == number ? row : found;
+        const UserRecord* found = shown.first < 0 ? nullptr : ListedAccount(shown.first);
+        if (!found || found->accountNo != number) {
+            found = nullptr;
+            for (int line = 0; const UserRecord* each = number == account ? nullptr : ListedAccount(line);
+                 ++line) {
+                found = !found && each->accountNo == number ? each : found;
             }
         }
         if (found) {
@@ -155,279 +122,268 @@ private:
     }
 
     // The contract of the text in sight: the record's own as long as it stands there.
-    bool Contract(ContractKey& key) const {
-        const std::string text = view.Text(kContract);
+    bool Contract(ContractKey& found) const {
+        const std::string text = view.Text(IDC_CONTRACT);
         if (original && text == firstContract && !text.empty()) {
-            key = original->key;
+            found = original->key;
             return true;
         }
-        return ReadContract(text, key);
+        return ReadContract(text, found);
     }
 
     void Read() {
+        const OrderRecord nothing{};
+        const OrderRecord& own = original ? *original : nothing;
+        const bool carry = mode == kCarry;  // it has traded, whatever its lists out of sight show
         order = {};
-        contract = nullptr;
-        noDate = false;
-        order.orderState =
-            mode == kCarry ? '6' : Code(kState, "49A56DB", original ? original->orderState : 0);
-        order.orderSource =
-            mode == kCarry ? 'C' : Code(kSource, "EJPMSDR", original ? original->orderSource : 0);
-        order.validType = mode == kCarry ? '0' : Code(kValid, "43012", original ? original->validType : 0);
-        order.orderType = mode == kCarry      ? '2'
-                          : mode == kExercise ? '5'
-                                              : Code(kType, "2143", original ? original->orderType : 0);
-        order.direction = Code(kDirection, "BS", original && mode != kCarry ? original->direction : 0);
-        order.accountNo.Set(Trimmed(FirstWord(view.Text(kAccount))));
-        order.upperNo.Set(Trimmed(FirstWord(view.Text(kUpper))));
-        forward = view.Text(kForward);
+        order.orderState = carry ? '6' : Code(IDC_ORDER_STATE, "49A56DB", own.orderState);
+        order.orderSource = carry ? 'C' : Code(IDC_SOURCE, "EJPMSDR", own.orderSource);
+        order.validType = carry ? '0' : Code(IDC_VALID_TYPE, "43012", own.validType);
+        order.orderType = carry ? '2' : mode == kExercise ? '5' : Code(IDC_ORDER_TYPE, "2143", own.orderType);
+        order.direction = Code(IDC_DIRECTION, "BS", carry ? 0 : own.direction);
+        order.accountNo.Set(FirstWord(view.Text(IDC_ACCOUNT)));
+        order.upperNo.Set(FirstWord(view.Text(IDC_UPPER)));
+        forward = view.Text(IDC_FORWARD_CONTRACT);
         forward = Trimmed(forward.substr(0, forward.find('\1')));
-        fillNo = Trimmed(view.Text(kFillNo));
-        order.orderQty = static_cast<std::uint32_t>(Number(kOrderQty));
-        order.fillQty = static_cast<std::uint32_t>(Number(kFillQty));
+        fillNo = Trimmed(view.Text(IDC_FILL_NO));
+        order.orderQty = static_cast<std::uint32_t>(Number(IDC_ORDER_QTY));
+        order.fillQty = static_cast<std::uint32_t>(Number(IDC_FILL_QTY));
         if (mode == kInput && order.orderState == '6') {
             order.fillQty = order.orderQty;
         }
-        order.orderPrice = Price(1132, 1136, 1135);
-        order.triggerPrice = Price(1139, 1141, 1143);
-        order.fillPrice = Price(1145, 1148, 1150);
+        if (mode == kExercise) {  // its price rows are out of sight and stay as they were loaded
+            order.orderPrice = own.orderPrice;
+            order.triggerPrice = own.triggerPrice;
+            order.fillPrice = own.fillPrice;
+        } else {
+            order.orderPrice = Price(1132, 1136, 1135);
+            order.triggerPrice = Price(1139, 1141, 1143);
+            order.fillPrice = Price(1145, 1148, 1150);
+        }
         price2 = Price(1160, 1182, 1185);
-        if (mode == kExercise && original) {  // its rows are out of sight and stay as they were loaded
-            order.orderPrice = original->orderPrice;
-            order.triggerPrice = original->triggerPrice;
-            order.fillPrice = original->fillPrice;
-        }
-        whole = known;
-        understood = Contract(whole);
-        SetCommodity(whole, sign, whole.exchangeNo.Str(), whole.commodityType, whole.commodityNo.Str());
-        if (!understood) {
-            whole = known;
-            whole.sign.Set(sign);
-        }
-        commodity = world.GetCommodity(&whole);
+        understood = Contract(key);
+        key = understood ? key : known;
+        key.sign.Set(sign);
+        commodity = world.GetCommodity(&key);
+        contract = nullptr;
+        noDate = false;
     }
 
     std::string Errors() {
         std::string errors;
-        const auto error = [&](bool wrong, unsigned id) { errors += wrong ? texts(id) : ""; };
-        error(order.accountNo.Empty(), 10012);
-        error(order.upperNo.Empty(), 10013);
-        error(Trimmed(view.Text(kContract)).empty(), mode == kCarry ? 10015 : 10014);
-        error(Second() && forward.empty(), mode == kExercise ? 10016 : 10017);
-        error(order.direction == 0, 10018);
-        error(!commodity, 10019);
+        const auto error = [&](bool wrong, unsigned id) { errors += wrong ? Say(id) : ""; };
+        error(order.accountNo.Empty(), IDS_ACCOUNT_EMPTY);
+        error(order.upperNo.Empty(), IDS_UPPER_EMPTY);
+        error(Trimmed(view.Text(IDC_CONTRACT)).empty(),
+              mode == kCarry ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
+        error(Second() && forward.empty(),
+              mode == kExercise ? IDS_UNDERLYING_EMPTY : IDS_FORWARD_CONTRACT_EMPTY);
+        error(!order.direction, IDS_DIRECTION_EMPTY);
+        error(!commodity, IDS_NO_COMMODITY);
         if (commodity) {
-            error(!Second() && !WholeTicks(order.orderPrice, *commodity), 10020);
-            error(!Second() && !WholeTicks(order.triggerPrice, *commodity), 10021);
-            contract = understood ? world.GetContract(&whole) : nullptr;
-            error(!contract, mode == kCarry ? 10023 : 10022);
-            error(contract && Is3MDate(*commodity, whole.contractNo.Str()), 10024);
+            error(!Second() && !WholeTicks(order.orderPrice, *commodity), IDS_ORDER_PRICE_NOT_TICKS);
+            error(!Second() && !WholeTicks(order.triggerPrice, *commodity), IDS_TRIGGER_PRICE_NOT_TICKS);
+            contract = understood ? world.GetContract(&key) : nullptr;
+            error(!contract, mode == kCarry ? IDS_NO_NEAR_CONTRACT : IDS_NO_CONTRACT);
+            error(contract && Rolling(key.contractNo.Str()), IDS_CONTRACT_IS_3M_DATE);
             if (Second()) {
-                ContractKey second = SecondKey();
+                const ContractKey second = SecondKey();
                 contract = world.GetContract(&second);
-                if (noDate) {
-                    return {};
-                }
-                error(!contract, mode == kExercise ? 10026 : 10027);
-                error(contract && Is3MDate(*commodity, forward), 10024);
+                error(!contract, mode == kExercise ? IDS_NO_UNDERLYING : IDS_NO_FORWARD_CONTRACT);
+                error(contract && Rolling(forward), IDS_CONTRACT_IS_3M_DATE);
             }
         }
-        const int orderQty = static_cast<int>(order.orderQty);
-        const int fillQty = static_cast<int>(order.fillQty);
-        const bool filled = Filled(order.orderState);
-        const bool spread = whole.commodityType == 'm' || whole.commodityType == 'c';
-        error(mode != kExercise && !order.orderType, 10028);
-        error(mode != kExercise && !order.orderState, 10029);
-        error(!Second() && !order.orderSource, 10030);
-        error(mode != kExercise && !order.validType, 10031);
-        error(!Second() && !spread && order.orderPrice == 0 &&
-                  (order.orderType == '2' || order.orderType == '4'),
-              10032);
-        error(mode != kCarry && orderQty <= 0, 10033);
-        error(!spread && order.triggerPrice == 0 && order.orderType == '4', 10034);
-        error(Corrects() && !original, 10035);
-        error(filled && fillNo.empty(), 10036);
-        error(filled && fillQty <= 0, 10037);
-        error(mode != kCarry && fillQty > orderQty, 10038);
-        error(mode != kCarry && ((fillQty != 0 && fillQty == orderQty && order.orderState != '6') ||
-                                 (fillQty > 0 && fillQty < orderQty && order.orderState != 'A' &&
-                                  order.orderState != '5') ||
-                                 (fillQty <= 0 && filled)),
-              10039);
+        const char state = order.orderState;
+        const char type = order.orderType;
+        const int qty = static_cast<int>(order.orderQty);
+        const int filled = static_cast<int>(order.fillQty);
+        error(mode != kExercise && !type, IDS_ORDER_TYPE_EMPTY);
+        error(mode != kExercise && !state, IDS_ORDER_STATE_EMPTY);
+        error(!Second() && !order.orderSource, IDS_SOURCE_EMPTY);
+        error(mode != kExercise && !order.validType, IDS_VALID_TYPE_EMPTY);
+        error(!Second() && !Spread() && order.orderPrice == 0 && IsOneOf(type, "24"), IDS_ORDER_PRICE_ZERO);
+        error(mode != kCarry && qty <= 0, IDS_ORDER_QTY_ZERO);
+        error(!Spread() && order.triggerPrice == 0 && type == '4', IDS_TRIGGER_PRICE_ZERO);
+        error(Corrects() && !original, IDS_NO_ORIGINAL_ORDER);
+        error(Filled() && fillNo.empty(), IDS_FILL_NO_EMPTY);
+        error(Filled() && filled <= 0, IDS_FILL_QTY_NOT_POSITIVE);
+        error(mode != kCarry && filled > qty, IDS_FILL_QTY_ABOVE_ORDER);
+        error(mode != kCarry &&
+                  ((filled != 0 && filled == qty && state != '6') ||
+                   (filled > 0 && filled < qty && !IsOneOf(state, "5A")) || (filled <= 0 && Filled())),
+              IDS_FILL_QTY_NOT_OF_STATE);
         return errors;
     }
 
+    // Of the forward leg or the underlying.
     ContractKey SecondKey() {
-        ContractKey key{};
-        key.optionType = key.optionType2 = 'N';
-        if (mode == kCarry) {
-            SetCommodity(key, sign, whole.exchangeNo.Str(), whole.commodityType, whole.commodityNo.Str());
-            key.contractNo.Set(forward);
-            return key;
+        ContractKey second{};
+        second.optionType = second.optionType2 = 'N';
+        std::memcpy(&second, &key, sizeof(CommodityKey));
+        if (mode == kExercise) {
+            second.sign = commodity->sign;
+            second.exchangeNo = commodity->relatedExchangeNo;
+            second.commodityType = commodity->relatedCommodityType;
+            second.commodityNo = commodity->relatedCommodityNo;
+            noDate = Dated(forward) == "3M";
         }
-        const std::string date = forward == "3M" ? world.threeMonthDate : forward;
-        noDate = date == "3M";
-        SetCommodity(key, commodity->sign.Str(), commodity->relatedExchangeNo.Str(),
-                     commodity->relatedCommodityType, commodity->relatedCommodityNo.Str());
-        key.contractNo.Set(date);
-        return key;
+        second.contractNo.Set(mode == kExercise ? Dated(forward) : forward);
+        return second;
     }
 
     std::string Warnings() const {
         std::string warnings;
-        if (!commodity || !Filled(order.orderState)) {
-            return warnings;
-        }
         const auto doubt = [&](double price, unsigned ticks, unsigned zero) {
-            warnings += WholeTicks(price, *commodity) ? "" : texts(ticks);
-            warnings += price == 0 ? texts(zero) : "";
+            warnings += (WholeTicks(price, *commodity) ? "" : Say(ticks)) + (price == 0 ? Say(zero) : "");
         };
-        doubt(order.fillPrice, 10041, 10042);
-        if (mode != kMove && (whole.commodityType == 'm' || whole.commodityType == 'c')) {
-            doubt(price2, 10043, 10044);
+        if (commodity && Filled()) {
+            doubt(order.fillPrice, IDS_FILL_PRICE_NOT_TICKS, IDS_FILL_PRICE_ZERO);
+            if (mode != kMove && Spread()) {
+                doubt(price2, IDS_FILL_PRICE2_NOT_TICKS, IDS_FILL_PRICE2_ZERO);
+            }
         }
         return warnings;
     }
 
-    void BuildOrder() {
-        order.key = whole;
+    void FinishOrder() {
+        order.key = key;
+        order.contract = const_cast<ContractRecord*>(contract);
         order.flag137 = order.flag138 = 'N';
-        order.forcedClose = view.Checked(kForceClose) ? 'Y' : 'N';
-        const std::string number = order.accountNo.Str();
-        const UserRecord* user = world.GetUser(number.c_str(), sign.c_str());
-        order.updateOperator.Set(user ? user->group->operatorNo.Str() : "");
+        order.forcedClose = view.Checked(IDC_FORCE_CLOSE) ? 'Y' : 'N';
+        const UserRecord* user = world.GetUser(order.accountNo.Str().c_str(), sign.c_str());
+        order.updateOperator.Set(user ? user->group->operatorNo.View() : "");
         order.updateTime.Set(kClock);
         if (mode == kInput || mode == kCarry) {
             order.inputOperator = order.updateOperator;
-            order.inputTime.Set(kClock);
+            order.inputTime = order.updateTime;
         } else if (original) {
             order.inputOperator = original->inputOperator;
             order.inputTime = original->inputTime;
         }
         if (order.validType == '2') {
             SYSTEMTIME t{};
-            SendMessageA(view.Item(kDate), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&t));
+            SendMessageA(view.Item(IDC_VALID_DATE), DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&t));
             char text[40];
             std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay,
                           t.wHour, t.wMinute, t.wSecond);
             order.validUntil.Set(text);
         }
-        order.systemNo.Set(view.Text(kSystemNo));
-        order.exchangeSystemNo.Set(view.Text(kExSystemNo));
+        order.systemNo.Set(view.Text(IDC_SYSTEM_NO));
+        order.exchangeSystemNo.Set(view.Text(IDC_EX_SYSTEM_NO));
         if (original) {
             order.orderNo = original->orderNo;
             order.flag614 = original->flag614;
             order.text279 = original->text279;
         }
-        order.contract = const_cast<ContractRecord*>(contract);
     }
 
+    // Whether the dialog closes.
     bool Send(Sequel& out) {
+        FillRecord terms{};
+        terms.feeGiven = view.Checked(IDC_FEE_GIVEN) ? 'Y' : 'N';
+        terms.fee = view.Checked(IDC_FEE_GIVEN) ? std::atof(view.Text(IDC_FEE).c_str()) : 0;
         switch (mode) {
             case kInput:
-                return Input(out, order, fillNo, view.Checked(kFeeGiven) ? 'Y' : 'N', Fee(), 0, 0) &&
-                       !out.Box(texts(10115), texts(10114), "Yes/No");
+                return Input(out, fillNo, terms) && !Ask(out, Say(IDS_ASK_NEXT_ORDER), IDS_TIPS, "Yes/No");
             case kCarry:
-                return Carry(out);
+                return Carry(out, terms);
             case kModify:
-                return out.Send("SendOrder", order) || Tell(out, 10057, 10114);
+                return out.Send("SendOrder", order) || Tell(out, IDS_SEND_MODIFY_FAILED);
             case kRemove:
-                return out.Send("DeleteOrder", order.orderNo) || Tell(out, 10058, 10114);
+                return out.Send("DeleteOrder", order.orderNo) || Tell(out, IDS_SEND_REMOVE_FAILED);
             case kMove:
-                return order.accountNo.View() == original->accountNo.View() ? !Tell(out, 10059, 10060)
-                                                                            : out.Send("SendOrder", order);
+                return order.accountNo.View() == original->accountNo.View()
+                           ? !Tell(out, IDS_SAME_ACCOUNT, IDS_MOVE_FAILED_CAPTION)
+                           : out.Send("SendOrder", order);
             default:
                 return ((order.direction == 'B' ? world.longQty : world.shortQty) >= order.orderQty ||
-                        out.Box(texts(10116), texts(10114), "Yes/No")) &&
-                       (out.Send("SendExercise", order) || Tell(out, 10061, 10114));
+                        Ask(out, Say(IDS_ASK_FEW_POSITIONS), IDS_TIPS, "Yes/No")) &&
+                       (out.Send("SendExercise", order) || Tell(out, IDS_SEND_EXERCISE_FAILED));
         }
     }
-    bool Tell(Sequel& out, unsigned text, unsigned caption) const {
-        out.Box(texts(text), texts(caption), "OK");
-        return false;
-    }
 
-    double Fee() const { return view.Checked(kFeeGiven) ? std::atof(view.Text(kFee).c_str()) : 0; }
-
-    // False when it failed.
-    bool Input(Sequel& out, const OrderRecord& sent, const std::string& number, char feeGiven, double fee,
-               char chosen, double position) {
-        if (world.GetOrder(sent.orderNo)) {
-            return !Tell(out, 10052, 10053);
+    // The order and its fill, which has fee and position as the terms say. False when it failed.
+    bool Input(Sequel& out, const std::string& number, FillRecord fill) {
+        const bool legs = IsOneOf(order.key.commodityType, "mcueldgr");
+        if (world.GetOrder(order.orderNo)) {
+            return !Tell(out, IDS_ORDER_EXISTS, IDS_INPUT_FAILED_CAPTION);
         }
-        const bool legs = TwoLegs(sent.key.commodityType);
-        if (legs && chosen) {
-            return !Tell(out, 10054, 10053);
+        if (legs && fill.carryPair) {
+            return !Tell(out, IDS_NO_SPREAD_CARRY, IDS_INPUT_FAILED_CAPTION);
         }
-        if (!out.Send("SendOrder", sent)) {
-            return Tell(out, 10056, 10114);
+        if (!out.Send("SendOrder", order)) {
+            return Tell(out, IDS_SEND_INPUT_FAILED);
         }
-        if (sent.fillQty == 0) {
+        if (order.fillQty == 0) {
             return true;
         }
-        FillRecord fill{};
-        std::memcpy(&fill.key, &sent.key, sizeof fill.key);
+        std::memcpy(&fill.key, &order.key, sizeof fill.key);
         fill.flag111 = 'N';
-        fill.direction = sent.direction;
-        fill.fillSource = sent.orderSource;
+        fill.direction = order.direction;
+        fill.fillSource = order.orderSource;
         fill.fillTime.Set(kClock);
         fill.exchangeFillNo.Set(number);
-        fill.accountNo = sent.accountNo;
-        fill.upperNo = sent.upperNo;
-        fill.systemNo = sent.systemNo;
-        fill.fillPrice = sent.fillPrice;
-        fill.fillQty = sent.fillQty;
-        fill.feeGiven = feeGiven;
-        fill.fee = fee;
-        fill.currencyNo.Set(FirstWord(view.Text(kCurrency)));
-        fill.closePrice = position;
-        fill.carryPair = chosen;
-        if (!legs) {
-            return out.Send("SendFill", fill);
+        fill.accountNo = order.accountNo;
+        fill.upperNo = order.upperNo;
+        fill.systemNo = order.systemNo;
+        fill.fillPrice = order.fillPrice;
+        fill.fillQty = order.fillQty;
+        fill.currencyNo.Set(FirstWord(view.Text(IDC_CURRENCY)));
+        if (legs) {
+            FillRecord first = fill;
+            std::tie(first.key, fill.key) = Legs(order.key);
+            first.exchangeFillNo.Set(number + "_1");
+            out.Send("SendFill", first);
+            fill.exchangeFillNo.Set(number + "_2");
+            fill.fillPrice = price2;
+            fill.direction = Reversed(fill.direction);
         }
-        FillRecord second = fill;
-        Split(sent.key, fill.key, second.key);
-        fill.exchangeFillNo.Set(number + "_1");
-        second.exchangeFillNo.Set(number + "_2");
-        second.fillPrice = price2;
-        second.direction = Reversed(fill.direction);
-        out.Send("SendFill", fill);
-        return out.Send("SendFill", second);
+        return out.Send("SendFill", fill);
     }
 
-    bool Carry(Sequel& out) {
-        order.orderPrice = order.fillPrice;
-        order.orderQty = order.fillQty;
-        const std::string date = forward == "3M" ? world.threeMonthDate : forward;
-        const bool given = view.Checked(kFeeGiven);
+    bool Carry(Sequel& out, FillRecord terms) {
+        const bool given = terms.feeGiven == 'Y';
+        const std::string date = Dated(forward);
         if (date == "3M" && !given) {
-            return Tell(out, 10048, 10114);
+            return Tell(out, IDS_NO_FORWARD_DATE);
         }
         const int days = Days(order.key.contractNo.Str(), date);
         if (days <= 0) {
-            return Tell(out, days ? 10051 : 10049, 10050);
+            return Tell(out, days ? IDS_CARRY_CONTRACTS_REVERSED : IDS_SAME_CARRY_CONTRACTS,
+                        IDS_CARRY_FAILED_CAPTION);
         }
-        const std::string systemNo = view.Text(kSystemNo);
+        const std::string systemNo = view.Text(IDC_SYSTEM_NO);
+        terms.carryPair = 1;
+        FillRecord nearFill = terms;
+        nearFill.feeGiven = 'Y';
+        nearFill.fee = 0;
+        nearFill.closePrice = Price(1154, 1165, 1170);
+        order.orderPrice = order.fillPrice;
+        order.orderQty = order.fillQty;
         order.systemNo.Set(systemNo + "_1");
-        Input(out, order, fillNo + "_1", 'Y', 0, 1, Price(1154, 1165, 1170));
+        Input(out, fillNo + "_1", nearFill);
+        terms.feeGiven = given || days <= 14 ? 'Y' : 'N';
+        terms.closePrice = Price(1172, 1189, 1194);
         order.systemNo.Set(systemNo + "_2");
         order.key.contractNo.Set(forward);
         order.direction = Reversed(order.direction);
         order.orderPrice = order.fillPrice = price2;
-        return Input(out, order, fillNo + "_2", given || days <= 14 ? 'Y' : 'N', Fee(), 1,
-                     Price(1172, 1189, 1194));
+        return Input(out, fillNo + "_2", terms);
     }
 
     const int mode;
     const OrderRecord* original;
-    std::string account, sign, firstContract;
-    std::pair<int, std::string> lastShown;
+    std::string firstContract;
+    // The account that counts, and how the list showed it.
+    std::string account, sign;
+    std::pair<int, std::string> lastAccount;
     ContractKey known{};  // the contract that was understood last
 
     // Of one confirm.
     OrderRecord order{};
+    ContractKey key{};
     std::string forward, fillNo;
     double price2 = 0;
-    ContractKey whole{};
     bool understood = false;
     bool noDate = false;
     const CommodityRecord* commodity = nullptr;
@@ -436,7 +392,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Reader> OrderReader(const View& view, int mode, const OrderRecord* order, World& world,
-                                    const Texts& texts) {
-    return std::make_unique<OrderDialogReader>(view, mode, order, world, texts);
+std::unique_ptr<Reader> OrderReader(const View& view, int mode, const OrderRecord* order,
+                                    const Surroundings& surroundings) {
+    return std::make_unique<OrderDialogReader>(view, mode, order, surroundings);
 }

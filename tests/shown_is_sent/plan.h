@@ -8,18 +8,22 @@
 struct Plan {
     bool fillDialog = false;
     int mode = 0;
-    int recordKind = -1;  // 0 an order, 2 a fill, -1 nothing
+    int recordKind = -1;  // kRecordKindOrder, kRecordKindFill, or none
     unsigned world = 0;   // how the host's data are
     unsigned record = 0;  // seed of the record
-    std::vector<Step> steps;
+    std::vector<Step> steps = {};
 
     std::string Words() const;
 };
 
-Plan MakePlan(unsigned seed);
-// One thing that may be done with the dialog at any time.
-Step AnyStep(bool fillDialog, std::mt19937& random);
+// An entry as an operator makes it, with corrections, confirmed and confirmed again.
+Plan MakeEntry(unsigned seed);
+// Any dialog, and anything done with it.
+Plan MakeMuddle(unsigned seed, int steps);
 
-// A record that the host could hold.
+// Records that the host could hold.
 void MakeOrder(World& world, std::mt19937& random);
 void MakeFill(World& world, std::mt19937& random);
+
+// A shorter plan that still fails, with what it fails with. `play` returns that, empty when all is well.
+std::string Shrink(Plan& plan, const std::function<std::string(const Plan&)>& play);

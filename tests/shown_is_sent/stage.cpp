@@ -6,9 +6,14 @@ WORD Language() {
     return static_cast<WORD>(Stage::Setting("EMENDO_LANGUAGE", 1033));
 }
 
+BOOL CALLBACK CountShown(HWND window, LPARAM count) {
+    *reinterpret_cast<int*>(count) += IsWindowVisible(window) != FALSE;
+    return TRUE;
+}
+
 }  // namespace
 
-Stage::Stage() : m_module("EmendoOrd.dll"), m_texts(m_module.Library(), Language()) {
+Stage::Stage() {
     m_config.configs.emplace_back().name.Set("Main");
     m_config.count = 1;
     server.api = &world;
@@ -20,53 +25,52 @@ Stage::Stage() : m_module("EmendoOrd.dll"), m_texts(m_module.Library(), Language
     m_api = m_module.createPluginApi("1.0.0.1");
 }
 
+void Stage::Answer(const OpenBox& box) {
+    const bool yes = GetDlgItem(box.window, IDYES) != nullptr;
+    const bool question = GetDlgItem(box.window, IDOK) && GetDlgItem(box.window, IDCANCEL);
+    m_unasked += m_sequel == nullptr;
+    const bool agreed = m_sequel && m_sequel->Box(box.text, box.caption,
+                                                  yes        ? "Yes/No"
+                                                  : question ? "OK/Cancel"
+                                                             : "OK");
+    if (!agreed || !box.Press(yes ? IDYES : IDOK)) {
+        box.Dismiss();
+    }
+}
+
 IEmendixOper* Stage::Open(const Plan& plan) {
     world.Reset(plan.world);
     std::mt19937 random(plan.record);
-    if (plan.recordKind == 2) {
-        MakeFill(world, random);
-    } else {
-        MakeOrder(world, random);
-    }
+    plan.recordKind == kRecordKindFill ? MakeFill(world, random) : MakeOrder(world, random);
     if (plan.fillDialog) {
-        void* record = plan.recordKind == 2 ? static_cast<void*>(&world.fill) : &world.order;
-        return m_api->OpenFillDialog(plan.mode, record, plan.recordKind, host.Get());
+        void* record = plan.recordKind == kRecordKindFill ? static_cast<void*>(&world.fill) : &world.order;
+        return m_api->OpenFillDialog(plan.mode, record, plan.recordKind, host->Get());
     }
-    return m_api->OpenOrderDialog(plan.mode, plan.recordKind == 0 ? &world.order : nullptr, host.Get());
+    return m_api->OpenOrderDialog(plan.mode, plan.recordKind == kRecordKindOrder ? &world.order : nullptr,
+                                  host->Get());
 }
 
 std::unique_ptr<Reader> Stage::ReaderOf(const Plan& plan, const View& view) {
-    const OrderRecord* order = plan.recordKind == 0 ? &world.order : nullptr;
-    return plan.fillDialog ? FillReader(view, plan.mode, order, plan.recordKind == 2 ? &world.fill : nullptr,
-                                        world, m_texts)
-                           : OrderReader(view, plan.mode, order, world, m_texts);
+    const Surroundings around{world, m_module.Library(), Language()};
+    const OrderRecord* order = plan.recordKind == kRecordKindOrder ? &world.order : nullptr;
+    const FillRecord* fill = plan.recordKind == kRecordKindFill ? &world.fill : nullptr;
+    return plan.fillDialog ? FillReader(view, plan.mode, order, fill, around)
+                           : OrderReader(view, plan.mode, order, around);
 }
 
-std::string Stage::Left() const {
-    std::string left;
-    left += world.listeners.empty() ? "" : "a listener is left\n";
-    left += lists.windows[0].open || lists.windows[1].open ? "a list window is left\n" : "";
-    left += GetWindow(host.Get(), GW_ENABLEDPOPUP) != host.Get() && GetWindow(host.Get(), GW_ENABLEDPOPUP)
-                ? "a window is left\n"
-                : "";
-    return left;
-}
-
-std::string Shrink(Plan& plan, const std::function<std::string(const Plan&)>& play) {
-    std::string failure = play(plan);
-    for (std::size_t size = plan.steps.size() / 2; size > 0; size /= 2) {
-        for (std::size_t at = 0; at < plan.steps.size();) {
-            Plan shorter = plan;
-            const auto from = shorter.steps.begin() + static_cast<int>(at);
-            shorter.steps.erase(from, from + static_cast<int>(std::min(size, shorter.steps.size() - at)));
-            const std::string rest = play(shorter);
-            if (rest.empty()) {
-                at += size;
-            } else {
-                plan = shorter;
-                failure = rest;
-            }
-        }
+std::string Stage::Complaints(bool closed) {
+    std::string complaints;
+    if (m_unasked + server.unasked > 0) {
+        complaints += "a box or a request came without a confirm\n";
+        m_unasked = server.unasked = 0;
     }
-    return failure;
+    if (closed && (!world.listeners.empty() || lists.windows[0].open || lists.windows[1].open)) {
+        complaints += "a listener or a list is left\n";
+    }
+    int shown = 0;
+    EnumThreadWindows(GetCurrentThreadId(), &CountShown, reinterpret_cast<LPARAM>(&shown));
+    if (closed && shown != 1) {
+        complaints += "windows are left\n";
+    }
+    return complaints;
 }

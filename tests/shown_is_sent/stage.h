@@ -1,16 +1,19 @@
 #pragma once
 
 #include "app/module_handle.h"
+#include "scenario/box_watch.h"
 #include "shown_is_sent/plan.h"
 #include "shown_is_sent/reader.h"
 
 #include <cstdlib>
 
-// The module, loaded by a host of its own, on which plans are played.
+// The module, loaded by a host of its own, on which plans are played. Boxes are answered as the sequel of the
+// running confirm says; one that comes without a confirm is unasked.
 class Stage {
 public:
     Stage();
 
+    // A number of the environment.
     static int Setting(const char* name, int otherwise) {
         const char* value = std::getenv(name);
         return value ? std::atoi(value) : otherwise;
@@ -19,22 +22,24 @@ public:
     // Opens the plan's dialog on its record; null when it does not open.
     IEmendixOper* Open(const Plan& plan);
     std::unique_ptr<Reader> ReaderOf(const Plan& plan, const View& view);
-    // What the dialog left behind after it was closed; empty for nothing.
-    std::string Left() const;
+    // What boxes and requests are due to; null for nothing.
+    void Expect(Sequel* sequel) { m_sequel = server.sequel = sequel; }
+    // Complains of what came unasked since the last time, and of what a closed dialog has left.
+    std::string Complaints(bool closed);
 
     World world;
     ListMaker lists;
     Server server;
-    BoxHook boxes;
-    HostWindow host;
+    std::unique_ptr<HostWindow> host = std::make_unique<HostWindow>();
 
 private:
+    void Answer(const OpenBox& box);
+
     RawHost m_services;
     FakeConfig m_config;
-    ModuleHandle m_module;
+    ModuleHandle m_module{"EmendoOrd.dll"};
     IEmendix* m_api = nullptr;
-    Texts m_texts;
+    Sequel* m_sequel = nullptr;
+    int m_unasked = 0;
+    BoxWatch m_boxes{[this](const OpenBox& box) { Answer(box); }, 0};
 };
-
-// A shorter plan that still fails, with what it fails with: `play` returns that, empty when all is well.
-std::string Shrink(Plan& plan, const std::function<std::string(const Plan&)>& play);

@@ -1,18 +1,18 @@
 #pragma once
 
+#include "book/record_fields.h"
 #include "frame/raw_host.h"
 #include "trade/fake_config.h"
 #include "trade/sample_book.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <string>
-#include <vector>
 
 // One thing that followed a confirm: a message box with its buttons, or a request with its bytes.
 struct Event {
     std::string what;
-    std::string bytes;
+    std::string bytes = {};
 };
 
 // What follows a confirm, in order, with the answers and the failures that were decided before: one bit for
@@ -20,10 +20,10 @@ struct Event {
 struct Sequel {
     unsigned answers = 0;
     unsigned failures = 0;
-    std::vector<Event> events;
+    std::vector<Event> events = {};
 
     bool Box(const std::string& text, const std::string& caption, const std::string& buttons) {
-        events.push_back({"box [" + caption + "] " + buttons + ": " + text, ""});
+        events.push_back({"box [" + caption + "] " + buttons + ": " + text});
         return buttons == "OK" || Next(answers);
     }
     template <typename Record>
@@ -40,19 +40,19 @@ private:
     }
 };
 
-// Answers requests as the sequel says, and keeps them.
+// Keeps requests in the sequel of the confirm that runs; one outside of any is unasked.
 class Server : public FakeTradeService {
 public:
-    Sequel* sequel = nullptr;  // null: nothing may be sent
-    int unasked = 0;           // requests outside a confirm
+    Sequel* sequel = nullptr;
+    int unasked = 0;
 
     int SendOrder(OrderRecord* order) override { return Keep("SendOrder", *order) ? 0 : -1; }
-    int DeleteOrder(std::uint32_t orderNo) override { return Keep("DeleteOrder", orderNo) ? 1 : 0; }
+    int DeleteOrder(std::uint32_t orderNo) override { return Keep("DeleteOrder", orderNo); }
     int SendFill(FillRecord* fill) override { return Keep("SendFill", *fill) ? 0 : -1; }
+    int SendExercise(OrderRecord* order) override { return Keep("SendExercise", *order) ? 0 : -1; }
     int RemoveFill(const char* fillNo, FillRecord* fill) override {
         return Keep(std::string("RemoveFill ") + fillNo, *fill) ? 0 : -1;
     }
-    int SendExercise(OrderRecord* order) override { return Keep("SendExercise", *order) ? 0 : -1; }
 
 private:
     template <typename Record>
@@ -93,32 +93,29 @@ public:
 class World : public SampleBook {
 public:
     std::vector<UserRecord*> everyUser;
-    std::string threeMonthDate = "240613";
+    std::string threeMonthDate;
     OrderRecord order{};
     FillRecord fill{};
-    PositionRecord position_{};
+    PositionRecord changed{};
 
-    World() : SampleBook("SGA") {
+    World() {
         for (int i = 0; i < 4; ++i) {
             m_groups[i].sign.Set(i == 1 ? "SGB" : "SGA");
             m_groups[i].operatorNo.Set("OPER" + std::to_string(i));
             m_groups[i].tradable = i == 2 ? 'N' : 'Y';
             m_groups[i].accountLock = i == 3 ? 'c' : 'a';
         }
-        User("860001", "Second", 1);  // the host's order is not the list's
-        User("100010", "Longer", 0);
-        User("10001", "Shorter", 0);
-        User("860001", "First", 0);
-        User("999", "Closed", 2);
-        User("555", "Locked", 3);
-        User("800101", "Changing", 0);
-        User("900", "Other", 1);
-        everyUser = users;
-        for (const char* sign : {"SGA", "SGB"}) {
-            group.sign.Set(sign);
-            AddMarket(*sign && sign[2] == 'A');
+        const std::tuple<const char*, const char*, int> rows[] = {
+            {"860001", "Second", 1}, {"100010", "Longer", 0}, {"10001", "Shorter", 0}, {"860001", "First", 0},
+            {"999", "Closed", 2},    {"555", "Locked", 3},    {"800101", "Moving", 0}, {"900", "Other", 1}};
+        for (const auto& [number, name, ofGroup] : rows) {
+            UserRecord& user = AddUser(number, name);
+            user.group = &m_groups[ofGroup];
+            user.sign = user.group->sign;
         }
-        group.sign.Set("");
+        everyUser = users;
+        AddMarket("SGA", true);
+        AddMarket("SGB", false);
         for (const char* code : {"CNY", "USD", "USDX", "EUR"}) {
             AddCurrency(code);
         }
@@ -133,14 +130,11 @@ public:
         signEntries.assign(bits & 8 ? 1 : 0, this);
         orders.clear();
     }
-    // An account that is not there any more, or is again.
+    // An account that is not there any more, or is again. One always is.
     void Toggle(int number) {
         UserRecord* user = everyUser[static_cast<std::size_t>(number) % everyUser.size()];
-        const auto known = std::find(users.begin(), users.end(), user);
-        if (known == users.end()) {
+        if (user->accountNo != "10001" && std::erase(users, user) == 0) {
             users.push_back(user);
-        } else if (user->accountNo != std::string_view("10001")) {
-            users.erase(known);
         }
     }
 
@@ -157,13 +151,18 @@ public:
         }
     }
 
+    static constexpr const char* kContracts[] = {
+        "EXA CM 1509",   "EXA CM 1512",         "EXA CM 1509/1512",   "EXA FR 1509",
+        "EXA FR 1512",   "EXA FR 1509/1512",    "EXA CM&FR 1509",     "EXA CMX 1509",
+        "EXA cu 2601",   "EXA CMO 1509 C3000",  "EXA CMO 1509 P3000", "EXA CMU 1509 C3000/1509 C3100",
+        "EXA GD ",       "LMX CA 3M",           "LMX CA 240315",      "LMX CA 240329",
+        "LMX CA 240330", "LMX CA 240613",       "LMX AL 3M",          "LMX AL 240315",
+        "LMX AL 240401", "LMX CO 240315 C3000", "ice br 2601",        "ice brx 2602",
+        "EXAB CM 1509"};
+
 private:
-    void User(const char* number, const char* name, int ofGroup) {
-        UserRecord& user = AddUser(number, name);
-        user.group = &m_groups[ofGroup];
-        user.sign = user.group->sign;
-    }
-    void AddMarket(bool all) {
+    void AddMarket(const char* sign, bool all) {
+        group.sign.Set(sign);
         for (const char* code : {"U10", "U1", "U2"}) {
             AddUpper(code);
             uppers.back()->sign = group.sign;
@@ -190,10 +189,8 @@ private:
         AddExchange("ice", "Small");
         AddCommodity('F', "brx", 0.01, 1);
         AddCommodity('F', "br", 1, 32);
-        for (const std::string& text : ContractTexts()) {
-            AddContract(text);
-            const ContractKey& key = contracts.back()->key;
-            if (!GetCommodity(&key)) {
+        for (const char* text : kContracts) {
+            if (!GetCommodity(&AddContract(text).key)) {
                 contracts.pop_back();
             }
         }
@@ -208,17 +205,4 @@ private:
     }
 
     GroupRecord m_groups[4]{};
-
-public:
-    static const std::vector<std::string>& ContractTexts() {
-        static const std::vector<std::string> texts = {
-            "EXA CM 1509",   "EXA CM 1512",         "EXA CM 1509/1512",   "EXA FR 1509",
-            "EXA FR 1512",   "EXA FR 1509/1512",    "EXA CM&FR 1509",     "EXA CMX 1509",
-            "EXA cu 2601",   "EXA CMO 1509 C3000",  "EXA CMO 1509 P3000", "EXA CMU 1509 C3000/1509 C3100",
-            "EXA GD ",       "LMX CA 3M",           "LMX CA 240315",      "LMX CA 240329",
-            "LMX CA 240330", "LMX CA 240613",       "LMX AL 3M",          "LMX AL 240315",
-            "LMX AL 240401", "LMX CO 240315 C3000", "ice br 2601",        "ice brx 2602",
-            "EXAB CM 1509"};
-        return texts;
-    }
 };
