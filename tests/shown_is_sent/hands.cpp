@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstring>
+#include <thread>
 
 namespace {
 
@@ -82,8 +83,9 @@ std::string View::Everything() const {
 }
 
 std::string Step::Words() const {
-    static constexpr const char* kActs[] = {"choose", "type", "keys",    "wheel",    "spin",    "click",
-                                            "pick",   "date", "account", "position", "changed", "confirm"};
+    static constexpr const char* kActs[] = {
+        "choose",   "type",    "keys",    "wheel", "spin",  "click", "pick",   "date",         "account",
+        "position", "changed", "confirm", "press", "point", "burst", "vanish", "lose the host"};
     return std::string(kActs[act]) + (id ? " #" + std::to_string(id) : "") +
            (text.empty() ? "" : " \"" + text + "\"") + " " + std::to_string(number);
 }
@@ -187,6 +189,18 @@ void Hands::PickByPopup(int number) {
     }
 }
 
+// Any thread may.
+void Hands::Report(int times) {
+    for (ITradeSpi* listener : m_world.listeners) {
+        HWND window = nullptr;
+        listener->GetNotifyWnd(&window);
+        for (int i = 0; i < times; ++i) {
+            PostMessageA(window, kWmTradeSpi, reinterpret_cast<WPARAM>(&m_world.changed),
+                         kPositionChangedEvent << 24);
+        }
+    }
+}
+
 void Hands::Do(const Step& step) {
     const auto number = static_cast<unsigned>(step.number);
     const bool usable = view.Usable(step.act == Step::Pick ? IDC_CONTRACT_PICK : step.id);
@@ -245,12 +259,22 @@ void Hands::Do(const Step& step) {
             }
             return;
         case Step::Changed:
-            for (ITradeSpi* listener : m_world.listeners) {
-                HWND window = nullptr;
-                listener->GetNotifyWnd(&window);
-                PostMessageA(window, kWmTradeSpi, reinterpret_cast<WPARAM>(&m_world.changed),
-                             kPositionChangedEvent << 24);
+            Report(1);
+            return Pump();
+        case Step::Burst:
+            std::thread([this] { Report(50); }).join();
+            return Pump();
+        case Step::Press:
+            return Key(number);
+        case Step::Point:
+            if (const HWND any = ChildWindowFromPoint(view.dialog, {step.id, step.number})) {
+                ClickAt(any, {5, 5});
             }
+            return;
+        case Step::Vanish:
+            return m_world.Vanish(number);
+        case Step::Lose:
+            DestroyWindow(GetWindow(view.dialog, GW_OWNER));
             return Pump();
         case Step::Confirm:
             return;

@@ -25,7 +25,25 @@ struct View {
 
 // One thing that an operator or the host does. Number and text say what exactly.
 struct Step {
-    enum Act { Choose, Type, Keys, Wheel, Spin, Click, Pick, Date, Account, Position, Changed, Confirm };
+    enum Act {
+        Choose,
+        Type,
+        Keys,
+        Wheel,
+        Spin,
+        Click,
+        Pick,
+        Date,
+        Account,
+        Position,
+        Changed,
+        Confirm,
+        Press,
+        Point,
+        Burst,
+        Vanish,
+        Lose
+    };
     Act act;
     int id = 0;
     int number = 0;
@@ -58,6 +76,7 @@ private:
     void Key(unsigned virtualKey);
     void ClickAt(HWND window, POINT point);
     void PickByPopup(int number);
+    void Report(int times);
 
     World& m_world;
     ListMaker& m_lists;

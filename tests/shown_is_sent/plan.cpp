@@ -140,7 +140,28 @@ public:
     }
     void WriteMuddle(std::size_t steps) {
         while (m_plan.steps.size() < steps) {
-            OneIn(m_random, 8) ? Confirm() : VisitAny();
+            switch (Below(m_random, 12)) {
+                case 0:
+                    Confirm();
+                    break;
+                case 1:
+                    Add(Step::Press, 0,
+                        Any(m_random, {VK_TAB, VK_RETURN, VK_ESCAPE, VK_F4, VK_SPACE, VK_DOWN, VK_NEXT,
+                                       VK_DELETE, VK_BACK, 0x41, 0x35}));
+                    break;
+                case 2:
+                    Add(Step::Point, Below(m_random, 500), Below(m_random, 500));
+                    break;
+                case 3:
+                    Add(Any(m_random, {Step::Vanish, Step::Vanish, Step::Burst}), 0, Below(m_random, 1000));
+                    break;
+                default:
+                    VisitAny();
+            }
+        }
+        if (OneIn(m_random, 4)) {
+            m_plan.steps.insert(m_plan.steps.begin() + Below(m_random, static_cast<int>(steps)),
+                                {Step::Lose});
         }
     }
 

@@ -78,7 +78,7 @@ protected:
 
 TEST_F(ShownIsSent, WhateverIsEntered) {
     const int seed = Stage::Setting("EMENDO_SEED", 1);
-    const int entries = Stage::Setting("EMENDO_ENTRIES", 70);
+    const int entries = Stage::Setting("EMENDO_ENTRIES", 67);
     int failures = Stage::Setting("EMENDO_FAILURES", 3);
     for (int entry = seed; entry < seed + entries && failures > 0; ++entry) {
         Plan plan = MakeEntry(static_cast<unsigned>(entry));

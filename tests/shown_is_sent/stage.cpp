@@ -1,9 +1,32 @@
 #include "shown_is_sent/stage.h"
 
+#include <atomic>
+
 namespace {
 
 WORD Language() {
     return static_cast<WORD>(Stage::Setting("EMENDO_LANGUAGE", 1033));
+}
+
+// The plan that is played, and how often one was.
+std::string g_playing;
+std::atomic<unsigned> g_plays = 0;
+
+LONG WINAPI TellPlan(EXCEPTION_POINTERS*) {
+    std::fprintf(stderr, "ended while playing: %s", g_playing.c_str());
+    std::fflush(stderr);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+DWORD WINAPI WatchForStandstill(void*) {
+    for (;;) {
+        const unsigned plays = g_plays;
+        Sleep(60000);
+        if (plays == g_plays) {
+            TellPlan(nullptr);
+            TerminateProcess(GetCurrentProcess(), 1);
+        }
+    }
 }
 
 BOOL CALLBACK CountShown(HWND window, LPARAM count) {
@@ -23,6 +46,8 @@ Stage::Stage() {
     m_module.onPluginLoad(Language());
     m_module.onPluginInit(m_services.Manager());
     m_api = m_module.createPluginApi("1.0.0.1");
+    SetUnhandledExceptionFilter(&TellPlan);
+    CloseHandle(CreateThread(nullptr, 0, &WatchForStandstill, nullptr, 0, nullptr));
 }
 
 void Stage::Answer(const OpenBox& box) {
@@ -38,7 +63,16 @@ void Stage::Answer(const OpenBox& box) {
     }
 }
 
+void Stage::Raise() {
+    if (!host || !IsWindow(host->Get())) {
+        host = std::make_unique<HostWindow>();
+    }
+}
+
 IEmendixOper* Stage::Open(const Plan& plan) {
+    g_playing = plan.Words();
+    ++g_plays;
+    Raise();
     world.Reset(plan.world);
     std::mt19937 random(plan.record);
     plan.recordKind == kRecordKindFill ? MakeFill(world, random) : MakeOrder(world, random);
@@ -69,7 +103,7 @@ std::string Stage::Complaints(bool closed) {
     }
     int shown = 0;
     EnumThreadWindows(GetCurrentThreadId(), &CountShown, reinterpret_cast<LPARAM>(&shown));
-    if (closed && shown != 1) {
+    if (closed && shown != IsWindow(host->Get())) {
         complaints += "windows are left\n";
     }
     return complaints;

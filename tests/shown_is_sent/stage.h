@@ -19,7 +19,10 @@ public:
         return value ? std::atoi(value) : otherwise;
     }
 
-    // Opens the plan's dialog on its record; null when it does not open.
+    // The host's window stands from now on.
+    void Raise();
+    // Opens the plan's dialog on its record, in a host window that stands; null when it does not open. Should
+    // the process end or stand still for a minute, the plan is told.
     IEmendixOper* Open(const Plan& plan);
     std::unique_ptr<Reader> ReaderOf(const Plan& plan, const View& view);
     // What boxes and requests are due to; null for nothing.
@@ -30,7 +33,7 @@ public:
     World world;
     ListMaker lists;
     Server server;
-    std::unique_ptr<HostWindow> host = std::make_unique<HostWindow>();
+    std::unique_ptr<HostWindow> host;
 
 private:
     void Answer(const OpenBox& box);

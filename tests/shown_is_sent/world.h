@@ -22,13 +22,18 @@ struct Sequel {
     unsigned failures = 0;
     std::vector<Event> events = {};
 
+    bool refused = false;  // the last question was
+    bool sentAfterRefusal = false;
+
     bool Box(const std::string& text, const std::string& caption, const std::string& buttons) {
         events.push_back({"box [" + caption + "] " + buttons + ": " + text});
-        return buttons == "OK" || Next(answers);
+        refused = buttons != "OK" && !Next(answers);
+        return !refused;
     }
     template <typename Record>
     bool Send(const std::string& what, const Record& record) {
         events.push_back({what, std::string(reinterpret_cast<const char*>(&record), sizeof record)});
+        sentAfterRefusal = sentAfterRefusal || refused;
         return !Next(failures);
     }
 
@@ -119,10 +124,16 @@ public:
         for (const char* code : {"CNY", "USD", "USDX", "EUR"}) {
             AddCurrency(code);
         }
+        m_whole = {users, uppers, currencies, exchanges, contracts};
     }
 
+    // As at first, but for what the bits say.
     void Reset(unsigned bits) {
-        users = everyUser;
+        for (const auto& [record, bytes] : m_gone) {
+            std::memcpy(record, bytes.data(), bytes.size());
+        }
+        m_gone.clear();
+        std::tie(users, uppers, currencies, exchanges, contracts) = m_whole;
         threeMonthDate = bits & 1 ? "240613" : "3M";
         threeMonthContractNo = threeMonthDate.c_str();
         longQty = bits & 2 ? 3 : 0;
@@ -136,6 +147,16 @@ public:
         if (user->accountNo != "10001" && std::erase(users, user) == 0) {
             users.push_back(user);
         }
+    }
+
+    // A record that is gone for good; who still looks at it finds rubbish.
+    void Vanish(unsigned number) {
+        const unsigned which = number / 5;
+        number % 5 == 0   ? Vanish(users, which)
+        : number % 5 == 1 ? Vanish(uppers, which)
+        : number % 5 == 2 ? Vanish(currencies, which)
+        : number % 5 == 3 ? Vanish(exchanges, which)
+                          : Vanish(contracts, which);
     }
 
     void GetUsers(IDataContainer* list, const char* sign) override { OfSign(users, list, sign); }
@@ -196,6 +217,16 @@ private:
         }
     }
     template <typename Record>
+    void Vanish(std::vector<Record*>& records, unsigned which) {
+        if (records.empty()) {
+            return;
+        }
+        Record*& gone = records[which % records.size()];
+        m_gone.emplace_back(gone, std::string(reinterpret_cast<const char*>(gone), sizeof *gone));
+        std::memset(static_cast<void*>(gone), 0xDD, sizeof *gone);
+        records.erase(records.begin() + which % records.size());
+    }
+    template <typename Record>
     static void OfSign(const std::vector<Record*>& records, IDataContainer* list, std::string_view sign) {
         for (Record* record : records) {
             if (sign.empty() || record->sign == sign) {
@@ -205,4 +236,8 @@ private:
     }
 
     GroupRecord m_groups[4]{};
+    std::tuple<std::vector<UserRecord*>, std::vector<UpperRecord*>, std::vector<CurrencyRecord*>,
+               std::vector<ExchangeRecord*>, std::vector<ContractRecord*>>
+        m_whole;
+    std::vector<std::pair<void*, std::string>> m_gone;
 };

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# random_operator.sh TEST COUNTER NUMBER SEED CHUNK: plays so many plans in each language, a chunk of them in a process.
+# Called by shown_is_sent.sh and monkey.sh. Builds what it runs; exit code 1 when anything failed.
+set -euo pipefail
+cd "$(dirname "$(realpath "${BASH_SOURCE[0]}")")/.."
+test=$1 counter=$2 number=$3 seed=$4 chunk=$5
+
+mkdir -p build/windows
+cmake --preset windows >/dev/null
+cmake --build build/windows --target "$test" >/dev/null
+status=0
+for language in ${EMENDO_LANGUAGES:-1033 2052 1028}; do
+    case $language in
+        2052) locale=zh_CN.UTF-8 ;;
+        1028) locale=zh_TW.UTF-8 ;;
+        *) locale=C.UTF-8 ;;
+    esac
+    for ((done = 0; done < number; done += chunk)); do
+        count=$((number - done < chunk ? number - done : chunk))
+        first=$((seed + done))
+        echo "== language $language, seeds $first to $((first + count - 1))"
+        env EMENDO_LANGUAGE="$language" "$counter=$count" EMENDO_SEED=$first \
+            EMENDO_FAILURES="${EMENDO_FAILURES:-10}" nice scripts/wine.sh --timeout $((count * 5 + 600)) \
+            --locale "$locale" "build/windows/bin/$test.exe" 2>&1 | grep -vE '^\[|^$|^Running main' || true
+        [ "${PIPESTATUS[0]}" -eq 0 ] || status=1
+    done
+done
+exit $status
