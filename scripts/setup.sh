@@ -12,6 +12,7 @@ packages=(
     clang libclang-rt-14-dev                                # fuzz targets
     lld                                                     # with clang: terminals of the other compiler
     googletest nlohmann-json3-dev
+    cmark-gfm zip unzip                                     # the package: pages, archive
     xvfb xauth openbox x11-utils xdotool imagemagick        # virtual display, window manager, pictures
     fonts-wqy-microhei locales
     debootstrap util-linux
