@@ -9,6 +9,12 @@ add_custom_target(emendo_build_id
     COMMENT "")
 set(emendo_version_template ${CMAKE_CURRENT_LIST_DIR}/version.rc.in)
 
+# emendo_use_build_header(TARGET): its sources may include emendo_build.h.
+function(emendo_use_build_header target)
+    target_include_directories(${target} PRIVATE ${EMENDO_GENERATED})
+    add_dependencies(${target} emendo_build_id)
+endfunction()
+
 # emendo_add_version(TARGET english simplified traditional): the version resource of a program or module, with what
 # it is in three languages.
 function(emendo_add_version target english simplified traditional)
@@ -25,5 +31,5 @@ function(emendo_add_version target english simplified traditional)
     set_source_files_properties(${resource} PROPERTIES
         COMPILE_OPTIONS "-I${EMENDO_GENERATED}" OBJECT_DEPENDS ${emendo_build_header})
     target_sources(${target} PRIVATE ${resource})
-    add_dependencies(${target} emendo_build_id)
+    emendo_use_build_header(${target})
 endfunction()

@@ -2,6 +2,7 @@
 
 #include "fill/fill_dialog.h"
 #include "frame/own_exceptions.h"
+#include "framework/debug_line.h"
 #include "framework/guard.h"
 #include "order/order_dialog.h"
 
@@ -30,6 +31,7 @@ bool IsOnDialogThread() {
 
 BOOL CEmendoOrdApp::InitInstance() {
     CWinApp::InitInstance();
+    g_debugSink = [](const char* line) { OutputDebugStringA(line); };
     return TRUE;
 }
 

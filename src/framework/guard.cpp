@@ -10,7 +10,7 @@ void ReportSwallowedException(const GuardedPlace& place, const char* what) noexc
         return;
     }
     char line[256];
-    std::snprintf(line, sizeof(line), "Emendo: %.100s stopped at %.60s, message %#x, word %#x\n",
-                  what ? what : "an unknown exception", place.operation, place.message, place.word);
+    std::snprintf(line, sizeof(line), "Emendo: exception stopped at %.60s, message %#x, word %#x: %.100s\n",
+                  place.operation, place.message, place.word, what ? what : "not a std::exception");
     OutputDebugStringA(line);
 }

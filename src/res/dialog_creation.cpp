@@ -1,5 +1,6 @@
 #include "res/dialog_creation.h"
 
+#include "framework/debug_line.h"
 #include "res/language.h"
 #include "res/resource_loader.h"
 
@@ -20,6 +21,7 @@ UINT AnsiCodePage(WORD language) {
 bool CreateFromResources(CDialog& dialog, unsigned id, HWND parent) {
     const HGLOBAL layout = LoadResDialog(id);
     if (!layout) {
+        TellDebugger("no dialog template %u in language %u", id, g_wResLanguage);
         return false;
     }
     const HMODULE module = GetOwnModuleHandle();

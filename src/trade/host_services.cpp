@@ -1,5 +1,7 @@
 #include "trade/host_services.h"
 
+#include "framework/debug_line.h"
+
 HostServices g_hostServices{};
 ITradeService* g_pTradeService = nullptr;
 ITradeApi* g_pTradeApi = nullptr;
@@ -7,12 +9,20 @@ ITradeList* g_pTradeList = nullptr;
 
 namespace {
 
+void* Fetch(IPluginManager& manager, const char* name, const char* version) {
+    void* service = manager.GetPlugin(name, version);
+    if (!service) {
+        TellDebugger("the terminal has no service %s %s", name, version);
+    }
+    return service;
+}
+
 template <typename Service>
 void FetchOnce(Service*& holder, IPluginManager& manager, const char* name, const char* version) {
     if (holder) {
         return;
     }
-    auto* found = static_cast<Service*>(manager.GetPlugin(name, version));
+    auto* found = static_cast<Service*>(Fetch(manager, name, version));
     if (!holder) {  // the host may have initialised the module again meanwhile
         holder = found;
     }
@@ -20,12 +30,15 @@ void FetchOnce(Service*& holder, IPluginManager& manager, const char* name, cons
 
 void FetchAll(IPluginManager& manager) {
     g_hostServices.pluginManager = &manager;
-    if (void* service = manager.GetPlugin("TradeApi", "1.0.0.1")) {
+    if (void* service = Fetch(manager, "TradeApi", "1.0.0.1")) {
         g_pTradeService = static_cast<ITradeService*>(service);
         g_pTradeApi = g_pTradeService->GetTradeApi();
+        if (!g_pTradeApi) {
+            TellDebugger("TradeApi gives no trade data");
+        }
     }
     g_hostServices.quoteDataCenter =
-        static_cast<IQuoteDataCenter*>(manager.GetPlugin("QuoteDataCenter", "1.0.0.1"));
+        static_cast<IQuoteDataCenter*>(Fetch(manager, "QuoteDataCenter", "1.0.0.1"));
     if (g_hostServices.quoteDataCenter) {
         g_hostServices.quoteSlot38 = g_hostServices.quoteDataCenter->Slot38();
     }

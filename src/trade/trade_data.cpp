@@ -1,5 +1,6 @@
 #include "trade/trade_data.h"
 
+#include "framework/debug_line.h"
 #include "trade/data_container.h"
 #include "trade/order_codes.h"
 #include "trade/price_format.h"
@@ -34,7 +35,7 @@ ContractKey ZeroExtended(const Key& key) {
 }
 
 template <typename Record, typename Query>
-std::vector<const Record*> ReadList(Query query) {
+std::vector<const Record*> ReadList(const char* operation, Query query) {
     CDataContainer list;
     query(list);
     std::vector<const Record*> records;
@@ -44,39 +45,44 @@ std::vector<const Record*> ReadList(Query query) {
             records.push_back(static_cast<const Record*>(record));
         }
     }
+    if (records.size() < list.Count()) {
+        TellDebugger("%s added %u null entries", operation,
+                     static_cast<unsigned>(list.Count() - records.size()));
+    }
     return records;
 }
 
 // The lists that are asked for by a sign share one shape.
 template <typename Record>
-std::vector<const Record*> ReadSignList(ITradeApi* api, const std::string& sign,
+std::vector<const Record*> ReadSignList(ITradeApi* api, const std::string& sign, const char* name,
                                         void (ITradeApi::*operation)(IDataContainer*, const char*)) {
     if (!api) {
         return {};
     }
-    return ReadList<Record>([&](IDataContainer& list) { (api->*operation)(&list, FieldText(sign).c_str()); });
+    return ReadList<Record>(name,
+                            [&](IDataContainer& list) { (api->*operation)(&list, FieldText(sign).c_str()); });
 }
 
 }  // namespace
 
 std::vector<const UserRecord*> TradeData::Users(const std::string& sign) const {
-    return ReadSignList<UserRecord>(m_api, sign, &ITradeApi::GetUsers);
+    return ReadSignList<UserRecord>(m_api, sign, "GetUsers", &ITradeApi::GetUsers);
 }
 
 std::vector<const UpperRecord*> TradeData::Uppers(const std::string& sign) const {
-    return ReadSignList<UpperRecord>(m_api, sign, &ITradeApi::GetUppers);
+    return ReadSignList<UpperRecord>(m_api, sign, "GetUppers", &ITradeApi::GetUppers);
 }
 
 std::vector<const CurrencyRecord*> TradeData::Currencies(const std::string& sign) const {
-    return ReadSignList<CurrencyRecord>(m_api, sign, &ITradeApi::GetCurrencies);
+    return ReadSignList<CurrencyRecord>(m_api, sign, "GetCurrencies", &ITradeApi::GetCurrencies);
 }
 
 std::vector<const ExchangeRecord*> TradeData::Exchanges(const std::string& sign) const {
-    return ReadSignList<ExchangeRecord>(m_api, sign, &ITradeApi::GetExchanges);
+    return ReadSignList<ExchangeRecord>(m_api, sign, "GetExchanges", &ITradeApi::GetExchanges);
 }
 
 std::vector<const PositionRecord*> TradeData::Positions(const std::string& sign) const {
-    return ReadSignList<PositionRecord>(m_api, sign, &ITradeApi::GetPositions);
+    return ReadSignList<PositionRecord>(m_api, sign, "GetPositions", &ITradeApi::GetPositions);
 }
 
 std::uint32_t TradeData::SignEntryCount(const std::string& sign) const {
@@ -92,7 +98,8 @@ std::vector<const CommodityRecord*> TradeData::Commodities(const ExchangeKey& ex
         return {};
     }
     const ContractKey key = ZeroExtended(exchange);
-    return ReadList<CommodityRecord>([&](IDataContainer& list) { m_api->GetCommodities(&key, &list); });
+    return ReadList<CommodityRecord>("GetCommodities",
+                                     [&](IDataContainer& list) { m_api->GetCommodities(&key, &list); });
 }
 
 std::vector<const ContractRecord*> TradeData::Contracts(const CommodityKey& commodity) const {
@@ -100,7 +107,8 @@ std::vector<const ContractRecord*> TradeData::Contracts(const CommodityKey& comm
         return {};
     }
     const ContractKey key = ZeroExtended(commodity);
-    return ReadList<ContractRecord>([&](IDataContainer& list) { m_api->GetContracts(&key, &list); });
+    return ReadList<ContractRecord>("GetContracts",
+                                    [&](IDataContainer& list) { m_api->GetContracts(&key, &list); });
 }
 
 const UserRecord* TradeData::User(const std::string& accountNo, const std::string& sign) const {
@@ -172,9 +180,13 @@ std::string TradeData::FormatPrice(const void* recordWithKey, double price) cons
     if (m_api) {
         char buffer[kPriceTextBytes] = {};
         m_api->FormatPrice(recordWithKey, price, buffer, sizeof(buffer), 0, 'D');
+        if (buffer[kPriceTextBytes - 1]) {
+            TellDebugger("FormatPrice filled its buffer without an end");
+        }
         if (buffer[0]) {
             return {buffer, strnlen(buffer, sizeof(buffer))};
         }
+        TellDebugger("FormatPrice wrote nothing");
     }
     CommodityKey key;
     std::memcpy(&key, recordWithKey, sizeof(key));
@@ -195,6 +207,9 @@ std::vector<ServerConfigRecord> TradeData::ServerConfigs() const {
     if (query.records && query.count <= kMaxServerConfigs) {
         configs.resize(query.count);
         std::memcpy(configs.data(), query.records, query.count * sizeof(ServerConfigRecord));
+    } else {
+        TellDebugger("the server configurations are %u, %s", query.count,
+                     query.records ? "more than can be" : "without records");
     }
     table->Release(&query);
     return configs;

@@ -25,6 +25,55 @@ struct OpenModule : Module {
     }
 };
 
+// The lines for a debugger while it lives, without the word before them: the system raises each as an
+// exception that somebody may look at first.
+class DebuggerLines {
+public:
+    DebuggerLines() : m_handler(AddVectoredExceptionHandler(1, &Look)) { s_lines.clear(); }
+    ~DebuggerLines() { RemoveVectoredExceptionHandler(m_handler); }
+    static const std::vector<std::string>& Get() { return s_lines; }
+
+private:
+    static LONG CALLBACK Look(EXCEPTION_POINTERS* raised) {
+        constexpr DWORD kDebuggerLine = 0x40010006;
+        const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
+        if (record.ExceptionCode != kDebuggerLine) {
+            return EXCEPTION_CONTINUE_SEARCH;
+        }
+        const std::string line(reinterpret_cast<const char*>(record.ExceptionInformation[1]));
+        const std::string prefix = "Emendo: ";
+        s_lines.push_back(
+            line.starts_with(prefix) ? line.substr(prefix.size(), line.find('\n') - prefix.size()) : line);
+        return EXCEPTION_CONTINUE_EXECUTION;
+    }
+    inline static std::vector<std::string> s_lines;
+    void* m_handler;
+};
+
+TEST_F(OpenModule, TellsADebuggerWhatItIsAndWhatTheHostLacks) {
+    const DebuggerLines lines;
+    host.services.erase("Abnormal");
+    UserRecord account{};
+    host.api.users = {nullptr, &account};
+    Start(host);
+    loaded->onPluginLoad(0);
+    EXPECT_EQ(loaded->createPluginApi("1.0.0.2"), nullptr);
+    EXPECT_NE(OpenOrder(), nullptr);
+    using testing::MatchesRegex;
+    EXPECT_THAT(
+        DebuggerLines::Get(),
+        testing::IsSupersetOf({
+            testing::Matcher<std::string>(
+                MatchesRegex(R"(version .+ \(build .+\), language 1033, given by the terminal)")),
+            testing::Matcher<std::string>(MatchesRegex("version .*, language 1033, that of the system")),
+            testing::Matcher<std::string>("the terminal has no service SysConfig 9.0.3.1"),
+            testing::Matcher<std::string>("the terminal has no service Abnormal 9.0.3.1"),
+            testing::Matcher<std::string>("refused interface version 1.0.0.2, this is 1.0.0.1"),
+            testing::Matcher<std::string>("GetUsers added 1 null entries"),
+        }));
+    HostLoop().PumpUntilIdle();
+}
+
 TEST_F(OpenModule, GivesItsInterfaceForItsVersionOnly) {
     Start(host);
     for (const char* version :
@@ -95,7 +144,9 @@ TEST_F(OpenModule, MissingTemplateOpensNothing) {
     CopyWithoutOrderTemplate(original, copy);
     Load(copy);
     Start(host);
+    const DebuggerLines lines;
     EXPECT_EQ(OpenOrder(), nullptr);
+    EXPECT_THAT(DebuggerLines::Get(), ElementsAre("no dialog template 278 in language 1033"));
     EXPECT_TRUE(host.api.listeners.empty()) << "the dialog that could not open is still there";
     EXPECT_NE(OpenOrder(1), nullptr) << "the next dialog opens with its own arguments";
     HostLoop().PumpUntilIdle();

@@ -31,7 +31,8 @@ LONG CALLBACK OnLoaded(EXCEPTION_POINTERS* raised) {
     const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
     if (record.ExceptionCode == kDebuggerLine && record.NumberParameters >= 2) {
         const auto* line = reinterpret_cast<const char*>(record.ExceptionInformation[1]);
-        if (std::strncmp(line, "Emendo: ", 8) == 0) {
+        constexpr char kStart[] = "Emendo: exception";
+        if (std::strncmp(line, kStart, sizeof kStart - 1) == 0) {
             Stopped(line, "the loaded module", 0);
         }
     }
