@@ -15,6 +15,13 @@ fail() {
 "$here/wine.sh" --timeout 120 --cwd "$work" "$tree/bin/EmendoHost.exe" --lang 1033 \
     --scenario "$tree/bin/scenarios/order-move.scn" >"$work/played" || { cat "$work/played"; fail "the desk does not run"; }
 
+cp -r "$tree/sdk" "$work/sdk"
+"$work/sdk/small_host/build_mingw.sh" "$work/small_host.exe" || fail "the small host does not build"
+"$here/wine.sh" --timeout 120 "$work/small_host.exe" "$tree/bin/EmendoOrd.dll" 1 >"$work/small" || {
+    cat "$work/small"
+    fail "the small host does not run"
+}
+
 for page in "$tree"/docs/*.html; do
     { grep -oE '(href|src)="[^"#:]+' "$page" || true; } | sed 's/.*"//' | sort -u | while read -r link; do
         [ -e "$tree/docs/$link" ] || fail "$(basename "$page") leads to $link, which is not there"
@@ -22,4 +29,4 @@ for page in "$tree"/docs/*.html; do
 done
 
 project=$(dirname "$here")
-! grep -rlF "$project" "$tree" || fail "these name the place of the build"
+! grep -rlF "$project/" "$tree" || fail "these name the place of the build"
