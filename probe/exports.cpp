@@ -1,6 +1,7 @@
 // The module's five exports, served by the probe in its place: the terminal loads EmendoProbe.dll instead of
 // EmendoOrd.dll and opens any dialog.
 
+#include "framework/debug_line.h"
 #include "framework/guard.h"
 #include "probe/probe.h"
 #include "probe/probe_window.h"
@@ -25,6 +26,7 @@ Probe& TheProbe() {
 
 IEmendixOper* Open(const Probe::Opening& opening) {
     return Guarded(
+        opening.operation,
         [&]() -> IEmendixOper* {
             TheProbe().OnStep(Probe::Step::kNone, opening.operation);
             TheProbe().Look(opening);
@@ -48,11 +50,11 @@ public:
 extern "C" {
 
 void OnPluginLoad(WORD /*language*/) {
-    Guarded([] { TheProbe().OnStep(Probe::Step::kLoad, "OnPluginLoad"); });
+    Guarded("OnPluginLoad", [] { TheProbe().OnStep(Probe::Step::kLoad, "OnPluginLoad"); });
 }
 
 void OnPluginInit(IPluginManager* manager) {
-    Guarded([&] {
+    Guarded("OnPluginInit", [&] {
         TheProbe().OnStep(Probe::Step::kInit, "OnPluginInit");
         AcquireHostServices(manager);
     });
@@ -60,6 +62,7 @@ void OnPluginInit(IPluginManager* manager) {
 
 IEmendix* CreatePluginApi(const char* version) {
     return Guarded(
+        "CreatePluginApi",
         [&]() -> IEmendix* {
             TheProbe().OnStep(Probe::Step::kCreate, "CreatePluginApi");
             if (version && std::strcmp(version, kApiVersion) == 0) {
@@ -76,7 +79,7 @@ void FreePluginApi(IEmendix* api) {
 }
 
 void OnPluginFree() {
-    Guarded([] {
+    Guarded("OnPluginFree", [] {
         if (ProbeWindow* window = ProbeWindow::Current()) {
             window->DestroyWindow();
         }
@@ -88,7 +91,9 @@ void OnPluginFree() {
 }
 
 BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID processEnds) {
-    if (reason == DLL_PROCESS_DETACH && !processEnds) {
+    if (reason == DLL_PROCESS_ATTACH) {
+        g_debugSink = [](const char* line) { OutputDebugStringA(line); };
+    } else if (reason == DLL_PROCESS_DETACH && !processEnds) {
         OnPluginFree();
     }
     return TRUE;

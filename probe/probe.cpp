@@ -1,6 +1,7 @@
 #include "probe/probe.h"
 
 #include "emendo_build.h"
+#include "framework/debug_line.h"
 #include "framework/format_text.h"
 #include "framework/module_instance.h"
 #include "probe/event_watch.h"
@@ -225,6 +226,6 @@ void Probe::WriteReports() {
     const bool written = WriteFile(m_folder + "EmendoProbe.txt", TextReport(m_findings, Title(), m_scope)) &&
                          WriteFile(m_folder + "EmendoProbe.json", JsonReport(m_findings, Title(), m_scope));
     if (!written) {
-        OutputDebugStringA("Emendo: the probe's reports cannot be written beside it\n");
+        TellDebugger("the probe's reports cannot be written beside it");
     }
 }

@@ -141,7 +141,8 @@ BOOL ProbeWindow::PreTranslateMessage(const MSG* message) {
         m_keyOffered = true;
     }
     MSG copy = *message;
-    return Guarded([&] { return IsDialogMessageA(m_hWnd, &copy); }, FALSE);
+    return Guarded(
+        "PreTranslateMessage", [&] { return IsDialogMessageA(m_hWnd, &copy); }, FALSE);
 }
 
 void ProbeWindow::OnKeyInList(NMHDR* /*header*/, LRESULT* /*result*/) {
