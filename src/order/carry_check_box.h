@@ -4,6 +4,6 @@
 
 #include <commctrl.h>
 
-// Draws the label of a chosen-position box in the colour of something to follow, beside the box that the
-// system has drawn. For NM_CUSTOMDRAW; the result is the notification's.
+// Draws the label of a chosen-position box in the hot-light colour, beside the box that the system has
+// drawn. For NM_CUSTOMDRAW; the result is the notification's.
 LRESULT DrawChosenPositionLabel(const NMCUSTOMDRAW& draw);

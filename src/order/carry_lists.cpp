@@ -31,7 +31,7 @@ void PlaceList(ITradeListWindow* list, const PixelRect& place) {
 }  // namespace
 
 CarryLists::~CarryLists() {
-    // A list that still reports while it is released is none of the dialog's any more.
+    // Forgotten first: a list may still report while it is released, and is then no longer ours.
     Release(std::exchange(m_near, nullptr));
     Release(std::exchange(m_forward, nullptr));
 }

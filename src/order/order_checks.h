@@ -18,7 +18,7 @@ struct OrderFindings {
 };
 OrderFindings FindOrderProblems(const OrderForm& form, const TradeData& trade);
 
-// The same, with what there is to tell told and what there is to ask asked.
+// The same, with the messages shown and the doubts put to the operator.
 struct OrderCheck {
     bool passed = false;
     bool focusFillPrice = false;               // the operator wants to correct the fill price
