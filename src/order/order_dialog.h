@@ -99,6 +99,7 @@ private:
     void EnterCode(int comboId, char code);
     // What is typed becomes the form's account and contract when its box is left, or confirmed.
     void TakeShownAccount();
+    void TakeAccountRow(int index, std::string_view accountNo);
     void TakeShownContract();
 
     void ListWords();

@@ -19,12 +19,9 @@ constexpr std::size_t kMaxContractText = 256;
 
 }  // namespace
 
-// A loaded record is no choice: what it brings stands as it was loaded.
 void CEmendoOrder::OnAccountSelected() {
     const CxComboBox& combo = Combo(IDC_ACCOUNT);
-    if (!m_showing) {
-        TakeAccount(m_form, combo.GetSelectedIndex(), combo.GetText());
-    }
+    TakeAccountRow(combo.GetSelectedIndex(), combo.GetText());
     UpdateCarry();
 }
 
@@ -38,7 +35,16 @@ void CEmendoOrder::TakeShownAccount() {
     const std::string text = combo.GetText();
     const std::string_view accountNo = TrimBlanks(text);
     const int selected = combo.GetSelectedIndex();
-    TakeAccount(m_form, selected >= 0 ? selected : FindAccountRow(m_form, accountNo), accountNo);
+    TakeAccountRow(selected >= 0 ? selected : FindAccountRow(m_form, accountNo), accountNo);
+}
+
+// Under another sign the commodity may be quoted in other fractions.
+void CEmendoOrder::TakeAccountRow(int index, std::string_view accountNo) {
+    const std::string formerSign = m_form.sign;
+    TakeAccount(m_form, index, accountNo);
+    if (m_started && m_form.sign != formerSign && !CorrectsOrder(m_form.mode)) {
+        FollowCommodity();
+    }
 }
 
 void CEmendoOrder::OnAccountFocus() {

@@ -17,6 +17,7 @@ protected:
         twin.sign.Set("SIG2");
         api.AddCommodity('F', "CM", 0.25, 1).sign = twin.sign;
         api.AddContract("EXA CM 1509").key.sign = twin.sign;
+        api.AddCommodity('F', "FR", 1, 4).sign = twin.sign;
     }
     void PickLine(int id, int index) { SendMessageA(Item(id), CB_SETCURSEL, static_cast<WPARAM>(index), 0); }
     void VisitAccount() {
@@ -126,6 +127,7 @@ TEST_F(OrderSequence, AnEmptiedAccountIsOpenToEveryOther) {
 }
 
 TEST_F(OrderSequence, NumeratorsBelongToOneDenominator) {
+    AddSecondSign();
     api.AddCommodity('F', "QU", 1, 4);
     api.AddContract("EXA QU 1509");
     api.AddContract("EXA FR 1512");
@@ -144,6 +146,13 @@ TEST_F(OrderSequence, NumeratorsBelongToOneDenominator) {
     Focus(IDC_ORDER_QTY);
     EXPECT_EQ(Texts({IDC_ORDER_PRICE_NUMERATOR, IDC_FILL_PRICE_NUMERATOR, IDC_FILL_PRICE_DENOMINATOR}),
               "0|0|4");
+
+    // So do those of a commodity that another sign quotes in other fractions.
+    Typed(IDC_CONTRACT, "EXA FR 1509");
+    Focus(IDC_ORDER_QTY);
+    Typed(IDC_ORDER_PRICE_NUMERATOR, "3");
+    PickLine(IDC_ACCOUNT, 1);
+    EXPECT_EQ(Texts({IDC_ORDER_PRICE_NUMERATOR, IDC_ORDER_PRICE_DENOMINATOR}), "0|4");
 
     // A host that writes 6/8 as 3/4 means the same price.
     g_pOrderDialog->DestroyWindow();
@@ -224,6 +233,10 @@ TEST_F(OrderSequence, AForwardChoiceStaysWhileItsCommodityDoes) {
         Focus(IDC_UPPER);
         EXPECT_EQ(Forward(), "3M") << nearContract;
     }
+    Typed(IDC_FORWARD_CONTRACT, "");
+    Focus(IDC_CONTRACT);
+    Focus(IDC_UPPER);
+    EXPECT_EQ(Forward(), "") << "nothing was typed into the contract";
     // Nobody lists this one; the lists and quantities follow it all the same.
     PositionRecord position{};
     ContractKey key{};
@@ -240,9 +253,11 @@ TEST_F(OrderSequence, AForwardChoiceStaysWhileItsCommodityDoes) {
     EXPECT_EQ(lists.lists[0].filter.contractNo.Str(), "250101");
 
     // A picked position counts at once.
-    api.position = &position;
-    position.openQty = 3;
+    PositionRecord atItsPrice = position;
+    atItsPrice.openQty = 3;
+    api.position = &atItsPrice;
     loop.Click(Item(IDC_NEAR_CHOSEN_POSITION));
+    EXPECT_EQ(Text(IDC_NEAR_POSITION_QTY), "7") << "at any price";
     lists.lists[0].notify->OnSelectData(&lists.lists[0], 0, &position);
     EXPECT_EQ(Text(IDC_NEAR_POSITION_QTY), "3");
 
@@ -261,14 +276,19 @@ TEST_F(OrderSequence, AnEmptyCellOfThePopupIsNoChoice) {
 
 // Whoever writes a text without going through the keyboard confirms what stands there.
 TEST_F(OrderSequence, WhatStandsThereIsConfirmed) {
+    AddSecondSign();
+    UserRecord& other = api.AddUser("300");
+    other.group = &second;
+    other.sign = second.sign;
     Open(OrderMode::Input);
     EnterOrder();
+    Typed(IDC_CONTRACT, "EXA CA 240315");
     Focus(IDC_CONFIRM);
-    SetText(IDC_CONTRACT, "EXA CA 240315");
-    SetText(IDC_ACCOUNT, "200");
+    SetText(IDC_CONTRACT, "EXA CM 1509");
+    SetText(IDC_ACCOUNT, "300");
     auto boxes = NoNextOrder();
     Command(IDC_CONFIRM);
-    EXPECT_EQ(Sent(), "SIG 200 U7 CA 240315 B240E 5 at 97.5 of 0");
+    EXPECT_EQ(Sent(), "SIG2 300 U7 CM 1509 B240E 5 at 97.5 of 0");
 }
 
 }  // namespace
