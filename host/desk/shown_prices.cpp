@@ -39,7 +39,8 @@ bool Sends(HWND dialog, const JournalEntry& entry) {
     }
     FillRecord fill;
     std::memcpy(&fill, entry.record, sizeof fill);
-    return fillDialog && fill.exchangeFillNo.View().starts_with(TextOfItem(dialog, kFillNo));
+    const std::string number = TextOfItem(dialog, kFillNo);
+    return fillDialog && !number.empty() && fill.exchangeFillNo.View().starts_with(number);
 }
 
 }  // namespace
