@@ -46,7 +46,7 @@ void MeasureParsing(Report& report) {
             Keep(ParseContractText(text, key));
             Keep(key);
         });
-        report.Ratio((std::string("parse ") + std::string(text)).c_str(), parse, yardstick, 3);
+        report.Ratio((std::string("parse ") + std::string(text)).c_str(), parse, yardstick, 10);
     }
 }
 
@@ -87,7 +87,7 @@ void MeasureFormatting(Report& report) {
             FormatContractText(key, formatted, false, false, noTrade);
             Keep(formatted);
         });
-        report.Ratio((std::string("format ") + text).c_str(), format, yardstick, 1.5);
+        report.Ratio((std::string("format ") + text).c_str(), format, yardstick, 10);
     }
 }
 

@@ -27,21 +27,6 @@ void SetPlainItems(CxComboBox& combo, const std::vector<std::string>& lines) {
     combo.SetDroppedWidth(std::max(width, static_cast<int>(combo.SendMessage(CB_GETDROPPEDWIDTH))));
 }
 
-void SelectByCode(CxComboBox& combo, const std::string& code) {
-    int index = -1;
-    if (!code.empty()) {
-        index = combo.FindString(-1, code + ' ');
-        if (index < 0) {
-            index = combo.FindStringExact(-1, code);
-        }
-    }
-    const bool found = index >= 0 && combo.GetItemCode(index) == code;
-    combo.SetCurSel(found ? index : -1);
-    if (!found) {
-        combo.SetWindowText(code);
-    }
-}
-
 void ApplyControlStates(HWND dialog, std::span<const ControlState> states) {
     for (const ControlState& state : states) {
         const HWND control = DialogItem(dialog, state.id);

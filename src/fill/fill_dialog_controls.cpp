@@ -279,8 +279,8 @@ void CEmendoMatch::ChangeLayout(FillLayout target) {
         MoveDown(id, move.bottomRows * row);
     }
     const RECT window = GetWindowRect();
-    const VerticalEdges edges = GrownEvenly({window.top, window.bottom}, move.bottomRows * row);
-    ::SetWindowPos(m_hWnd, nullptr, window.left, edges.top, window.right - window.left,
-                   edges.bottom - edges.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    ::SetWindowPos(m_hWnd, nullptr, 0, 0, window.right - window.left,
+                   window.bottom - window.top + move.bottomRows * row,
+                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     PlaceDialogOverHost(m_hWnd);
 }

@@ -118,8 +118,3 @@ FillMove MoveBetween(FillLayout from, FillLayout to) {
     const FillMove wanted = PlacesOf(to);
     return {wanted.secondPriceRows - old.secondPriceRows, wanted.bottomRows - old.bottomRows};
 }
-
-VerticalEdges GrownEvenly(VerticalEdges edges, int growth) {
-    const int above = growth / 2;
-    return {edges.top - above, edges.bottom + (growth - above)};
-}

@@ -45,11 +45,3 @@ struct FillMove {
     int bottomRows;
 };
 FillMove MoveBetween(FillLayout from, FillLayout to);
-
-// A window's top and bottom edge after a change of its height, split evenly between the two; an odd pixel
-// goes to the bottom.
-struct VerticalEdges {
-    int top;
-    int bottom;
-};
-VerticalEdges GrownEvenly(VerticalEdges edges, int growth);

@@ -39,8 +39,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    void CallOnOK() { OnOK(); }
-    void CallOnCancel() { OnCancel(); }
     void ExecuteInitData();
     static INT_PTR CALLBACK StaticDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

@@ -1,83 +1,33 @@
 #include "trade/contract_text.h"
 
-#include <array>
-#include <cstdint>
-#include <cstring>
+#include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace {
 
 constexpr char kNoOption = 'N';
 constexpr std::size_t kMaxParts = 5;
 
-// The parts of a contract text, between its blanks.
-struct Parts {
-    std::array<std::string_view, kMaxParts> part;
-    std::size_t count = 0;
-
-    bool Add(const char* start, const char* stop) {
-        if (start == stop || count == kMaxParts) {
-            return false;
+// The parts of a contract text, between its blanks. Nothing for an empty part, also one between two blanks in
+// a row, and for too many. One blank at the end makes no further part; a zero ends the text.
+std::vector<std::string_view> SplitAtBlanks(std::string_view text) {
+    std::vector<std::string_view> parts;
+    text = text.substr(0, text.find('\0'));
+    while (!text.empty()) {
+        const std::size_t length = std::min(text.find(' '), text.size());
+        if (length == 0 || parts.size() == kMaxParts) {
+            return {};
         }
-        part[count++] = {start, static_cast<std::size_t>(stop - start)};
-        return true;
+        parts.push_back(text.substr(0, length));
+        text.remove_prefix(std::min(length + 1, text.size()));
     }
-};
-
-// False for an empty part, also one between two blanks in a row, and for too many. One blank at the end makes
-// no further part; a zero ends the text.
-bool SplitAtBlanks(std::string_view text, Parts& parts) {
-    const char* start = text.data();
-    const char* const end = start + text.size();
-    const char* stop = start;
-    for (; stop != end && *stop; ++stop) {
-        if (*stop == ' ') {
-            if (!parts.Add(start, stop)) {
-                return false;
-            }
-            start = stop + 1;
-        }
-    }
-    return start == stop || parts.Add(start, stop);
+    return parts;
 }
 
-// The codes of a key share one width. What is copied here holds no zero and is short, so the fields are set
-// with a few moves in place of the calls that an arbitrary text needs.
-using Field = FixedText<11>;
-
+// As much as a field of a key takes.
 std::string_view Cut(std::string_view text) {
-    return text.substr(0, Field::kWidth - 1);
-}
-
-void Set(Field& field, std::string_view text) {
-    const char* from = text.data();
-    const std::size_t length = Cut(text).size();
-    const auto copyEnds = [&](auto chunk) {
-        std::memcpy(field.chars, from, sizeof(chunk));
-        std::memcpy(field.chars + length - sizeof(chunk), from + length - sizeof(chunk), sizeof(chunk));
-    };
-    std::memset(field.chars, 0, sizeof(field.chars));
-    if (length >= sizeof(std::uint64_t)) {
-        copyEnds(std::uint64_t{});
-    } else if (length >= sizeof(std::uint32_t)) {
-        copyEnds(std::uint32_t{});
-    } else {
-        for (std::size_t i = 0; i < length; ++i) {
-            field.chars[i] = from[i];
-        }
-    }
-}
-
-std::size_t Find(std::string_view text, char wanted) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == wanted) {
-            return i;
-        }
-    }
-    return std::string_view::npos;
-}
-
-bool Contains(std::string_view text, char wanted) {
-    return Find(text, wanted) != std::string_view::npos;
+    return text.substr(0, decltype(ContractKey::contractNo)::kWidth - 1);
 }
 
 char OptionLetter(std::string_view optionText) {
@@ -86,18 +36,18 @@ char OptionLetter(std::string_view optionText) {
 }
 
 void ReadContractPart(std::string_view commodity, std::string_view text, ContractKey& key) {
-    const std::size_t slash = Find(text, '/');
-    if (Contains(commodity, '&')) {
+    const std::size_t slash = text.find('/');
+    if (commodity.find('&') != std::string_view::npos) {
         key.commodityType = CommodityType::kSpreadCommodity;
-        Set(key.contractNo, text);
-        Set(key.contractNo2, text);
+        key.contractNo.Set(text);
+        key.contractNo2.Set(text);
     } else if (slash == std::string_view::npos) {
         key.commodityType = CommodityType::kFutures;
-        Set(key.contractNo, text);
+        key.contractNo.Set(text);
     } else {
         key.commodityType = CommodityType::kSpreadMonth;
-        Set(key.contractNo, text.substr(0, slash));
-        Set(key.contractNo2, text.substr(slash + 1));
+        key.contractNo.Set(text.substr(0, slash));
+        key.contractNo2.Set(text.substr(slash + 1));
     }
 }
 
@@ -138,70 +88,46 @@ bool ReadOptionPair(std::string_view contractNo, std::string_view middle, std::s
     OptionLeg first{contractNo, OptionLetter(middle), key.strikePrice.View()};
     OptionLeg second{key.contractNo2.View(), OptionLetter(last), last.substr(1)};
     const std::string_view rest = middle.substr(1);
-    if (const std::size_t slash = Find(rest, '/'); slash != std::string_view::npos) {
+    if (const std::size_t slash = rest.find('/'); slash != std::string_view::npos) {
         first.strike = rest.substr(0, slash);
         second.contractNo = rest.substr(slash + 1);
-        Set(key.strikePrice, first.strike);
-        Set(key.contractNo2, second.contractNo);
+        key.strikePrice.Set(first.strike);
+        key.contractNo2.Set(second.contractNo);
     }
-    Set(key.contractNo, contractNo);
-    Set(key.strikePrice2, second.strike);
+    key.contractNo.Set(contractNo);
+    key.strikePrice2.Set(second.strike);
     key.optionType = first.type;
     key.optionType2 = second.type;
     key.commodityType = OptionPairType(first, second);
     return key.commodityType != kNoPair;
 }
 
-// A text of a key while it is written: fields are bounded, so it needs no memory of its own to grow in.
-class KeyText {
-public:
-    template <std::size_t Width>
-    KeyText& operator<<(const FixedText<Width>& field) {
-        for (std::size_t i = 0; i < Width && field.chars[i]; ++i) {
-            m_chars[m_size++] = field.chars[i];
-        }
-        return *this;
-    }
-    KeyText& operator<<(char c) {
-        if (c) {  // a missing option letter
-            m_chars[m_size++] = c;
-        }
-        return *this;
-    }
-    std::string_view View() const { return {m_chars, m_size}; }
+std::string OptionText(char letter, const FixedText<11>& strike) {
+    return (letter ? std::string(1, letter) : std::string()) + strike.Str();
+}
 
-private:
-    char m_chars[256];
-    std::size_t m_size = 0;
-    static_assert(sizeof(m_chars) > sizeof(ContractKey) + sizeof(ContractRecord::contractName) + 10);
-};
-
-// Writes the contract part; false for a type that has no text.
-bool WriteContractPart(KeyText& text, const ContractKey& key) {
+// Nothing for a type that has no text.
+std::optional<std::string> ContractPart(const ContractKey& key) {
     switch (key.commodityType) {
         case CommodityType::kGoods:
         case CommodityType::kGoodsDeferred:
         case CommodityType::kFutures:
         case CommodityType::kSpreadCommodity:
-            text << key.contractNo;
-            return true;
+            return key.contractNo.Str();
         case CommodityType::kSpreadMonth:
-            text << key.contractNo << '/' << key.contractNo2;
-            return true;
+            return key.contractNo.Str() + '/' + key.contractNo2.Str();
         case CommodityType::kOption:
-            text << key.contractNo << ' ' << key.optionType << key.strikePrice;
-            return true;
+            return key.contractNo.Str() + ' ' + OptionText(key.optionType, key.strikePrice);
         case CommodityType::kBullVertical:
         case CommodityType::kBearVertical:
         case CommodityType::kStraddle:
         case CommodityType::kStrangle:
         case CommodityType::kCalendarCall:
         case CommodityType::kCalendarPut:
-            text << key.contractNo << ' ' << key.optionType << key.strikePrice << '/' << key.contractNo2
-                 << ' ' << key.optionType2 << key.strikePrice2;
-            return true;
+            return key.contractNo.Str() + ' ' + OptionText(key.optionType, key.strikePrice) + '/' +
+                   key.contractNo2.Str() + ' ' + OptionText(key.optionType2, key.strikePrice2);
         default:
-            return false;
+            return std::nullopt;
     }
 }
 
@@ -232,64 +158,64 @@ bool QuotesSecondLegFirst(const CommodityRecord& commodity) {
 }  // namespace
 
 bool ParseContractText(std::string_view text, ContractKey& key) {
-    Parts parts;
-    if (!SplitAtBlanks(text, parts) || parts.count < 2) {
+    const std::vector<std::string_view> parts = SplitAtBlanks(text);
+    if (parts.size() < 2) {
         return false;
     }
-    const auto& part = parts.part;
-    Set(key.exchangeNo, part[0]);
-    Set(key.commodityNo, part[1]);
+    key.exchangeNo.Set(parts[0]);
+    key.commodityNo.Set(parts[1]);
     key.optionType = key.optionType2 = kNoOption;
-    switch (parts.count) {
+    switch (parts.size()) {
         case 2:
-            key.commodityType =
-                Contains(part[1], '(') ? CommodityType::kGoodsDeferred : CommodityType::kGoods;
+            key.commodityType = parts[1].find('(') != std::string_view::npos ? CommodityType::kGoodsDeferred
+                                                                             : CommodityType::kGoods;
             return true;
         case 3:
-            ReadContractPart(part[1], part[2], key);
+            ReadContractPart(parts[1], parts[2], key);
             return true;
         case 4:
             key.commodityType = CommodityType::kOption;
-            Set(key.contractNo, part[2]);
-            key.optionType = OptionLetter(part[3]);
-            Set(key.strikePrice, part[3].substr(1));
+            key.contractNo.Set(parts[2]);
+            key.optionType = OptionLetter(parts[3]);
+            key.strikePrice.Set(parts[3].substr(1));
             return true;
         default:
-            return ReadOptionPair(part[2], part[3], part[4], key);
+            return ReadOptionPair(parts[2], parts[3], parts[4], key);
     }
 }
 
 bool FormatContractText(const ContractKey& key, std::string& text, bool shortForm, bool withName,
                         const TradeData& trade) {
-    KeyText written;
-    if (!shortForm) {
-        written << key.exchangeNo << ' ' << key.commodityNo << ' ';
-    }
-    if (!WriteContractPart(written, key)) {
+    std::optional<std::string> part = ContractPart(key);
+    if (!part) {
         return true;
     }
-    if (const ContractRecord* contract = shortForm && withName ? trade.Contract(key) : nullptr) {
-        written << NameSeparator << contract->contractName;
+    if (!shortForm) {
+        text = key.exchangeNo.Str() + ' ' + key.commodityNo.Str() + ' ' + *part;
+        return true;
     }
-    text = written.View();
+    text = *std::move(part);
+    if (const ContractRecord* contract = withName ? trade.Contract(key) : nullptr) {
+        text += NameSeparator + contract->contractName.Str();
+    }
     return true;
 }
 
 bool FormatContractWithSign(std::string& text, const SingleContractKey& key) {
-    KeyText written;
-    written << key.sign << ' ' << key.exchangeNo << ' ' << key.commodityNo << ' ' << key.contractNo;
+    const std::string common = key.sign.Str() + ' ' + key.exchangeNo.Str() + ' ' + key.commodityNo.Str() +
+                               ' ' + key.contractNo.Str();
     switch (key.commodityType) {
         case CommodityType::kOption:
-            written << ' ' << key.optionType << key.strikePrice;
+            text = common + ' ' + OptionText(key.optionType, key.strikePrice);
             break;
         case CommodityType::kFutures:
         case CommodityType::kGoods:
         case CommodityType::kGoodsDeferred:
+            text = common;
             break;
         default:
-            return true;
+            break;
     }
-    text = written.View();
     return true;
 }
 
