@@ -75,6 +75,19 @@ std::vector<CatalogNode> SeriesOf(const std::vector<const ContractRecord*>& cont
     return nodes;
 }
 
+using NodeIterator = std::vector<CatalogNode>::const_iterator;
+
+NodeIterator FindByCode(const std::vector<CatalogNode>& nodes, std::string_view code) {
+    return std::find_if(nodes.begin(), nodes.end(),
+                        [&](const CatalogNode& node) { return SplitAtBlank(node.data).first == code; });
+}
+
+NodeIterator FindSeries(const CatalogNode& commodity, const ContractKey& key) {
+    return std::find_if(commodity.children.begin(), commodity.children.end(), [&](const CatalogNode& node) {
+        return SplitAtBlank(node.data).second == key.contractNo.View();
+    });
+}
+
 }  // namespace
 
 bool ListsStrikes(char commodityType) {
@@ -145,6 +158,46 @@ std::vector<CatalogNode> BuildCatalog(const TradeData& trade, const std::string&
         }
     }
     return exchanges;
+}
+
+std::vector<std::size_t> FindInCatalog(const std::vector<CatalogNode>& catalog,
+                                       std::string_view contractText) {
+    const auto [exchangeNo, rest] = SplitAtBlank(contractText);
+    const std::string_view commodityNo = SplitAtBlank(rest).first;
+    ContractKey key{};
+    if (!ParseContractText(contractText, key)) {
+        key = ContractKey{};
+    }
+    std::vector<std::size_t> path;
+    const auto exchange = FindByCode(catalog, exchangeNo);
+    if (exchange == catalog.end()) {
+        return path;
+    }
+    path.push_back(static_cast<std::size_t>(exchange - catalog.begin()));
+    const std::vector<CatalogNode>& commodities = exchange->children;
+    auto best = commodities.end();
+    int bestFit = 0;
+    for (auto each = commodities.begin(); each != commodities.end(); ++each) {
+        const auto [code, type] = SplitAtBlank(each->data);
+        if (code != commodityNo || commodityNo.empty()) {
+            continue;
+        }
+        // A contract without its strike reads like a future, and names the series of an option.
+        const bool ofType = !type.empty() && type.front() == key.commodityType;
+        const int fit = ofType ? 3 : FindSeries(*each, key) != each->children.end() ? 2 : 1;
+        if (fit > bestFit) {
+            best = each;
+            bestFit = fit;
+        }
+    }
+    if (best == commodities.end()) {
+        return path;
+    }
+    path.push_back(static_cast<std::size_t>(best - commodities.begin()));
+    if (const auto series = FindSeries(*best, key); series != best->children.end()) {
+        path.push_back(static_cast<std::size_t>(series - best->children.begin()));
+    }
+    return path;
 }
 
 ContractChoice ReadChoice(std::span<const std::string_view> path) {
@@ -245,4 +298,24 @@ std::string ContractRows::Text(char commodityType, std::size_t row, int column) 
     std::string text;
     FormatContractText(m_contracts[row].key, text, true, false, TradeData(nullptr));
     return text;
+}
+
+std::optional<ContractRows::Cell> ContractRows::Find(const ContractChoice& choice,
+                                                     std::string_view contractText) const {
+    ContractKey wanted{};
+    if (!ParseContractText(contractText, wanted)) {
+        return std::nullopt;
+    }
+    const int columns = choice.commodityType == CommodityType::kOption ? 2 : 1;
+    for (std::size_t row = 0; row < Count(choice.commodityType); ++row) {
+        for (int column = 0; column < columns; ++column) {
+            const std::string cell = Text(choice.commodityType, row, column);
+            ContractKey key{};
+            if (!cell.empty() && ParseContractText(ListClickText(choice, cell), key) &&
+                std::memcmp(&key, &wanted, sizeof key) == 0) {
+                return Cell{row, column};
+            }
+        }
+    }
+    return std::nullopt;
 }

@@ -3,6 +3,7 @@
 #include "trade/trade_data.h"
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -28,6 +29,12 @@ std::string CommodityOrderKey(const CommodityRecord& commodity);
 // only the exchanges that trade on the nearby/forward model.
 std::vector<CatalogNode> BuildCatalog(const TradeData& trade, const std::string& sign, bool forwardOnly);
 
+// The way to what a typed contract text names: the positions of its exchange, commodity and series among
+// their siblings, as far as they are known. Of the commodities with one code the one of the text's type is
+// meant.
+std::vector<std::size_t> FindInCatalog(const std::vector<CatalogNode>& catalog,
+                                       std::string_view contractText);
+
 // What a clicked node stands for.
 struct ContractChoice {
     enum class Level { Exchange, Commodity, Series };
@@ -37,6 +44,8 @@ struct ContractChoice {
     std::string commodityNo;
     char commodityType = 0;  // 0: no commodity
     std::string seriesNo;
+
+    bool operator==(const ContractChoice&) const = default;
 };
 
 // Reads a choice from the data of the clicked node and of its ancestors, the node first. Empty or deeper
@@ -60,6 +69,12 @@ public:
     std::size_t Count(char commodityType) const;
     // Text of a cell; empty beyond the last row.
     std::string Text(char commodityType, std::size_t row, int column) const;
+    // The cell whose choice means the contract of a typed text.
+    struct Cell {
+        std::size_t row;
+        int column;
+    };
+    std::optional<Cell> Find(const ContractChoice& choice, std::string_view contractText) const;
 
 private:
     std::vector<ContractRecord> m_contracts;

@@ -1,9 +1,5 @@
 #include "controls/sele_code_tree_ctrl.h"
 
-BEGIN_MESSAGE_MAP(CSeleCodeTreeCtrl, CTreeCtrl)
-ON_WM_NCHITTEST()
-END_MESSAGE_MAP()
-
 HTREEITEM CSeleCodeTreeCtrl::AppendNode(const std::string& text, const std::string& data, HTREEITEM parent) {
     TVINSERTSTRUCTA insert{};
     insert.hParent = parent;
@@ -12,16 +8,4 @@ HTREEITEM CSeleCodeTreeCtrl::AppendNode(const std::string& text, const std::stri
     insert.item.pszText = const_cast<char*>(text.c_str());  // read only by the control
     insert.item.lParam = reinterpret_cast<LPARAM>(data.c_str());
     return reinterpret_cast<HTREEITEM>(DefWindowProc(TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&insert)));
-}
-
-LRESULT CSeleCodeTreeCtrl::OnNcHitTest(POINT point) {
-    const LRESULT hit = CTreeCtrl::OnNcHitTest(point);
-    FocusOnHover(m_hWnd, hit);
-    return hit;
-}
-
-void FocusOnHover(HWND control, LRESULT hit) {
-    if (hit == HTCLIENT && control && ::GetFocus() != control) {
-        ::SetFocus(control);
-    }
 }

@@ -87,6 +87,8 @@ int CSeleCodeWnd::OnCreate(LPCREATESTRUCT create) {
         !m_list.Create(kListStyle, RECT{}, m_hWnd, kSeleCodeListId)) {
         return -1;
     }
+    m_tree.SetRestingMouse(&m_mouse);
+    m_list.SetRestingMouse(&m_mouse);
     m_tree.ShowWindow(SW_SHOW);
     m_tree.SetFont(m_treeFont.Get());
     m_list.ShowWindow(SW_SHOW);
@@ -237,6 +239,13 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
         m_tree.Expand(item);
     }
     m_tree.SelectItem(item);
+    if (!ChooseSelectedNode()) {
+        // Nothing more may happen in a tree that is gone.
+        *result = 1;
+    }
+}
+
+bool CSeleCodeWnd::ChooseSelectedNode() {
     OpenSingleChildren(m_tree.GetSelectedItem());
     m_choice = ChoiceOf(m_tree.GetSelectedItem());
     if (m_choice.level == ContractChoice::Level::Exchange) {
@@ -246,10 +255,7 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
         ShowWindow(SW_HIDE);
     }
     FillList();
-    if (!m_hWnd || !SendChoice(TreeClickText(m_choice))) {
-        // Nothing more may happen in a tree that is gone.
-        *result = 1;
-    }
+    return m_hWnd && SendChoice(TreeClickText(m_choice));
 }
 
 void CSeleCodeWnd::OpenSingleChildren(HTREEITEM item) {
@@ -348,6 +354,10 @@ BOOL CSeleCodeWnd::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) {
     }
     if (header.hwndFrom == m_list.m_hWnd && header.code == NM_CLICK) {
         return OnListClick(*reinterpret_cast<const NMITEMACTIVATE*>(lParam), wParam, lParam, result);
+    }
+    if (header.code == static_cast<UINT>(NM_KEYDOWN)) {
+        *result = OnPartKey(header.hwndFrom, reinterpret_cast<const NMKEY*>(lParam)->nVKey);
+        return TRUE;
     }
     return CWnd::OnNotify(wParam, lParam, result);
 }

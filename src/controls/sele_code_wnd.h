@@ -18,9 +18,9 @@ inline constexpr UINT WM_SELECTCODE = WM_USER + 110;
 inline constexpr UINT kSeleCodeTreeId = 11100;
 inline constexpr UINT kSeleCodeListId = 11101;
 
-// The popup in which a contract is picked with the mouse: a tree of exchanges, commodities and option series,
-// and beside it the contracts or strikes of the chosen one. Only clicks choose; moving about with the
-// keyboard sends nothing.
+// The popup in which a contract is picked: a tree of exchanges, commodities and option series, and beside it
+// the contracts or strikes of the chosen one. Clicks and Enter choose; moving about with the keyboard sends
+// nothing.
 class CSeleCodeWnd : public CWnd {
 public:
     // `trade` is asked whenever the tree or the list is filled.
@@ -37,6 +37,8 @@ public:
     // not be created.
     bool CreatePopup(HWND owner);
     void SetNotifyWnd(HWND owner) { m_notifyWindow = owner; }
+    // The owner's control that gets the keyboard when a key closes the popup; null: the system decides.
+    void SetKeyboardHome(HWND control) { m_keyboardHome = control; }
     // Only exchanges that trade on the nearby/forward model; from the next Refresh on.
     void SetExchangeFilter(bool forwardOnly) { m_forwardOnly = forwardOnly; }
     // Fills the tree with the sign's data ("" means all); keeps it when it is filled already and neither the
@@ -46,6 +48,9 @@ public:
     void PlaceUnder(HWND button);
     // Hides the visible popup; shows and focuses the hidden one.
     void Toggle();
+    // As Toggle, for a key: shown, it stands on what the contract text names, with the keyboard in the list
+    // when the contract itself is there. Tells the owner nothing.
+    void ToggleOn(const std::string& contractText);
 
 protected:
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override;
@@ -62,6 +67,8 @@ protected:
 private:
     void InsertNodes(const std::vector<CatalogNode>& nodes, HTREEITEM parent);
     void OnTreeClick(LRESULT* result);
+    // What a click on the selected node does. False when the owner destroyed the popup.
+    bool ChooseSelectedNode();
     void OpenSingleChildren(HTREEITEM item);
     void CloseOtherExchanges(HTREEITEM item);
     ContractChoice ChoiceOf(HTREEITEM item) const;
@@ -69,11 +76,18 @@ private:
     void SetUpColumns();
     BOOL OnListClick(const NMITEMACTIVATE& click, WPARAM wParam, LPARAM lParam, LRESULT* result);
     void ShowCell(NMLVDISPINFOA& cell) const;
+    // True when the popup uses the key itself.
+    bool OnPartKey(HWND part, UINT key);
+    void EnterList();
+    void CloseByKey();
+    bool GoToContract(const std::string& contractText);
     // False when the owner destroyed the popup.
     bool SendChoice(const std::string& text);
 
     TradeData (*m_trade)();
     HWND m_notifyWindow = nullptr;
+    HWND m_keyboardHome = nullptr;
+    RestingMouse m_mouse;
     bool m_built = false;
     bool m_forwardOnly = false;
     std::string m_lastSign;

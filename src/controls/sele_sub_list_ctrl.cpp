@@ -1,6 +1,5 @@
 #include "controls/sele_sub_list_ctrl.h"
 
-#include "controls/sele_code_tree_ctrl.h"
 #include "framework/owned_handle.h"
 
 namespace {
@@ -8,23 +7,57 @@ constexpr int kTextIndent = 5;
 }
 
 BEGIN_MESSAGE_MAP(CSeleSubListCtrl, CListCtrl)
-ON_WM_NCHITTEST()
+ON_MESSAGE(WM_KEYDOWN, &CSeleSubListCtrl::OnKeyDown)
 ON_WM_MOUSEMOVE()
 ON_NOTIFY_REFLECT(NM_CLICK, &CSeleSubListCtrl::OnClick)
 ON_NOTIFY_REFLECT(NM_CUSTOMDRAW, &CSeleSubListCtrl::OnCustomDraw)
 END_MESSAGE_MAP()
 
-LRESULT CSeleSubListCtrl::OnNcHitTest(POINT point) {
-    const LRESULT hit = CListCtrl::OnNcHitTest(point);
-    FocusOnHover(m_hWnd, hit);
-    return hit;
+// Left and Right go from column to column; every other key walks the rows as it does in any list.
+LRESULT CSeleSubListCtrl::OnKeyDown(WPARAM key, LPARAM) {
+    if (key == VK_LEFT || key == VK_RIGHT) {
+        SetHotCell(m_hotRow, std::clamp(m_hotColumn + (key == VK_RIGHT ? 1 : -1), 0, LastColumn()));
+        return 0;
+    }
+    if (m_hotRow >= 0 && m_hotRow != FocusedRow()) {
+        GoToCell(m_hotRow, m_hotColumn);  // the mouse has been elsewhere meanwhile
+    }
+    const LRESULT result = Default();
+    if (const int row = FocusedRow(); m_hWnd && row >= 0 && row != m_hotRow) {
+        SetHotCell(row, std::max(m_hotColumn, 0));
+    }
+    return result;
+}
+
+void CSeleSubListCtrl::GoToCell(int row, int column) {
+    constexpr UINT kAll = LVIS_FOCUSED | LVIS_SELECTED;
+    ListView_SetItemState(m_hWnd, -1, 0, kAll);
+    ListView_SetItemState(m_hWnd, row, kAll, kAll);
+    ListView_SetSelectionMark(m_hWnd, row);
+    ListView_EnsureVisible(m_hWnd, row, FALSE);
+    SetHotCell(row, column);
+}
+
+void CSeleSubListCtrl::TakeKeyboard() {
+    GoToCell(std::max(FocusedRow(), 0), std::clamp(m_hotColumn, 0, LastColumn()));
+    SetFocus();
+}
+
+std::string CSeleSubListCtrl::HotText() const {
+    return m_hotRow >= 0 && m_hotColumn >= 0 && m_hotColumn <= LastColumn()
+               ? GetItemText(m_hotRow, m_hotColumn)
+               : std::string();
 }
 
 void CSeleSubListCtrl::OnMouseMove(UINT keys, POINT point) {
-    int row = -1;
-    int column = -1;
-    SubItemHitTest(point, &row, &column);
-    SetHotCell(row, column);
+    POINT screen = point;
+    ::ClientToScreen(m_hWnd, &screen);
+    if (!MouseRestsAt(screen)) {
+        int row = -1;
+        int column = -1;
+        SubItemHitTest(point, &row, &column);
+        SetHotCell(row, column);
+    }
     CListCtrl::OnMouseMove(keys, point);
 }
 

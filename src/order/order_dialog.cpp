@@ -45,6 +45,7 @@ ON_MESSAGE(WM_SELECTCODE, &CEmendoOrder::OnSelectCode)
 ON_BN_CLICKED(IDC_CANCEL, &CEmendoOrder::OnCancelClicked)
 ON_BN_CLICKED(IDC_CONFIRM, &CEmendoOrder::OnConfirm)
 ON_BN_CLICKED(IDC_CONTRACT_PICK, &CEmendoOrder::OnPickContract)
+ON_CONTROL(CContractEdit::kPickerAsked, IDC_CONTRACT, &CEmendoOrder::OnPickContractByKey)
 ON_EN_KILLFOCUS(IDC_CONTRACT, &CEmendoOrder::OnContractFocusLost)
 ON_CBN_SELCHANGE(IDC_ACCOUNT, &CEmendoOrder::OnAccountSelected)
 ON_CBN_KILLFOCUS(IDC_ACCOUNT, &CEmendoOrder::OnAccountFocusLost)
@@ -89,6 +90,7 @@ BOOL CEmendoOrder::OnInitDialog() {
     CDialog::OnInitDialog();
     SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetUpCombos();
+    m_contractEdit.SubclassDlgItem(IDC_CONTRACT, m_hWnd);
     m_numbers.Attach(m_hWnd);
     m_form.validUntil = SystemClock().Now().fields;
     ListWords();

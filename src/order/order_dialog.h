@@ -5,6 +5,7 @@
 #include "controls/x_combo_box.h"
 #include "framework/self_owned_dialog.h"
 #include "order/carry_lists.h"
+#include "order/contract_edit.h"
 #include "order/order_layout.h"
 #include "order/order_population.h"
 #include "order/order_submission.h"
@@ -66,6 +67,7 @@ protected:
     void OnChosenPositionClicked();
     void OnContractFocusLost();
     void OnPickContract();
+    void OnPickContractByKey();
     LRESULT OnSelectCode(WPARAM text, LPARAM sign);
     void OnNumberFocus(UINT controlId);
     void OnNumberUpdate(UINT controlId);
@@ -123,6 +125,8 @@ private:
     void UpdateFilters();
     void UpdateQuantities(const PositionRecord* changed);
 
+    // Makes, fills and places the contract picker. False when there is none.
+    bool PreparePicker();
     void Finish(const Submission& submission);
 
     unsigned m_templateId;
@@ -136,6 +140,7 @@ private:
     Contract m_contract;
     NumericEntry m_numbers;
     std::array<CxComboBox, 10> m_combos;
+    CContractEdit m_contractEdit;
     CSeleCodeWnd::Owner m_picker;
     CarryLists m_carryLists;
     bool m_started = false;  // lists and values are there, changes of controls are the operator's

@@ -153,19 +153,32 @@ void CEmendoOrder::TakeShownContract() {
 }
 
 void CEmendoOrder::OnPickContract() {
+    if (PreparePicker()) {
+        m_picker->Toggle();
+    }
+}
+
+void CEmendoOrder::OnPickContractByKey() {
+    if (PreparePicker()) {
+        m_picker->ToggleOn(GetDlgItemText(IDC_CONTRACT));
+    }
+}
+
+bool CEmendoOrder::PreparePicker() {
     if (!m_picker) {
         m_picker.reset(new CSeleCodeWnd);
     }
     if (!m_picker->m_hWnd) {
         if (!m_picker->CreatePopup(m_hWnd)) {
-            return;
+            return false;
         }
         m_picker->SetNotifyWnd(m_hWnd);
+        m_picker->SetKeyboardHome(GetDlgItem(IDC_CONTRACT));
     }
     m_picker->SetExchangeFilter(m_form.mode == OrderMode::Carry);
     m_picker->Refresh("");
     m_picker->PlaceUnder(GetDlgItem(IDC_CONTRACT_PICK));
-    m_picker->Toggle();
+    return true;
 }
 
 // The sign that comes with the choice belongs to the contract's data; the dialog keeps the account's. An

@@ -48,6 +48,38 @@ TEST(ContractCatalog, OrdersTheProductsBehindTheirBase) {
     }
 }
 
+TEST(ContractCatalog, FindsWhatATextNames) {
+    SampleContracts book;
+    book.AddUsualBook();
+    book.AddCommodity('O', "CA", "Options on copper");
+    book.AddContract("1509 C900");
+    const std::vector<CatalogNode> catalog = BuildCatalog(TradeData(&book), "", false);
+    const struct {
+        const char* text;
+        const char* path;  // of the texts
+    } rows[] = {
+        {"LMX CA 1509", "LMX[Metal]/CA[Copper]/"},  // the future, though the option has this series
+        {"LMX CA 1509 C900", "LMX[Metal]/CA[Options on copper]/CA 1509/"},
+        {"LMX CA 1509 P9", "LMX[Metal]/CA[Options on copper]/CA 1509/"},
+        {"LMX CA", "LMX[Metal]/CA[Copper]/"},
+        {"EXA CMO 1512", "EXA[Exchange A]/CMO[Options]/CMO 1512/"},
+        {"EXA CMO 1601 C1", "EXA[Exchange A]/CMO[Options]/"},
+        {"EXA cm 1509", "EXA[Exchange A]/"},
+        {"EXA  1509", "EXA[Exchange A]/"},
+        {"EX", ""},
+        {"", ""},
+    };
+    for (const auto& row : rows) {
+        std::string path;
+        const std::vector<CatalogNode>* nodes = &catalog;
+        for (const std::size_t index : FindInCatalog(catalog, row.text)) {
+            path += nodes->at(index).text + "/";
+            nodes = &nodes->at(index).children;
+        }
+        EXPECT_EQ(path, row.path) << row.text;
+    }
+}
+
 TEST(ContractCatalog, ClicksSendContractTexts) {
     const struct {
         std::vector<std::string_view> path;
