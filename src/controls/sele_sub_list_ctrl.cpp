@@ -108,12 +108,18 @@ void CSeleSubListCtrl::PaintCell(HDC dc, int row, int column) const {
     const std::string text = GetItemText(row, column);
     RECT cell = CellRect(row, column);
     ::FillRect(dc, &cell, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
-    if (row == m_hotRow && column == m_hotColumn) {
+    const bool hot = row == m_hotRow && column == m_hotColumn;
+    const COLORREF colour = ::GetTextColor(dc);
+    if (hot) {
         ::FillRect(dc, &cell, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+    } else if (ListView_GetItemState(m_hWnd, row, LVIS_SELECTED) != 0) {
+        // The system's colour for a selected row is meant for a background that only the hot cell has.
+        ::SetTextColor(dc, ::GetSysColor(COLOR_WINDOWTEXT));
     }
     cell.left += kTextIndent;
     cell.right += kTextIndent;
     const int former = ::SetBkMode(dc, TRANSPARENT);
     ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &cell, 0);
     ::SetBkMode(dc, former);
+    ::SetTextColor(dc, colour);
 }
