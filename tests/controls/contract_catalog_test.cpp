@@ -51,7 +51,7 @@ TEST(ContractCatalog, OrdersTheProductsBehindTheirBase) {
 TEST(ContractCatalog, FindsWhatATextNames) {
     SampleContracts book;
     book.AddUsualBook();
-    book.AddCommodity('O', "CA", "Options on copper");
+    book.AddCommodity('O', "CA", "Options on copper", "CA");
     book.AddContract("1509 C900");
     const std::vector<CatalogNode> catalog = BuildCatalog(TradeData(&book), "", false);
     const struct {
