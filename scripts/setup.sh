@@ -10,6 +10,7 @@ packages=(
     g++-mingw-w64-i686-posix binutils-mingw-w64-i686        # Windows compiler and resource compiler
     g++-multilib                                            # native 32-bit build
     clang libclang-rt-14-dev                                # fuzz targets
+    clang-format                                            # the rules of the house
     lld                                                     # with clang: terminals of the other compiler
     googletest nlohmann-json3-dev
     cmark-gfm zip unzip                                     # the package: pages, archive
