@@ -66,10 +66,11 @@ protected:
 
 TEST_F(Monkey, DoesNoHarm) {
     const int seed = Stage::Setting("EMENDO_SEED", 1);
-    const int plans = Stage::Setting("EMENDO_PLANS", 20);
+    const int plans = Stage::Setting("EMENDO_PLANS", 10);
     int failures = Stage::Setting("EMENDO_FAILURES", 3);
-    int next = seed;
+    int played = 0;
     const auto playNext = [&] {
+        const int next = seed + played++ % plans;
         Plan plan = MakeMuddle(static_cast<unsigned>(next), kActions);
         if (failures > 0 && !Play(plan).empty()) {
             --failures;
@@ -77,8 +78,12 @@ TEST_F(Monkey, DoesNoHarm) {
             ADD_FAILURE() << "seed " << next << ", shortened: " << plan.Words() << failure;
         }
         stage.Raise();
-        ++next;
     };
+    // The system's own stores, of device contexts say, grow with what is new to them; a second time nothing
+    // is.
+    while (played < plans) {
+        playNext();
+    }
     KeptByEach(playNext, plans);
     std::cout << actions << " actions\n";
     EXPECT_GT(actions, plans * kActions / 4);

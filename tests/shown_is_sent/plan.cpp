@@ -94,6 +94,7 @@ const std::vector<Field> kFillFields = {
     {IDC_FEE, 'n', 0, kFees},
     {0, 'q'},
 };
+constexpr std::size_t kQuantity = 6;
 // The places of what has to be entered before a request can go out, by mode.
 const std::vector<std::size_t> kOrderNeeds[] = {
     {0, 1, 2, 3, 4, 6, 5, 7, 8, 9, 10}, {0, 1, 2, 12, 7, 10, 11}, {6, 8}, {}, {0}, {0, 1, 2, 12, 3, 6}};
@@ -120,7 +121,8 @@ public:
         const std::vector<std::size_t> fill = m_plan.recordKind >= 0
                                                   ? std::vector<std::size_t>{8}
                                                   : std::vector<std::size_t>{0, 1, 2, 3, 4, 5, 6, 7, 8};
-        for (const std::size_t place : m_plan.fillDialog ? fill : kOrderNeeds[m_plan.mode]) {
+        const std::vector<std::size_t>& needs = m_plan.fillDialog ? fill : kOrderNeeds[m_plan.mode];
+        for (const std::size_t place : needs) {
             Visit(Fields()[place], !OneIn(m_random, 15));
             if (OneIn(m_random, 8)) {
                 VisitAny();
@@ -130,10 +132,17 @@ public:
                 Visit(Fields()[place], true);
             }
         }
-        for (int rounds = 1 + Below(m_random, 3); rounds > 0; --rounds) {
+        // Corrected and confirmed again; after an input the next order begins without a quantity.
+        for (int rounds = 2 + Below(m_random, 7); rounds > 0; --rounds) {
             Confirm();
             for (int more = Below(m_random, 4); more > 0; --more) {
                 VisitAny();
+            }
+            for (int more = OneIn(m_random, 3) ? 0 : 2; more > 0 && !needs.empty(); --more) {
+                Visit(Fields()[needs[m_random() % needs.size()]], true);
+            }
+            if (!m_plan.fillDialog && m_plan.mode == 0) {
+                Visit(Fields()[kQuantity], true);
             }
         }
         Confirm();
