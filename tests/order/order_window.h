@@ -71,6 +71,9 @@ protected:
                                           static_cast<int>(mode), record, parent);
         const bool created = g_pOrderDialog->Create();
         window = created ? g_pOrderDialog->m_hWnd : nullptr;
+        if (!created && g_pOrderDialog) {
+            delete g_pOrderDialog;
+        }
         return created;
     }
     void Open(OrderMode mode, OrderRecord* record = nullptr) {
