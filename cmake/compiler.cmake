@@ -8,11 +8,11 @@ if(WIN32)
     add_compile_definitions(WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
     add_link_options(-static -static-libgcc -static-libstdc++)
     # What is shipped: nothing that nobody calls, and the same bytes wherever and whenever it is built, so no path of the
-    # machine and no time in it.
+    # machine and no time in it. Data stays in common sections: in sections of its own, zeros would be written to the file.
     set(part "$<TARGET_PROPERTY:SOURCE_DIR>")
     set(shipped "$<OR:$<PATH:IS_PREFIX,${PROJECT_SOURCE_DIR}/src,${part}>,$<PATH:IS_PREFIX,${PROJECT_SOURCE_DIR}/host,${part}>,$<PATH:IS_PREFIX,${PROJECT_SOURCE_DIR}/probe,${part}>>")
     add_compile_options(
-        "$<${shipped}:-ffile-prefix-map=${CMAKE_BINARY_DIR}=build;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffunction-sections;-fdata-sections>")
+        "$<${shipped}:-ffile-prefix-map=${CMAKE_BINARY_DIR}=build;-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffunction-sections>")
     add_link_options("$<${shipped}:-Wl,--gc-sections;-Wl,--no-insert-timestamp>")
     option(EMENDO_LINE_TABLES "Tell debuggers which line an instruction is of" OFF)
     if(EMENDO_LINE_TABLES)
