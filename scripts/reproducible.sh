@@ -8,8 +8,10 @@ trap 'rm -rf "$work"' EXIT
 export CCACHE_DISABLE=1
 unset CMAKE_C_COMPILER_LAUNCHER CMAKE_CXX_COMPILER_LAUNCHER
 
+commit=$(git rev-parse HEAD)
 for folder in "$work/one" "$work/another/one/further/down"; do
-    git clone --quiet --no-local . "$folder"
+    git clone --quiet --no-local --no-checkout . "$folder"
+    git -C "$folder" checkout --quiet "$commit"
     "$folder/scripts/package.sh"
 done
 first=("$work"/one/out/*.zip)
