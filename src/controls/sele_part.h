@@ -19,12 +19,12 @@ private:
 };
 
 // A key on its way to a part of the contract popup, as NM_KEYDOWN to the popup: true when the popup has used
-// it. The part may be gone then.
+// it. The control may be gone then.
 bool OfferKey(const CWnd& part, WPARAM key);
 // Gives the keyboard to a part whose client area is under the mouse; `hit` is its own hit test's result.
 void FocusOnHover(HWND part, LRESULT hit);
 
-// What the tree and the list of the contract popup have in common: the part under the mouse takes the
+// What the tree and the list of the contract popup have in common: the one under the mouse takes the
 // keyboard, so that the wheel scrolls what is pointed at, and the popup sees every key first, whether or not
 // the host forwards the messages of its loop.
 template <typename Control>
