@@ -25,6 +25,7 @@ ON_WM_DESTROY()
 ON_CONTROL_REFLECT(CBN_DROPDOWN, &CxComboBox::OnOpening)
 ON_CBN_EDITUPDATE_REFLECT(&CxComboBox::OnEditUpdate)
 ON_CBN_SELCHANGE_REFLECT(&CxComboBox::OnOperatorSelection)
+ON_CONTROL_REFLECT(CBN_SETFOCUS, &CxComboBox::OnFocusReport)
 ON_WM_SETCURSOR()
 END_MESSAGE_MAP()
 
@@ -135,6 +136,17 @@ LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         AfterOpening();
     }
     return result;
+}
+
+// The dialog asks the host when a box is entered, and the host may take the dialog away. The system's control
+// and dialog go on writing to themselves after they have moved the keyboard, so the report comes behind that.
+bool CxComboBox::OnFocusReport() {
+    if (m_messageDepth == 0) {
+        return false;
+    }
+    ::PostMessageA(NearestDialog(m_hWnd), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), CBN_SETFOCUS),
+                   reinterpret_cast<LPARAM>(m_hWnd));
+    return true;
 }
 
 void CxComboBox::Report() {

@@ -92,6 +92,7 @@ protected:
     bool OnEditUpdate();
     bool OnOpening();
     bool OnOperatorSelection();
+    bool OnFocusReport();
     BOOL OnSetCursor(HWND window, UINT hitTest, UINT message);
 
     DECLARE_MESSAGE_MAP()

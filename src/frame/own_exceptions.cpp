@@ -46,6 +46,12 @@ void PrepareReserve() {
     std::set_terminate(formerly);
 }
 
+// The lock of the objects that are made at their first use takes memory as well, and ends the process when
+// there is none.
+void PrepareFirstUses() {
+    [[maybe_unused]] static const DWORD madeAtFirstUse = GetCurrentThreadId();
+}
+
 }  // namespace
 
 extern "C" {
@@ -59,6 +65,7 @@ void PrepareExceptions() noexcept {
     if (!prepared) {
         prepared = true;
         PrepareReserve();
+        PrepareFirstUses();
     }
     try {
         throw 0;  // the thread's list of exceptions, the order of the unwind tables and their lock

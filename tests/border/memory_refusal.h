@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/guard_heap.h"
+#include "support/import_table.h"
 
 #include <windows.h>
 
@@ -25,7 +26,11 @@ public:
     void RefuseOnly(unsigned number) { Refuse(number, number); }
     void RefuseFrom(unsigned number) { Refuse(number, UINT32_MAX); }
     void RefuseNone() { Refuse(0, 0); }
+    // Since one of these was called last.
+    unsigned Asked() const { return m_guard ? m_guard->allocations : s_asked; }
     unsigned Refused() const { return m_guard ? m_guard->refused : s_refused; }
+    // Of the library, in use; 0 without the guard heap.
+    unsigned Blocks() const { return m_guard ? m_guard->blocks : 0; }
 
 private:
     void Refuse(unsigned from, unsigned to) {
@@ -50,27 +55,14 @@ private:
         return Refuses() ? nullptr : s_realloc(block, size);
     }
 
-    // The import table: for each library its names and, side by side with them, the addresses that are
-    // called.
     template <typename Function>
     static void Replace(HMODULE library, const char* name, Function replacement, Function& former) {
-        char* const base = reinterpret_cast<char*>(library);
-        const auto* headers =
-            reinterpret_cast<IMAGE_NT_HEADERS32*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-        const DWORD imports =
-            headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-        for (auto* from = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports); from->Name; ++from) {
-            const auto* names = reinterpret_cast<DWORD*>(base + from->OriginalFirstThunk);
-            auto* addresses = reinterpret_cast<Function*>(base + from->FirstThunk);
-            for (; *names; ++names, ++addresses) {
-                if (!(*names & IMAGE_ORDINAL_FLAG32) && std::strcmp(base + *names + 2, name) == 0) {
-                    DWORD access = 0;
-                    VirtualProtect(addresses, sizeof(*addresses), PAGE_READWRITE, &access);
-                    former = *addresses;
-                    *addresses = replacement;
-                }
+        ForEachImport(library, [&](const char* imported, void*& address) {
+            if (std::strcmp(imported, name) == 0) {
+                former = reinterpret_cast<Function>(address);
+                ExchangeImport(address, reinterpret_cast<void*>(replacement));
             }
-        }
+        });
     }
 
     GuardHeap* m_guard;

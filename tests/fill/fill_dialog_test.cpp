@@ -190,22 +190,6 @@ TEST_F(FillDialog, ARequestThatTakesTheDialogAwayIsSurvived) {
     EXPECT_EQ(service.fills.size(), 2u);
 }
 
-TEST_F(FillDialog, AHostThatTakesTheDialogAwayDuringALookUpIsSurvived) {
-    LoseHostAtEveryLookUp(book, [&](HWND parent) {
-        g_pFillDialog = new CEmendoMatch(0, &order, kRecordKindOrder, parent);
-        if (g_pFillDialog->Create()) {
-            window = g_pFillDialog->m_hWnd;
-            Choose(IDC_EXCHANGE, "EXA");
-            Choose(IDC_COMMODITY, "CM");
-            Focus(IDC_FILL_PRICE_WHOLE);
-            SetText(IDC_FILL_PRICE_WHOLE, "5");
-            Press(IDC_CONFIRM);
-        }
-        EXPECT_EQ(g_pFillDialog, nullptr);
-    });
-    EXPECT_EQ(service.fills.size(), 1u) << "only the entry whose dialog stayed";
-}
-
 // The system keeps some memory for every dialog of this template.
 TEST_F(FillDialog, OpeningAndClosingLeavesNothing) {
     const auto bare = [&] {

@@ -374,22 +374,6 @@ TEST_F(OrderDialog, AHostWithoutAnythingLeavesEmptyLists) {
     }
 }
 
-// The window may go in any operation that the host is asked for, in start-up, reactions and confirmation.
-TEST_F(OrderDialog, AHostThatTakesTheDialogAwayDuringALookUpIsSurvived) {
-    for (const OrderMode mode : {OrderMode::Modify, OrderMode::Carry}) {
-        LoseHostAtEveryLookUp(api, [&](HWND parent) {
-            if (Create(mode, &ServerOrder(), parent)) {
-                Choose(IDC_ACCOUNT, "100");
-                SendMessageA(window, WM_SELECTCODE, reinterpret_cast<WPARAM>("EXA CM 1509"), 0);
-                Choose(IDC_ORDER_TYPE, "Limit");
-                Command(mode == OrderMode::Modify ? IDC_CONFIRM : IDC_CANCEL);
-            }
-            EXPECT_EQ(g_pOrderDialog, nullptr);
-        });
-    }
-    EXPECT_EQ(service.orders.size(), 2u) << "only where the host goes at the end, or not at all";
-}
-
 // The first rounds fill the system's own caches, and the system keeps some memory for every dialog of the
 // templates.
 TEST_F(OrderDialog, OpeningAndClosingLeavesNothingBehind) {

@@ -2,11 +2,9 @@
 
 #include "framework/window_helpers.h"
 #include "support/window_kit.h"
-#include "trade/fake_trade.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <initializer_list>
 #include <string>
 
@@ -55,23 +53,3 @@ protected:
         return Text(id);
     }
 };
-
-// Lives a dialog's life again and again; each time the host's window goes during another of the host's
-// look-ups.
-inline void LoseHostAtEveryLookUp(FakeTradeApi& api, const std::function<void(HWND host)>& life) {
-    for (int fatal = 0;; ++fatal) {
-        HostWindow host;
-        int asked = 0;
-        api.whileAsked = [&] {
-            if (asked++ == fatal) {
-                host.Destroy();
-            }
-        };
-        life(host.Get());
-        api.whileAsked = nullptr;
-        if (asked <= fatal) {
-            EXPECT_GT(fatal, 10);
-            return;
-        }
-    }
-}

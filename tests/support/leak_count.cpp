@@ -12,26 +12,6 @@
 
 namespace {
 
-// The process's table of GDI handles, which the system keeps in readable memory.
-int CountGdiObjects() {
-    struct Entry {
-        std::uint8_t unused1[14];
-        std::uint8_t type;
-        std::uint8_t unused2[9];
-    };
-    static_assert(sizeof(Entry) == 24);
-    constexpr int entryCount = 65536;
-    const char* block = nullptr;
-    __asm__("movl %%fs:0x30, %0" : "=r"(block));
-    const Entry* table = nullptr;
-    std::memcpy(&table, block + 0x94, sizeof(table));
-    int live = 0;
-    for (int index = 0; table && index < entryCount; ++index) {
-        live += table[index].type != 0;
-    }
-    return live;
-}
-
 BOOL CALLBACK CountWindow(HWND, LPARAM counter) {
     ++*reinterpret_cast<int*>(counter);
     return TRUE;
@@ -41,16 +21,6 @@ BOOL CALLBACK CountWithChildren(HWND window, LPARAM counter) {
     CountWindow(window, counter);
     EnumChildWindows(window, CountWindow, counter);
     return TRUE;
-}
-
-int CountWindows() {
-    int count = 0;
-    EnumThreadWindows(GetCurrentThreadId(), CountWithChildren, reinterpret_cast<LPARAM>(&count));
-    for (HWND window = FindWindowExA(HWND_MESSAGE, nullptr, nullptr, nullptr); window;
-         window = FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr)) {
-        count += GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
-    }
-    return count;
 }
 
 long long BytesInUse(HANDLE heap) {
@@ -72,6 +42,36 @@ long long CountHeapBytes() {
 }
 
 }  // namespace
+
+// The process's table of GDI handles, which the system keeps in readable memory.
+int CountGdiObjects() {
+    struct Entry {
+        std::uint8_t unused1[14];
+        std::uint8_t type;
+        std::uint8_t unused2[9];
+    };
+    static_assert(sizeof(Entry) == 24);
+    constexpr int entryCount = 65536;
+    const char* block = nullptr;
+    __asm__("movl %%fs:0x30, %0" : "=r"(block));
+    const Entry* table = nullptr;
+    std::memcpy(&table, block + 0x94, sizeof(table));
+    int live = 0;
+    for (int index = 0; table && index < entryCount; ++index) {
+        live += table[index].type != 0;
+    }
+    return live;
+}
+
+int CountWindows() {
+    int count = 0;
+    EnumThreadWindows(GetCurrentThreadId(), CountWithChildren, reinterpret_cast<LPARAM>(&count));
+    for (HWND window = FindWindowExA(HWND_MESSAGE, nullptr, nullptr, nullptr); window;
+         window = FindWindowExA(HWND_MESSAGE, window, nullptr, nullptr)) {
+        count += GetWindowThreadProcessId(window, nullptr) == GetCurrentThreadId();
+    }
+    return count;
+}
 
 long long KeptByEach(const std::function<void()>& use, int rounds) {
     if (const char* cycles = std::getenv("EMENDO_CYCLES")) {
