@@ -25,9 +25,9 @@ int g_stopped = 0;
 // Each exception that the module's guard stops becomes a line for the debugger.
 LONG CALLBACK CountStopped(EXCEPTION_POINTERS* raised) {
     const EXCEPTION_RECORD& record = *raised->ExceptionRecord;
-    g_stopped +=
-        record.ExceptionCode == 0x40010006 && record.NumberParameters >= 2 &&
-        std::strncmp(reinterpret_cast<const char*>(record.ExceptionInformation[1]), "Emendo: ", 8) == 0;
+    g_stopped += record.ExceptionCode == 0x40010006 && record.NumberParameters >= 2 &&
+                 std::strncmp(reinterpret_cast<const char*>(record.ExceptionInformation[1]),
+                              "Emendo: exception", 17) == 0;
     return EXCEPTION_CONTINUE_SEARCH;
 }
 
