@@ -109,7 +109,6 @@ Outcome Session::Play(const Scenario& scenario, const Fault* fault, const Outcom
     outcome.happened = g_faults.happened + m_system->Memory().Refused();
     g_faults.sites[static_cast<int>(Site::Memory)].assign(m_system->Memory().Asked(), 's');
     m_system->Begin(nullptr);
-    g_faults.End();
     std::copy(std::begin(g_faults.sites), std::end(g_faults.sites), outcome.sites);
     outcome.sent = std::exchange(m_server.sent, {});
     Expect(g_stopped == 0 || (fault && fault->site == Site::Memory), "an exception was stopped");
@@ -165,6 +164,7 @@ void Session::PlayOnce(const Scenario& scenario) {
         Expect(Dialogs().empty(), "a dialog stands that was declined");
     }
     CloseAll();
+    g_faults.End();  // a host that opens another dialog while its window goes would never end
     m_parent.reset();
     HostLoop().PumpUntilIdle();
     Expect(m_world.listeners.empty(), "a listener is left");
