@@ -221,10 +221,13 @@ void Session::Disturb(Kind kind) {
             }
             return;
         case Kind::Reopened:
-            for (const HWND dialog : Dialogs()) {
-                DestroyWindow(dialog);
+            // Each new dialog asks the host again: for ever, if the host did.
+            if (constexpr unsigned kMost = 20; g_faults.happened <= kMost) {
+                for (const HWND dialog : Dialogs()) {
+                    DestroyWindow(dialog);
+                }
+                Open();
             }
-            Open();
             return;
         default:
             return PostFromAnotherThread();
