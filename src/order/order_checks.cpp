@@ -69,7 +69,7 @@ private:
         ErrorIf(m_form.upper.empty(), IDS_UPPER_EMPTY);
         ErrorIf(TrimBlanks(m_form.contractText).empty(),
                 Carry() ? IDS_NEAR_CONTRACT_EMPTY : IDS_CONTRACT_EMPTY);
-        ErrorIf(HasSecondContract() && m_form.forwardContract.empty(),
+        ErrorIf(HasSecondContract() && ForwardContractNo(m_form).empty(),
                 Exercise() ? IDS_UNDERLYING_EMPTY : IDS_FORWARD_CONTRACT_EMPTY);
         ErrorIf(m_form.direction == 0, IDS_DIRECTION_EMPTY);
     }

@@ -132,6 +132,7 @@ TEST_F(OrderChecks, CarryAndExerciseNameASecondContract) {
         {"carry to 3M", OrderMode::Carry, "240315", "3M", "240613", {}},
         {"carry to an unknown 3M", OrderMode::Carry, "240315", "3M", nullptr, {}},
         {"nothing given", OrderMode::Carry, "", "", nullptr, {10015, 10017, 10023, 10027}},
+        {"a name without a number", OrderMode::Carry, "240315", "\1Copper", nullptr, {10017, 10027}},
         {"unlisted dates", OrderMode::Carry, "240316", "240317", nullptr, {10023, 10027}},
         {"3M by its dates", OrderMode::Carry, "240613", "240613", "240613", {10024, 10024}},
         {"the name behind a chosen date", OrderMode::Carry, "240315", "240613\1Copper", "240613", {10024}},
