@@ -141,10 +141,11 @@ LRESULT CxComboBox::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 // The dialog asks the host when a box is entered, and the host may take the dialog away. The system's control
 // and dialog go on writing to themselves after they have moved the keyboard, so the report comes behind that.
 bool CxComboBox::OnFocusReport() {
-    if (m_messageDepth == 0) {
+    const HWND dialog = NearestDialog(m_hWnd);
+    if (m_messageDepth == 0 || !dialog) {
         return false;
     }
-    ::PostMessageA(NearestDialog(m_hWnd), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), CBN_SETFOCUS),
+    ::PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), CBN_SETFOCUS),
                    reinterpret_cast<LPARAM>(m_hWnd));
     return true;
 }
