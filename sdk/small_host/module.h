@@ -5,10 +5,10 @@
 
 #include <windows.h>
 
-// The module's library and its five exports, found by their plain names. All are __cdecl, whatever the
+// The module's file and its five exports, found by their plain names. All are __cdecl, whatever the
 // terminal's default is.
 struct Module {
-    HMODULE library = nullptr;
+    HMODULE dll = nullptr;
     void(__cdecl* onPluginLoad)(WORD language) = nullptr;
     void(__cdecl* onPluginInit)(IPluginManager* manager) = nullptr;
     IEmendix*(__cdecl* createPluginApi)(const char* version) = nullptr;
@@ -17,8 +17,8 @@ struct Module {
 
     // False when the file or one of its exports is missing: GetLastError() says which.
     bool Load(const char* path) {
-        library = LoadLibraryA(path);
-        return library && Resolve("OnPluginLoad", onPluginLoad) && Resolve("OnPluginInit", onPluginInit) &&
+        dll = LoadLibraryA(path);
+        return dll && Resolve("OnPluginLoad", onPluginLoad) && Resolve("OnPluginInit", onPluginInit) &&
                Resolve("CreatePluginApi", createPluginApi) && Resolve("FreePluginApi", freePluginApi) &&
                Resolve("OnPluginFree", onPluginFree);
     }
@@ -26,7 +26,7 @@ struct Module {
 private:
     template <typename Function>
     bool Resolve(const char* name, Function& function) {
-        function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+        function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(dll, name)));
         return function != nullptr;
     }
 };

@@ -83,7 +83,7 @@ int main(int count, char** arguments) {
     DestroyWindow(owner);
     module.freePluginApi(emendo);
     module.onPluginFree();
-    FreeLibrary(module.library);
+    FreeLibrary(module.dll);
     const bool opened = dialogs[0].window && dialogs[1].window;
     return opened && !tradeApi.listener ? 0 : 1;
 }

@@ -120,13 +120,13 @@ public:
         m_module.onPluginFree();
         DestroyWindow(m_owner);
         Check(!m_api.listener, "no listener is left");
-        FreeLibrary(m_module.library);
+        FreeLibrary(m_module.dll);
     }
 
 private:
     // What is refused inside the module ends there as an exception that the terminal does not see.
     void DeclineWithoutMemory() {
-        MemoryRefusal memory(m_module.library);
+        MemoryRefusal memory(m_module.dll);
         memory.RefuseFrom(1);
         Check(!m_module.createPluginApi("1.0.0.1") && memory.Refused(), "no interface without memory");
         memory.RefuseNone();
