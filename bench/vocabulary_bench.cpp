@@ -1,7 +1,7 @@
 // What the vocabulary costs, against the least that the same work can cost, in one run.
 
 #include "bench/stopwatch.h"
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "res/language.h"
 #include "trade/code_tables.h"
 #include "trade/contract_text.h"

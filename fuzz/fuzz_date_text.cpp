@@ -1,5 +1,5 @@
 // A line with a format, the rest a text: the parser stays inside both, and dates in use are whole days.
-#include "controls/date_text.h"
+#include "entry/date_text.h"
 #include "fuzz/fuzz_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

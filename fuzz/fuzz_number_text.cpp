@@ -1,5 +1,5 @@
 // The number test against its regular expressions; the helpers over any doubles.
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "framework/number_conversion.h"
 #include "fuzz/fuzz_input.h"
 

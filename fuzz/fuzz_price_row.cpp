@@ -1,6 +1,6 @@
 // A host's price text, a tick and a denominator: splitting, stepping and writing agree with each other.
-#include "controls/number_text.h"
-#include "controls/price_row.h"
+#include "entry/number_text.h"
+#include "entry/price_row.h"
 #include "fuzz/fuzz_input.h"
 #include "trade/price_format.h"
 

@@ -1,4 +1,4 @@
-#include "controls/price_row.h"
+#include "entry/price_row.h"
 #include "framework/format_text.h"
 #include "probe/host_watch.h"
 #include "probe/record_checks.h"

@@ -15,7 +15,7 @@
 #include "res/string_table.h"
 #include "scenario/picture.h"
 #include "tests/controls/control_dialog.h"
-#include "tests/controls/sample_contracts.h"
+#include "tests/entry/sample_contracts.h"
 #include "trade/code_tables.h"
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/prompt.h"
+#include "entry/prompt.h"
 #include "framework/wnd.h"
 
 // Asks in message boxes owned by a dialog, which may be destroyed meanwhile.

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/combo_settings.h"
-#include "controls/control_state.h"
 #include "controls/x_combo_box.h"
+#include "entry/combo_settings.h"
+#include "entry/control_state.h"
 
 #include <span>
 #include <string>

@@ -1,6 +1,6 @@
 #include "controls/numeric_entry.h"
 
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "framework/message_map.h"
 #include "framework/scoped_value.h"
 #include "framework/window_helpers.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/numeric_rules.h"
+#include "entry/numeric_rules.h"
 #include "framework/scoped_value.h"
 #include "framework/wnd.h"
 

@@ -1,7 +1,7 @@
 #include "controls/sele_code_wnd.h"
 
-#include "controls/placement.h"
 #include "controls/window_placement.h"
+#include "entry/placement.h"
 #include "framework/module_instance.h"
 #include "framework/owned_handle.h"
 

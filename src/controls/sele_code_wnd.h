@@ -1,8 +1,8 @@
 #pragma once
 
-#include "controls/contract_catalog.h"
 #include "controls/sele_code_tree_ctrl.h"
 #include "controls/sele_sub_list_ctrl.h"
+#include "entry/contract_catalog.h"
 #include "framework/font.h"
 #include "framework/wnd.h"
 #include "trade/host_services.h"

@@ -1,6 +1,6 @@
 #include "controls/window_placement.h"
 
-#include "controls/placement.h"
+#include "entry/placement.h"
 
 HWND TopMostAncestor(HWND window) {
     while (HWND parent = GetParent(window)) {

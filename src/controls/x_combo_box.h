@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/coded_text.h"
+#include "entry/coded_text.h"
 #include "framework/controls.h"
 
 #include <optional>

@@ -1,6 +1,6 @@
 #include "fill/fill_checks.h"
 
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "fill/fill_request.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"

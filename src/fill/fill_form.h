@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/price_row.h"
+#include "entry/price_row.h"
 #include "trade/contract_key.h"
 #include "trade/fill_record.h"
 #include "trade/order_codes.h"

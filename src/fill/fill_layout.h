@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/control_state.h"
+#include "entry/control_state.h"
 #include "fill/fill_form.h"
 #include "trade/host_records.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/date_text.h"
+#include "entry/date_text.h"
 #include "fill/fill_form.h"
 #include "trade/code_tables.h"
 #include "trade/trade_data.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/date_text.h"
+#include "entry/date_text.h"
 #include "fill/fill_form.h"
 #include "trade/contract_key.h"
 #include "trade/fill_record.h"

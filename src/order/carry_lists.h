@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/placement.h"
+#include "entry/placement.h"
 #include "order/carry_positions.h"
 #include "trade/host_interfaces.h"
 

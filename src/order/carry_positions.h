@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/placement.h"
-#include "controls/price_row.h"
+#include "entry/placement.h"
+#include "entry/price_row.h"
 #include "order/order_form.h"
 #include "trade/host_records.h"
 #include "trade/trade_data.h"

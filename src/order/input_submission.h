@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/date_text.h"
-#include "controls/prompt.h"
+#include "entry/date_text.h"
+#include "entry/prompt.h"
 #include "order/order_request.h"
 #include "trade/trade_data.h"
 

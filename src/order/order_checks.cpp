@@ -1,6 +1,6 @@
 #include "order/order_checks.h"
 
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "framework/trim_blanks.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"

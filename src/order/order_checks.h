@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/prompt.h"
+#include "entry/prompt.h"
 #include "order/order_form.h"
 #include "trade/trade_data.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/control_state.h"
-#include "controls/date_text.h"
+#include "entry/control_state.h"
+#include "entry/date_text.h"
 #include "order/order_form.h"
 #include "res/resource_ids.h"
 #include "trade/trade_data.h"

@@ -1,6 +1,6 @@
 #include "order/order_population.h"
 
-#include "controls/price_row.h"
+#include "entry/price_row.h"
 #include "res/resource_ids.h"
 #include "trade/coded_lists.h"
 #include "trade/contract_text.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/combo_settings.h"
-#include "controls/date_text.h"
+#include "entry/combo_settings.h"
+#include "entry/date_text.h"
 #include "order/order_form.h"
 #include "trade/code_tables.h"
 #include "trade/trade_data.h"

@@ -1,6 +1,6 @@
 #include "order/order_request.h"
 
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "trade/code_tables.h"
 #include "trade/contract_text.h"
 

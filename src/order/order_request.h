@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/date_text.h"
+#include "entry/date_text.h"
 #include "order/order_form.h"
 #include "trade/fill_record.h"
 #include "trade/order_record.h"

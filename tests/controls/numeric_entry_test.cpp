@@ -1,10 +1,10 @@
 #include "controls/numeric_entry.h"
 
 #include "controls/dialog_keys.h"
-#include "controls/placement.h"
 #include "controls/window_placement.h"
+#include "entry/placement.h"
 #include "tests/controls/control_dialog.h"
-#include "tests/controls/numeric_context.h"
+#include "tests/entry/numeric_context.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "controls/sele_code_wnd.h"
 
 #include "tests/controls/control_dialog.h"
-#include "tests/controls/sample_contracts.h"
+#include "tests/entry/sample_contracts.h"
 
 #include <gtest/gtest.h>
 

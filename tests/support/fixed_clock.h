@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/date_text.h"
+#include "entry/date_text.h"
 
 // A clock that stands.
 struct FixedClock : IClock {

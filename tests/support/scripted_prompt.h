@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/prompt.h"
+#include "entry/prompt.h"
 
 #include <deque>
 #include <functional>

@@ -1,6 +1,6 @@
-#include "controls/contract_catalog.h"
+#include "entry/contract_catalog.h"
 
-#include "tests/controls/sample_contracts.h"
+#include "tests/entry/sample_contracts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/price_row.h"
+#include "entry/price_row.h"
 #include "trade/trade_data.h"
 
 #include <optional>

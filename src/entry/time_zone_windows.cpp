@@ -1,4 +1,4 @@
-#include "controls/time_zone.h"
+#include "entry/time_zone.h"
 
 #include <windows.h>
 

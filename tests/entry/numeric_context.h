@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/numeric_rules.h"
+#include "entry/numeric_rules.h"
 #include "tests/trade/sample_book.h"
 #include "trade/price_format.h"
 

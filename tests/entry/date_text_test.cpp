@@ -1,6 +1,6 @@
-#include "controls/date_text.h"
+#include "entry/date_text.h"
 
-#include "controls/time_zone.h"
+#include "entry/time_zone.h"
 
 #include <gtest/gtest.h>
 

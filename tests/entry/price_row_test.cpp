@@ -1,4 +1,4 @@
-#include "controls/price_row.h"
+#include "entry/price_row.h"
 
 #include "framework/number_conversion.h"
 #include "tests/trade/sample_book.h"

@@ -1,6 +1,6 @@
-#include "controls/price_row.h"
+#include "entry/price_row.h"
 
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "framework/number_conversion.h"
 #include "trade/code_tables.h"
 

@@ -1,4 +1,4 @@
-#include "controls/placement.h"
+#include "entry/placement.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "controls/coded_text.h"
+#include "entry/coded_text.h"
 
 #include <algorithm>
 

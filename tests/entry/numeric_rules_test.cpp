@@ -1,4 +1,4 @@
-#include "tests/controls/numeric_context.h"
+#include "tests/entry/numeric_context.h"
 
 #include <gtest/gtest.h>
 

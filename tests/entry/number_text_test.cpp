@@ -1,4 +1,4 @@
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 
 #include "framework/number_conversion.h"
 #include "trade/price_format.h"

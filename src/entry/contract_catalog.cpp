@@ -1,4 +1,4 @@
-#include "controls/contract_catalog.h"
+#include "entry/contract_catalog.h"
 
 #include "trade/contract_text.h"
 

@@ -1,6 +1,6 @@
-#include "controls/numeric_rules.h"
+#include "entry/numeric_rules.h"
 
-#include "controls/number_text.h"
+#include "entry/number_text.h"
 #include "trade/code_tables.h"
 
 namespace {

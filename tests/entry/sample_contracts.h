@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/contract_catalog.h"
+#include "entry/contract_catalog.h"
 #include "tests/trade/sample_book.h"
 
 #include <string>
