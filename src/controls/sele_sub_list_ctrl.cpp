@@ -1,6 +1,6 @@
 #include "controls/sele_sub_list_ctrl.h"
 
-#include "framework/owned_handle.h"
+#include "framework/font.h"
 
 namespace {
 constexpr int kTextIndent = 5;
@@ -117,9 +117,8 @@ void CSeleSubListCtrl::PaintCell(HDC dc, int row, int column) const {
         ::SetTextColor(dc, ::GetSysColor(COLOR_WINDOWTEXT));
     }
     cell.left += kTextIndent;
-    cell.right += kTextIndent;
     const int former = ::SetBkMode(dc, TRANSPARENT);
-    ::DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &cell, 0);
+    DrawWhole(dc, text, cell, 0);
     ::SetBkMode(dc, former);
     ::SetTextColor(dc, colour);
 }

@@ -2,6 +2,8 @@
 
 #include "framework/owned_handle.h"
 
+#include <string>
+
 // A font that is deleted with its object.
 class CFont {
 public:
@@ -16,3 +18,7 @@ public:
 private:
     FontHandle m_font;
 };
+
+// DrawText on one line, in narrower letters of the same font where the text is wider than its place: a code
+// that is cut off reads as another one.
+void DrawWhole(HDC dc, const std::string& text, RECT place, UINT format);

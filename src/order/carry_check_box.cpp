@@ -1,5 +1,6 @@
 #include "order/carry_check_box.h"
 
+#include "framework/font.h"
 #include "framework/window_helpers.h"
 
 #include <uxtheme.h>
@@ -45,7 +46,7 @@ void DrawLabel(const NMCUSTOMDRAW& draw, RECT place) {
     const std::string text = TextOf(draw.hdr.hwndFrom);
     const COLORREF formerColour = SetTextColor(draw.hdc, GetSysColor(COLOR_HOTLIGHT));
     const int formerMode = SetBkMode(draw.hdc, TRANSPARENT);
-    DrawTextA(draw.hdc, text.c_str(), static_cast<int>(text.size()), &place, DT_SINGLELINE | DT_VCENTER);
+    DrawWhole(draw.hdc, text, place, DT_SINGLELINE | DT_VCENTER);
     if (draw.uItemState & CDIS_FOCUS) {
         DrawFocusRect(draw.hdc, &place);
     }

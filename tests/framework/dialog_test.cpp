@@ -2,6 +2,7 @@
 
 #include "framework/controls.h"
 #include "framework/data_exchange.h"
+#include "framework/font.h"
 #include "framework/module_instance.h"
 #include "support/swallowed_exceptions.h"
 #include "support/window_kit.h"
@@ -262,6 +263,44 @@ TEST_F(DataExchange, ReportsNoEditsOfItsOwn) {
 TEST_F(DataExchange, FailsWithoutTheWindow) {
     dialog.DestroyWindow();
     EXPECT_FALSE(dialog.UpdateData(true));
+}
+
+// The column behind the last one that `text` blackens when it is drawn into a place of this width.
+int InkOf(const std::string& text, int width) {
+    constexpr int kWidth = 200, kHeight = 30;
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HBITMAP sheet = CreateBitmap(kWidth, kHeight, 1, 1, nullptr);
+    const HGDIOBJ former = SelectObject(dc, sheet);
+    SelectObject(dc, GetStockObject(DEFAULT_GUI_FONT));
+    PatBlt(dc, 0, 0, kWidth, kHeight, WHITENESS);
+    DrawWhole(dc, text, {0, 0, width, kHeight}, DT_NOCLIP);
+    int end = kWidth;
+    const auto isWhite = [&](int x) {
+        for (int y = 0; y < kHeight; ++y) {
+            if (GetPixel(dc, x, y) == RGB(0, 0, 0)) {
+                return false;
+            }
+        }
+        return true;
+    };
+    while (end > 0 && isWhite(end - 1)) {
+        --end;
+    }
+    SelectObject(dc, former);
+    DeleteObject(sheet);
+    DeleteDC(dc);
+    return end;
+}
+
+TEST(DrawWhole, CutsNoText) {
+    const int whole = InkOf("C2400/P2400", 200);
+    ASSERT_GT(whole, 40);
+    EXPECT_EQ(InkOf("C2400/P2400", whole + 1), whole);
+    for (const int percent : {95, 80, 60}) {
+        const int narrow = InkOf("C2400/P2400", whole * percent / 100);
+        EXPECT_LE(narrow, whole * percent / 100);
+        EXPECT_GE(narrow, whole * percent / 200);
+    }
 }
 
 }  // namespace
