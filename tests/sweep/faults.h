@@ -36,12 +36,12 @@ public:
     std::function<void(Kind)> disturb;  // what is no answer
     std::string sites[kSites];          // of the run: a letter for each one (see Offers)
     unsigned happened = 0;
-    const char* where = "";  // the operation that it happened in first
+    std::string where;  // the operation that it happened in first
 
     void Begin(const Fault* fault) {
         m_fault = fault;
         happened = 0;
-        where = "";
+        where.clear();
         for (std::string& site : sites) {
             site.clear();
         }
@@ -70,7 +70,9 @@ public:
             (seen.size() > m_fault->number && !m_fault->forEver) || !Offers(letter, m_fault->kind)) {
             return Kind::None;
         }
-        where = happened++ ? where : operation;
+        if (happened++ == 0) {
+            where = operation;
+        }
         if (m_fault->kind <= Kind::Wide) {
             return m_fault->kind;
         }

@@ -8,6 +8,8 @@
 
 #include "sweep/session.h"
 
+#include <commctrl.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -57,7 +59,7 @@ void Say(const Progress& progress, const char* what) {
     const Fault& fault = progress.fault;
     std::printf("case %s: %s, %s %u %s, %s %s\n%s", Key(progress.scenario, fault).c_str(),
                 Scenarios()[progress.scenario].name, kSiteNames[static_cast<int>(fault.site)], fault.number,
-                g_faults.where, kKindNames[static_cast<int>(fault.kind)],
+                g_faults.where.c_str(), kKindNames[static_cast<int>(fault.kind)],
                 fault.forEver ? "from then on" : "once", what);
     std::fflush(stdout);
 }
@@ -66,7 +68,7 @@ LONG CALLBACK SayWhereItEnds(EXCEPTION_POINTERS* raised) {
     HMODULE module = nullptr;
     char name[MAX_PATH] = "";
     void* const address = raised->ExceptionRecord->ExceptionAddress;
-    std::printf("    after %s\n", g_faults.where);
+    std::printf("    after %s\n", g_faults.where.c_str());
     GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                        static_cast<const char*>(address), &module);
     GetModuleFileNameA(module, name, sizeof name);
@@ -257,6 +259,7 @@ int main(int count, char** arguments) {
         return 2;
     }
     if (memory) {
+        InitCommonControls();  // the first use of them, which makes the linker keep them
         SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
         SetUnhandledExceptionFilter(&SayWhereItEnds);
         void* view = MapViewOfFile(reinterpret_cast<HANDLE>(memory), FILE_MAP_ALL_ACCESS, 0, 0, 0);
