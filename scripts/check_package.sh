@@ -22,9 +22,9 @@ cp -r "$tree/sdk" "$work/sdk"
     fail "the small host does not run"
 }
 
-for page in "$tree"/docs/*.html; do
+for page in "$tree"/docs/*.html "$tree"/docs/decisions/*.html; do
     { grep -oE '(href|src)="[^"#:]+' "$page" || true; } | sed 's/.*"//' | sort -u | while read -r link; do
-        [ -e "$tree/docs/$link" ] || fail "$(basename "$page") leads to $link, which is not there"
+        [ -e "$(dirname "$page")/$link" ] || fail "$(basename "$page") leads to $link, which is not there"
     done
 done
 

@@ -4,7 +4,7 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd -P)
 docs=$(dirname "$here")/docs
 out=$1
-mkdir -p "$out"
+mkdir -p "$out/decisions"
 
 # Headings become targets of links, the links lead to the pages.
 adapt() {
@@ -21,8 +21,8 @@ adapt() {
             { print }'
 }
 
-for document in "$docs"/*.md; do
-    name=$(basename "$document" .md)
+while read -r document; do
+    name=${document%.md}
     case $name in
         *.zh-CN) language=zh-CN ;;
         *.zh-TW) language=zh-TW ;;
@@ -35,7 +35,7 @@ for document in "$docs"/*.md; do
 <head>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
-<title>$(sed -n 's/^# //p; T; q' "$document")</title>
+<title>$(sed -n 's/^# //p; T; q' "$docs/$document")</title>
 <style>
 body { font: 16px/1.5 "Segoe UI", "Microsoft YaHei", sans-serif; max-width: 60em; margin: 2em auto; padding: 0 1em; color: #222; }
 pre, code { font-family: Consolas, monospace; background: #f3f3f3; }
@@ -47,8 +47,8 @@ img { max-width: 100%; }
 </head>
 <body>
 END
-        cmark-gfm --extension table "$document" | adapt
+        cmark-gfm --extension table "$docs/$document" | adapt
         printf '</body>\n</html>\n'
     } >"$out/$name.html"
-done
+done < <(cd "$docs" && find . -name '*.md' -printf '%P\n' | LC_ALL=C sort)
 cp -r "$docs/pictures" "$out/"
