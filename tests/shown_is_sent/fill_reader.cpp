@@ -87,23 +87,27 @@ private:
     }
 
     // The commodity of the chosen line, or the one that the text names: the first alike, the loaded one
-    // before.
+    // before. Where none are listed, the code counts as it is shown, and the type is the loaded one.
     const CommodityRecord* Commodity() const {
         const std::string exchange = Exchange();
         const std::string shown = Shown(IDC_COMMODITY);
+        const bool ofLoaded = exchange == loaded.exchangeNo.Str();
+        const bool listed = SendDlgItemMessageA(view.dialog, IDC_COMMODITY, CB_GETCOUNT, 0, 0) > 0;
+        const std::string entered =
+            ofLoaded && Alike(loaded.commodityNo.Str(), shown) ? loaded.commodityNo.Str() : shown;
         const CommodityRecord* found = nullptr;
         int line = 0;
         for (const CommodityRecord* each : world.commodities) {
             if (!OfSign(each->sign) || each->exchangeNo != exchange) {
                 continue;
             }
-            if (Alike(each->commodityNo.Str(), shown)) {
+            const bool loadedType = each->commodityType == loaded.commodityType;
+            if (listed ? Alike(each->commodityNo.Str(), shown)
+                       : each->commodityNo == entered && (loadedType || !loaded.commodityType)) {
                 if (line == view.Line(IDC_COMMODITY)) {
                     return each;
                 }
-                const bool own =
-                    exchange == loaded.exchangeNo.Str() && each->commodityType == loaded.commodityType;
-                found = !found || own ? each : found;
+                found = !found || (ofLoaded && loadedType) ? each : found;
             }
             ++line;
         }
