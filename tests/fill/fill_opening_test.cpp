@@ -118,41 +118,4 @@ TEST_F(FillOpening, NothingIsListedForAnAccountThatMayNotTrade) {
     EXPECT_TRUE(Enabled(IDC_FILL_SOURCE));
 }
 
-TEST_F(FillOpening, WhateverServicesAreMissing) {
-    FillRecord fill = book.FillOf("EXA CM 1509");
-    g_pTradeApi = nullptr;
-    g_pTradeService = nullptr;
-    for (int mode : {0, 1, 2, 3}) {
-        for (int record : {0, 1, 2}) {
-            record == 0 ? Open(mode) : record == 1 ? OpenOn(mode, order) : OpenOn(mode, fill);
-            EXPECT_EQ(Count(IDC_ACCOUNT), 0);
-            std::string mistakes = "Commodity does not exist!\n";
-            mistakes += record == 0 ? "FillQty must be greater than zero\n" : "";
-            mistakes += record == 0 && mode < 2 ? "Direct can't be empty!\nSource can't be empty!\n" : "";
-            MessageBoxScript boxes(Box(mistakes, "operation failed"));
-            Press(IDC_CONFIRM);
-            Close();
-        }
-    }
-}
-
-TEST_F(FillOpening, HostRecordsWithoutTerminatorsAndWithNullPointers) {
-    for (const int filler : {0xFF, 0x5A}) {
-        OrderRecord broken;
-        std::memset(&broken, filler, sizeof broken);
-        broken.contract = nullptr;
-        OpenOn(0, broken);
-        EXPECT_LE(Text(IDC_SYSTEM_NO).size(), 51u);
-        Close();
-    }
-    FillRecord fill = book.FillOf("EXA CM 1509");
-    fill.order = nullptr;
-    book.users[1]->group = nullptr;
-    book.users.insert(book.users.begin(), nullptr);
-    book.exchanges.push_back(nullptr);
-    OpenOn(3, fill);
-    EXPECT_EQ(Text(IDC_SYSTEM_NO), "SYS-OF-FILL");
-    EXPECT_EQ(Count(IDC_COMMODITY), 0);
-}
-
 }  // namespace

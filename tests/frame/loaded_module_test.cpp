@@ -4,8 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 namespace {
 
 using testing::ElementsAre;
@@ -122,37 +120,6 @@ TEST_F(OpenModule, DoesWithoutAnyOtherServiceAndLoadsAgainAfterUse) {
         loaded->freePluginApi(static_cast<IEmendix*>(api));
         loaded->onPluginFree();
     }
-}
-
-// Copies the module's file, with the template of the order dialog under another id: in the directory of the
-// dialogs each entry is an id and a place.
-void CopyWithoutOrderTemplate(const std::string& original, const std::string& copy) {
-    std::ifstream file(original, std::ios::binary);
-    std::string bytes(std::istreambuf_iterator<char>(file), {});
-    const auto idAt = [&](std::size_t at) { return *reinterpret_cast<const DWORD*>(bytes.data() + at); };
-    std::size_t entry = 0;
-    while (idAt(entry) != 278 || idAt(entry + 8) != 279 || idAt(entry + 16) != 280) {
-        entry += 4;
-        ASSERT_LT(entry + 20, bytes.size());
-    }
-    --bytes[entry];
-    std::ofstream(copy, std::ios::binary) << bytes;
-}
-
-TEST_F(OpenModule, MissingTemplateOpensNothing) {
-    const std::string original = ProgramFolder() + "EmendoOrd.dll";
-    const std::string copy = original + ".without_order.dll";
-    CopyWithoutOrderTemplate(original, copy);
-    Load(copy);
-    Start(host);
-    const DebuggerLines lines;
-    EXPECT_EQ(OpenOrder(), nullptr);
-    EXPECT_THAT(DebuggerLines::Get(), ElementsAre("no dialog template 278 in language 1033"));
-    EXPECT_TRUE(host.api.listeners.empty()) << "the dialog that could not open is still there";
-    EXPECT_NE(OpenOrder(1), nullptr) << "the next dialog opens with its own arguments";
-    HostLoop().PumpUntilIdle();
-    loaded.reset();
-    DeleteFileA(copy.c_str());
 }
 
 TEST_F(OpenModule, EveryModeShowsItsTemplateInTheOneDialogOfItsKind) {

@@ -1,12 +1,13 @@
-// The module gets no memory, from some allocation on or for a single one.
+// The module gets no memory.
 
-#include "frame/opening_fixture.h"
+#include "fill/fill_book.h"
+#include "frame/module_fixture.h"
 #include "support/swallowed_exceptions.h"
 #include "tests/border/memory_refusal.h"
 
 namespace {
 
-struct NoMemory : Openings {
+struct NoMemory : Module {
     ExpectedExceptions expected;
     MemoryRefusal memory{loaded->Library()};
 };
@@ -24,29 +25,6 @@ TEST_F(NoMemory, ExportsDoNothing) {
     ASSERT_NE(another, nullptr);
     loaded->freePluginApi(static_cast<IEmendix*>(another));
     loaded->freePluginApi(static_cast<IEmendix*>(another));
-}
-
-TEST_F(NoMemory, OpensADialogOrNoneAndNeverHalfOfOne) {
-    for (const Way& way : {kWays[1], kWays[4]}) {
-        for (const bool single : {true, false}) {
-            int declined = 0;
-            unsigned refused = 1;
-            for (unsigned number = 1; refused > 0; number += 1 + number / 2) {
-                SCOPED_TRACE(std::string(way.what) + (single ? ", only " : ", from ") +
-                             std::to_string(number));
-                parent = std::make_unique<HostWindow>();
-                single ? memory.RefuseOnly(number) : memory.RefuseFrom(number);
-                void* dialog = Open(way);
-                refused = memory.Refused();
-                memory.RefuseNone();
-                declined += !dialog;
-                EXPECT_TRUE(dialog || refused > 0);
-                ASSERT_EQ(Dialogs().size(), dialog ? 1u : 0u);
-                ExpectNothingLeft();
-            }
-            EXPECT_GT(declined, 0);
-        }
-    }
 }
 
 // Its accounts come while the module has no memory for the first of them.

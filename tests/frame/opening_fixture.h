@@ -13,9 +13,8 @@ struct Way {
     int mode;
     bool onRecord;
 };
-inline constexpr Way kWays[] = {{"input", false, 0, false}, {"carry", false, 1, false},
-                                {"move", false, 4, true},   {"exercise", false, 5, true},
-                                {"fill", true, 0, true},    {"removal", true, 3, true}};
+inline constexpr Way kWays[] = {
+    {"input", false, 0, false}, {"carry", false, 1, false}, {"fill", true, 0, true}};
 
 inline BOOL CALLBACK CollectModuleWindow(HWND window, LPARAM found) {
     char name[40] = "";

@@ -1,180 +1,159 @@
 #include "order/order_layout.h"
 
 #include "order/order_fixture.h"
-#include "res/string_table.h"
 
 #include <algorithm>
-#include <map>
+#include <set>
 
 namespace {
 
 using Then = ControlChange::Then;
+using Ids = std::vector<int>;
 
 // What is left when all changes are applied: "SE" shown and enabled, "hd" hidden and disabled, "-" untouched.
 std::string StateOf(const std::vector<ControlChange>& changes, int id) {
     std::string state = "--";
     for (const ControlChange& change : changes) {
-        if (change.state.id != id) {
-            continue;
-        }
-        if (change.state.shown != Wanted::Keep) {
+        if (change.state.id == id && change.state.shown != Wanted::Keep) {
             state[0] = change.state.shown == Wanted::Yes ? 'S' : 'h';
         }
-        if (change.state.enabled != Wanted::Keep) {
+        if (change.state.id == id && change.state.enabled != Wanted::Keep) {
             state[1] = change.state.enabled == Wanted::Yes ? 'E' : 'd';
         }
     }
     return state;
 }
 
-// The text that is set last; "-" when none is.
+// The text that is set last; "-" when none is, "''" for an empty one.
 std::string TextOf(const std::vector<ControlChange>& changes, int id) {
     std::string text = "-";
     for (const ControlChange& change : changes) {
         if (change.state.id == id && change.text) {
-            text = *change.text;
+            text = change.text->empty() ? "''" : *change.text;
         }
     }
     return text;
 }
 
-std::vector<int> MainOf(PriceRowKind kind) {
+Ids MainOf(PriceRowKind kind) {
     return {kPriceRows[kind].label, kPriceRows[kind].whole, kPriceRows[kind].spin};
 }
-std::vector<int> FractionOf(PriceRowKind kind) {
+Ids FractionOf(PriceRowKind kind) {
     const PriceRowControls& row = kPriceRows[kind];
     return {row.plus, row.numerator, row.slash, row.denominator};
 }
 
-constexpr int kScenarios = 8;
-LayoutInput Scenario(int index) {
-    using M = OrderMode;
-    const LayoutInput inputs[kScenarios] = {
-        //        type state valid fraction spread near   forward denominator
-        {M::Input, '2', '4', '0', false, false, false, false, 1, "97"},
-        {M::Input, '1', '6', '0', false, false, false, false, 1, "97"},
-        {M::Input, '4', '5', '2', true, true, false, false, 8, "97"},
-        {M::Input, '3', 'A', '1', true, false, false, false, 8, "97"},
-        {M::Modify, '2', '5', '0', true, false, false, false, 8, "97"},
-        {M::RemoveFilled, '2', '6', '0', false, true, false, false, 1, "97"},
-        {M::Carry, '2', '6', '0', true, false, true, false, 8, ""},
-        {M::Carry, '2', '6', '0', false, false, false, true, 1, ""},
-    };
-    return inputs[index];
+using M = OrderMode;
+const LayoutInput kScenarios[] = {
+    // type state valid fraction spread near   forward denominator
+    {M::Input, '2', '4', '0', false, false, false, false, 1, "97"},
+    {M::Input, '1', '6', '0', false, false, false, false, 1, "97"},
+    {M::Input, '4', '5', '2', true, true, false, false, 8, "97"},
+    {M::Input, '3', 'A', '1', true, false, false, false, 8, "97"},
+    {M::Modify, '2', '5', '0', true, false, false, false, 8, "97"},
+    {M::RemoveFilled, '2', '6', '0', false, true, false, false, 1, "97"},
+    {M::Carry, '2', '6', '0', true, false, true, false, 8, ""},
+    {M::Carry, '2', '6', '0', false, false, false, true, 1, ""},
+};
+// What one control becomes in each of them.
+std::string InScenarios(std::string (*what)(const std::vector<ControlChange>&, int), int id) {
+    std::string all;
+    for (const LayoutInput& scenario : kScenarios) {
+        all += (all.empty() ? "" : " ") + what(RefreshChanges(scenario), id);
+    }
+    return all;
 }
 
 TEST(OrderLayout, StateOfEveryControl) {
-    struct {
-        const char* group;
-        std::vector<int> ids;
-        const char* states[kScenarios];
-    } const rows[] = {
+    const std::pair<Ids, const char*> rows[] = {
         // clang-format off
-        // working, market 6, stop 5, loss A, modify 5, remove 6, carry in 1/8, carry in 1
-        {"fill price", MainOf(kFillPriceRow),               {"-d", "-E", "-E", "-E", "-E", "-E", "-E", "-E"}},
-        {"  fraction", FractionOf(kFillPriceRow),           {"-d", "-d", "-E", "-E", "-E", "-d", "-E", "-d"}},
-        {"fill price 2", MainOf(kFillPrice2Row),            {"-d", "-d", "-E", "-d", "-d", "-E", "-E", "-E"}},
-        {"  fraction", FractionOf(kFillPrice2Row),          {"-d", "-d", "-E", "-d", "-d", "-d", "-E", "-d"}},
-        {"fill quantity", {1128, 1129, 1130},               {"-d", "-d", "-E", "-E", "-d", "-d", "-E", "-E"}},
-        {"fill number", {1152, 1153},                       {"-d", "-E", "-E", "-E", "-E", "-E", "-E", "-E"}},
-        {"currency, fee", {1166, 1164, 1186, 1167},         {"hd", "SE", "SE", "SE", "SE", "SE", "SE", "SE"}},
-        {"order words and quantity", {1118, 1126, 1050, 1053, 1041, 1040, 1113, 1114, 1124, 1125, 1127, 1123},
-                                                            {"SE", "SE", "SE", "SE", "SE", "SE", "hd", "hd"}},
-        {"valid date", {1011, 1012},                        {"Sd", "Sd", "SE", "Sd", "Sd", "Sd", "hd", "hd"}},
-        {"order price", MainOf(kOrderPriceRow),             {"SE", "Sd", "SE", "Sd", "SE", "SE", "hE", "hE"}},
-        {"  fraction", FractionOf(kOrderPriceRow),          {"Sd", "Sd", "SE", "Sd", "SE", "Sd", "hE", "hd"}},
-        {"trigger", MainOf(kTriggerPriceRow),               {"Sd", "Sd", "SE", "SE", "Sd", "Sd", "hd", "hd"}},
-        {"  fraction", FractionOf(kTriggerPriceRow),        {"Sd", "Sd", "SE", "SE", "Sd", "Sd", "hd", "hd"}},
-        {"forward contract", {1191, 1192},                  {"hd", "hd", "hd", "hd", "hd", "hd", "SE", "SE"}},
-        {"carry only", {1187, 1188, 1243, 1244, 1210, 1213, 1211, 1214, 1215, 1216},
-                                                            {"h-", "h-", "h-", "h-", "h-", "h-", "S-", "S-"}},
-        {"near position", MainOf(kNearPositionPriceRow),
-                                                            {"hd", "hd", "hd", "hd", "hd", "hd", "SE", "Sd"}},
-        {"  fraction", FractionOf(kNearPositionPriceRow),
-                                                            {"hd", "hd", "hd", "hd", "hd", "hd", "SE", "Sd"}},
-        {"forward position", MainOf(kForwardPositionPriceRow),
-                                                            {"hd", "hd", "hd", "hd", "hd", "hd", "Sd", "SE"}},
-        {"  fraction", FractionOf(kForwardPositionPriceRow),
-                                                            {"hd", "hd", "hd", "hd", "hd", "hd", "Sd", "Sd"}},
-        {"untouched", {1037, 1039, 1052, 10001, 10000, 1054, 1061, 1067, 1015, 1239, 1240},
-                                                            {"--", "--", "--", "--", "--", "--", "--", "--"}},
+        // working, market filled, stop part, loss canceled, modify, remove, carry in 1/8, carry in 1
+        {MainOf(kFillPriceRow), "-d -E -E -E -E -E -E -E"},
+        {FractionOf(kFillPriceRow), "-d -d -E -E -E -d -E -d"},
+        {MainOf(kFillPrice2Row), "-d -d -E -d -d -E -E -E"},
+        {FractionOf(kFillPrice2Row), "-d -d -E -d -d -d -E -d"},
+        {{IDC_FILL_QTY_LABEL, IDC_FILL_QTY, IDC_FILL_QTY_SPIN}, "-d -d -E -E -d -d -E -E"},
+        {{IDC_FILL_NO_LABEL, IDC_FILL_NO}, "-d -E -E -E -E -E -E -E"},
+        {{IDC_CURRENCY_LABEL, IDC_CURRENCY, IDC_FEE_GIVEN, IDC_FEE}, "hd SE SE SE SE SE SE SE"},
+        {{IDC_SOURCE_LABEL, IDC_SOURCE, IDC_ORDER_TYPE_LABEL, IDC_ORDER_TYPE, IDC_ORDER_STATE_LABEL,
+          IDC_ORDER_STATE, IDC_VALID_TYPE_LABEL, IDC_VALID_TYPE, IDC_ORDER_QTY_LABEL, IDC_ORDER_QTY,
+          IDC_ORDER_QTY_SPIN, IDC_FORCE_CLOSE}, "SE SE SE SE SE SE hd hd"},
+        {{IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, "Sd Sd SE Sd Sd Sd hd hd"},
+        {MainOf(kOrderPriceRow), "SE Sd SE Sd SE SE hE hE"},
+        {FractionOf(kOrderPriceRow), "Sd Sd SE Sd SE Sd hE hd"},
+        {MainOf(kTriggerPriceRow), "Sd Sd SE SE Sd Sd hd hd"},
+        {FractionOf(kTriggerPriceRow), "Sd Sd SE SE Sd Sd hd hd"},
+        {{IDC_FORWARD_CONTRACT_LABEL, IDC_FORWARD_CONTRACT}, "hd hd hd hd hd hd SE SE"},
+        {{IDC_FORWARD_DIRECTION_LABEL, IDC_FORWARD_DIRECTION, IDC_NEAR_CHOSEN_POSITION,
+          IDC_FORWARD_CHOSEN_POSITION, IDC_NEAR_POSITION_QTY_LABEL, IDC_NEAR_POSITION_QTY,
+          IDC_FORWARD_POSITION_QTY_LABEL, IDC_FORWARD_POSITION_QTY, IDC_FORWARD_FILL_QTY_LABEL,
+          IDC_FORWARD_FILL_QTY}, "h- h- h- h- h- h- S- S-"},
+        {MainOf(kNearPositionPriceRow), "hd hd hd hd hd hd SE Sd"},
+        {FractionOf(kNearPositionPriceRow), "hd hd hd hd hd hd SE Sd"},
+        {MainOf(kForwardPositionPriceRow), "hd hd hd hd hd hd Sd SE"},
+        {FractionOf(kForwardPositionPriceRow), "hd hd hd hd hd hd Sd Sd"},
         // clang-format on
     };
-    std::size_t known = 0;
-    for (int i = 0; i < kScenarios; ++i) {
-        const auto changes = RefreshChanges(Scenario(i));
-        for (const auto& row : rows) {
-            for (const int id : row.ids) {
-                EXPECT_EQ(StateOf(changes, id), row.states[i]) << row.group << ' ' << id << " scenario " << i;
-                known += i == 0;
-            }
+    std::set<int> known, touched;
+    for (const auto& [ids, states] : rows) {
+        for (const int id : ids) {
+            EXPECT_EQ(InScenarios(StateOf, id), states) << id;
+            known.insert(id);
         }
     }
-    std::map<int, bool> touched;
-    for (const ControlChange& change : RefreshChanges(Scenario(0))) {
-        touched[change.state.id] = true;
+    for (const ControlChange& change : RefreshChanges(kScenarios[0])) {
+        touched.insert(change.state.id);
     }
-    EXPECT_EQ(touched.size(), known - 11) << "a refresh touches no control beyond the table";
+    EXPECT_EQ(touched, known) << "a refresh touches no control beyond the table";
 }
 
 TEST(OrderLayout, TextsOfEveryControl) {
-    struct {
-        int id;
-        const char* texts[kScenarios];
-    } const rows[] = {
-        // clang-format off
-        //     working market+6 stop+5 loss+A modify5 remove6 carry8 carry1
-        {1145, {"0",   "97",    "97",  "97",  "97",   "97",   "-",   "-"}},  // the order price goes over
-        {1148, {"0",   "0",     "-",   "-",   "-",    "0",    "-",   "0"}},
-        {1160, {"-",   "-",     "-",   "-",   "-",    "-",    "-",   "-"}},
-        {1129, {"0",   "0",     "-",   "-",   "-",    "0",    "-",   "-"}},
-        {1167, {"",    "-",     "-",   "-",   "-",    "-",    "-",   "-"}},
-        {1132, {"-",   "0",     "-",   "0",   "-",    "-",    "-",   "-"}},
-        {1136, {"0",   "0",     "-",   "0",   "-",    "0",    "-",   "0"}},
-        {1139, {"0",   "0",     "-",   "-",   "0",    "0",    "0",   "0"}},
-        {1141, {"0",   "0",     "-",   "-",   "0",    "0",    "0",   "0"}},
-        {1154, {"",    "",      "",    "",    "",     "",     "-",   ""}},
-        {1165, {"0",   "0",     "0",   "0",   "0",    "0",    "-",   "0"}},
-        {1172, {"",    "",      "",    "",    "",     "",     "",    "-"}},
-        {1189, {"0",   "0",     "0",   "0",   "0",    "0",    "0",   "0"}},
-        {1185, {"1",   "1",     "8",   "8",   "8",    "1",    "8",   "1"}},
-        {1170, {"1",   "1",     "8",   "8",   "8",    "1",    "8",   "1"}},
-        // clang-format on
+    const std::pair<int, const char*> rows[] = {
+        {IDC_FILL_PRICE_WHOLE, "0 97 97 97 97 97 - -"},  // the order price goes over
+        {IDC_FILL_PRICE_NUMERATOR, "0 0 - - - 0 - 0"},
+        {IDC_FILL_PRICE2_WHOLE, "- - - - - - - -"},
+        {IDC_FILL_QTY, "0 0 - - - 0 - -"},
+        {IDC_FEE, "'' - - - - - - -"},
+        {IDC_ORDER_PRICE_WHOLE, "- 0 - 0 - - - -"},
+        {IDC_ORDER_PRICE_NUMERATOR, "0 0 - 0 - 0 - 0"},
+        {IDC_TRIGGER_PRICE_WHOLE, "0 0 - - 0 0 0 0"},
+        {IDC_NEAR_POSITION_PRICE_WHOLE, "'' '' '' '' '' '' - ''"},
+        {IDC_NEAR_POSITION_PRICE_NUMERATOR, "0 0 0 0 0 0 - 0"},
+        {IDC_FORWARD_POSITION_PRICE_WHOLE, "'' '' '' '' '' '' '' -"},
+        {IDC_NEAR_POSITION_PRICE_DENOMINATOR, "1 1 8 8 8 1 8 1"},
     };
-    g_wResLanguage = kEnglish;
-    for (int i = 0; i < kScenarios; ++i) {
-        const auto changes = RefreshChanges(Scenario(i));
-        for (const auto& row : rows) {
-            EXPECT_EQ(TextOf(changes, row.id), row.texts[i]) << row.id << " scenario " << i;
-        }
+    for (const auto& [id, texts] : rows) {
+        EXPECT_EQ(InScenarios(TextOf, id), texts) << id;
     }
 }
 
 // The whole fill takes the order's quantity over the zero, the fill price the order price before its zero.
 TEST(OrderLayout, ChangesStandInTheOrderOfTheirEffects) {
-    const auto changes = RefreshChanges(Scenario(1));
-    const auto at = [&](int id, auto matches) {
-        const auto found = std::find_if(changes.begin(), changes.end(), [&](const ControlChange& change) {
-            return change.state.id == id && matches(change);
-        });
-        EXPECT_NE(found, changes.end()) << id;
-        return found - changes.begin();
-    };
-    const auto text = [](const ControlChange& change) { return change.text.has_value(); };
-    const auto told = [](const ControlChange& change) { return change.then != Then::Nothing; };
-    EXPECT_LT(at(IDC_FILL_QTY, text), at(IDC_ORDER_QTY, told));
-    EXPECT_LT(at(IDC_FILL_PRICE_WHOLE, text), at(IDC_ORDER_PRICE_WHOLE, text));
-    EXPECT_LT(at(IDC_NEAR_POSITION_PRICE_NUMERATOR, text), at(IDC_NEAR_POSITION_PRICE_WHOLE, told));
+    std::string order;
+    for (const ControlChange& change : RefreshChanges(kScenarios[1])) {
+        const auto said = [&](int id, const char* what) { order += change.state.id == id ? what : ""; };
+        if (change.text) {
+            said(IDC_FILL_PRICE_WHOLE, "fill price, ");
+            said(IDC_FILL_QTY, "fill quantity, ");
+            said(IDC_ORDER_PRICE_WHOLE, "order price, ");
+            said(IDC_NEAR_POSITION_PRICE_WHOLE, "near price, ");
+        } else if (change.then != Then::Nothing) {
+            said(IDC_ORDER_QTY, "order quantity told, ");
+            said(IDC_NEAR_POSITION_PRICE_WHOLE, "near price left");
+        }
+    }
+    EXPECT_EQ(order,
+              "fill price, fill quantity, order quantity told, order price, near price, near price left");
 
-    const auto carry = RefreshChanges(Scenario(6));
-    std::string entered;
-    std::for_each(carry.begin(), carry.begin() + 3, [&](const ControlChange& change) {
-        entered += change.then == Then::EnterCode ? std::to_string(change.state.id) + change.code : "";
-    });
-    EXPECT_EQ(entered, "105321040611140");
+    const auto carry = RefreshChanges(kScenarios[6]);
+    const std::pair<int, char> entered[] = {
+        {IDC_ORDER_TYPE, '2'}, {IDC_ORDER_STATE, '6'}, {IDC_VALID_TYPE, '0'}};
+    for (std::size_t i = 0; i < std::size(entered); ++i) {
+        EXPECT_EQ(std::pair(carry[i].state.id, carry[i].code), entered[i]);
+    }
 }
 
-class OrderModes : public OrderTest {};
+using OrderModes = OrderTest;
 
 TEST_F(OrderModes, InputFollowsFormAndCommodity) {
     OrderForm form = Entry(OrderMode::Input, "EXA FR 1509");
@@ -207,31 +186,34 @@ TEST_F(OrderModes, SetUpTitleButtonAndControls) {
         int focus;
         const char* states;  // account, upper, contract, direction, system number, currency, fee
     } const rows[] = {
-        {0, "Input Order", "Input", false, 1037, "-- -- -- -- -- -- --"},
-        {1, "", "Borrow", false, 1037, "-- -- -- -- -- -- --"},
+        {0, "Input Order", "Input", false, IDC_ACCOUNT, "-- -- -- -- -- -- --"},
+        {1, "", "Borrow", false, IDC_ACCOUNT, "-- -- -- -- -- -- --"},
         {2, "Modify Order - [OrderNo:77]", "Modify", false, 0, "-d -d -d -d -d -- --"},
         {3, "Remove Filled - [OrderNo:77]", "Remove", true, 0, "-- -- -- -- -- h- h-"},
         {4, "Move Order - [OrderNo:77  Original account:100]", "Move", true, 0, "SE -- -- -- -- h- h-"},
-        {5, "", "", false, 1039, "-- -- -- -- -- -- --"},
-        {9, "Input Order", "Input", false, 1037, "-- -- -- -- -- -- --"},
+        {5, "", "", false, IDC_UPPER, "-- -- -- -- -- -- --"},
+        {9, "Input Order", "Input", false, IDC_ACCOUNT, "-- -- -- -- -- -- --"},
     };
     for (const auto& row : rows) {
-        const OrderForm form = Correction(static_cast<OrderMode>(row.mode));
-        const ModeSetup setup = SetUpMode(form, trade, clock.now);
+        SCOPED_TRACE(row.mode);
+        const ModeSetup setup = SetUpMode(Correction(static_cast<OrderMode>(row.mode)), trade, clock.now);
         EXPECT_EQ(setup.title, row.title);
         EXPECT_EQ(setup.confirmText, row.confirm);
-        EXPECT_EQ(setup.disableAll, row.disableAll) << row.mode;
-        EXPECT_EQ(setup.focusId, row.focus) << row.mode;
+        EXPECT_EQ(setup.disableAll, row.disableAll);
+        EXPECT_EQ(setup.focusId, row.focus);
         std::string states;
-        for (const int id : {1037, 1039, 10001, 1052, 1054, 1164, 1167}) {
-            states += (states.empty() ? "" : " ") + StateOf(setup.changes, id);
-        }
-        EXPECT_EQ(states, row.states) << row.mode;
-        constexpr int kLabelled[][2] = {{1027, 1037}, {1044, 1039}, {1055, 10001}, {10000, 10001},
-                                        {1035, 1052}, {1047, 1054}, {1166, 1164},  {1186, 1167}};
-        for (const auto& [label, control] : kLabelled) {
+        for (const auto& [label, control] : {std::pair{IDC_ACCOUNT_LABEL, IDC_ACCOUNT},
+                                             {IDC_UPPER_LABEL, IDC_UPPER},
+                                             {IDC_CONTRACT_LABEL, IDC_CONTRACT},
+                                             {IDC_DIRECTION_LABEL, IDC_DIRECTION},
+                                             {IDC_SYSTEM_NO_LABEL, IDC_SYSTEM_NO},
+                                             {IDC_CURRENCY_LABEL, IDC_CURRENCY},
+                                             {IDC_FEE_GIVEN, IDC_FEE}}) {
+            states += (states.empty() ? "" : " ") + StateOf(setup.changes, control);
             EXPECT_EQ(StateOf(setup.changes, label), StateOf(setup.changes, control)) << label;
         }
+        EXPECT_EQ(states, row.states);
+        EXPECT_EQ(StateOf(setup.changes, IDC_CONTRACT_PICK), StateOf(setup.changes, IDC_CONTRACT));
     }
 }
 
@@ -239,31 +221,20 @@ TEST_F(OrderModes, SetUpTexts) {
     const OrderForm modify = Correction(OrderMode::Modify);
     original.systemNo.Set("");
     const auto changes = SetUpMode(modify, trade, clock.now).changes;
-    EXPECT_EQ(TextOf(changes, IDC_SYSTEM_NO), "S_OP9_20260304050607089");
-    EXPECT_EQ(StateOf(changes, IDC_SYSTEM_NO), "-E");
-
-    const auto codesOf = [&](OrderMode mode) {
-        std::string codes;
+    EXPECT_EQ(TextOf(changes, IDC_SYSTEM_NO) + StateOf(changes, IDC_SYSTEM_NO), "S_OP9_20260304050607089-E");
+    const auto codes = [&](OrderMode mode) {
+        std::vector<std::pair<int, char>> entered;
         for (const ControlChange& change : SetUpMode(Entry(mode), trade, clock.now).changes) {
-            codes += std::to_string(change.state.id) + change.code;
+            entered.emplace_back(change.state.id, change.code);
         }
-        return codes;
+        return entered;
     };
-    EXPECT_EQ(codesOf(OrderMode::Carry), "1126C1052B");
-    EXPECT_EQ(codesOf(OrderMode::Exercise), "10535");
-
+    using Codes = std::vector<std::pair<int, char>>;
+    EXPECT_EQ(codes(OrderMode::Carry), (Codes{{IDC_SOURCE, 'C'}, {IDC_DIRECTION, 'B'}}));
+    EXPECT_EQ(codes(OrderMode::Exercise), (Codes{{IDC_ORDER_TYPE, '5'}}));
     EXPECT_EQ(ConfirmTextForDirection(OrderMode::Carry, 'S'), "Lending");
-    EXPECT_EQ(ConfirmTextForDirection(OrderMode::Carry, 'B'), "Borrow");
     EXPECT_EQ(ConfirmTextForDirection(OrderMode::Modify, 'S'), "OK");
     EXPECT_EQ(OrderTitle(OrderMode::Move, nullptr), "Move Order - [OrderNo:0  Original account:]");
-}
-
-TEST(OrderLayout, BottomRow) {
-    EXPECT_EQ(BottomRowAnchor(OrderMode::Exercise), IDC_DIRECTION);
-    EXPECT_EQ(BottomRowAnchor(OrderMode::Carry), IDC_CURRENCY);
-    const BottomRow row = BottomRowUnder(320, 23);
-    EXPECT_EQ(row.top, 330);
-    EXPECT_EQ(row.clientHeight, 363);
 }
 
 }  // namespace

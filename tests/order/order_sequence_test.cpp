@@ -185,6 +185,7 @@ TEST_F(OrderSequence, TheKeyboardStaysWhereItIsOfUse) {
         MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDYES}});
         PressConfirm();
         EXPECT_EQ(FocusId(), IDC_ACCOUNT) << "for the next order, by key as by mouse";
+        EXPECT_EQ(Texts({IDC_ACCOUNT, IDC_ORDER_QTY, IDC_ORDER_PRICE_WHOLE}), "100|0|97.5");
     }
     Typed(IDC_ORDER_QTY, "5");
     Choose(IDC_ORDER_STATE, "Filled");
@@ -268,7 +269,9 @@ TEST_F(OrderSequence, AForwardChoiceStaysWhileItsCommodityDoes) {
 TEST_F(OrderSequence, AnEmptyCellOfThePopupIsNoChoice) {
     Open(OrderMode::Carry);
     PickContract("EXA CA 240315");
-    PickContract("EXA FR ");
+    for (const char* nothing : {"EXA FR ", "EXA", static_cast<const char*>(nullptr)}) {
+        PickContract(nothing);
+    }
     EXPECT_EQ(Texts({IDC_CONTRACT, IDC_NEAR_POSITION_PRICE_DENOMINATOR}), "EXA CA 240315|1");
     PickContract("EXA FR");
     EXPECT_EQ(Text(IDC_CONTRACT), "EXA FR ") << "a commodity by itself is one";
