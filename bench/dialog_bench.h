@@ -59,7 +59,7 @@ inline INT_PTR CALLBACK BareDialogProc(HWND, UINT message, WPARAM, LPARAM) {
     return message == WM_INITDIALOG;
 }
 
-inline void FillBare(HWND dialog, int id, const std::vector<std::string>& items) {
+inline void ListBare(HWND dialog, int id, const std::vector<std::string>& items) {
     COMBOBOXINFO info{};
     info.cbSize = sizeof info;
     const HWND combo = GetDlgItem(dialog, id);

@@ -32,18 +32,18 @@ void OpenDialog(LargeBook& book, HWND host) {
 void BareCalls(LargeBook& book, HWND host) {
     const HWND dialog = CreateBareDialog(IDD_FILL, host);
     const TradeData trade(&book);
-    FillBare(dialog, IDC_CURRENCY, CurrencyItems(trade));
+    ListBare(dialog, IDC_CURRENCY, CurrencyItems(trade));
     const std::vector<std::string> accounts = AccountItems("", trade);
-    FillBare(dialog, IDC_ACCOUNT, accounts);
+    ListBare(dialog, IDC_ACCOUNT, accounts);
     MeasureBare(GetDlgItem(dialog, IDC_ACCOUNT), accounts);
-    FillBare(dialog, IDC_UPPER, UpperItems("", trade));
-    FillBare(dialog, IDC_EXCHANGE, ExchangeItems("", trade));
+    ListBare(dialog, IDC_UPPER, UpperItems("", trade));
+    ListBare(dialog, IDC_EXCHANGE, ExchangeItems("", trade));
     std::vector<std::string> commodities;
     for (const CommodityRecord* commodity :
          trade.Commodities({book.order.key.sign, book.order.key.exchangeNo})) {
         commodities.push_back(CodedItem(commodity->commodityNo.View(), commodity->commodityName.View()));
     }
-    FillBare(dialog, IDC_COMMODITY, commodities);
+    ListBare(dialog, IDC_COMMODITY, commodities);
     for (const auto& [id, text] : {std::pair{IDC_UPPER, "UP3"},
                                    {IDC_ACCOUNT, "105000"},
                                    {IDC_EXCHANGE, "EXA"},

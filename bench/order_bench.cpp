@@ -58,12 +58,12 @@ void BareCalls(LargeBook& book, HWND host) {
         Keep(trade.ServerOf(*user, configs));
     }
     const std::vector<std::string> accounts = AccountItems("", trade);
-    FillBare(dialog, IDC_ACCOUNT, accounts);
+    ListBare(dialog, IDC_ACCOUNT, accounts);
     MeasureBare(GetDlgItem(dialog, IDC_ACCOUNT), accounts);
-    FillBare(dialog, IDC_CURRENCY, CurrencyItems(trade));
-    FillBare(dialog, IDC_UPPER, UpperItems("", trade));
+    ListBare(dialog, IDC_CURRENCY, CurrencyItems(trade));
+    ListBare(dialog, IDC_UPPER, UpperItems("", trade));
     for (const int id : {IDC_DIRECTION, IDC_SOURCE, IDC_ORDER_TYPE, IDC_ORDER_STATE, IDC_VALID_TYPE}) {
-        FillBare(dialog, id, {"one", "two", "three", "four", "five"});
+        ListBare(dialog, id, {"one", "two", "three", "four", "five"});
         SendDlgItemMessageA(dialog, id, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                             reinterpret_cast<LPARAM>("two"));
     }

@@ -18,7 +18,7 @@ bool NamesThreeMonthDate(const FillForm& form, const CommodityRecord& commodity,
         return false;
     }
     const std::string date = trade.ThreeMonthContractNo(form.sign);
-    return date != kThreeMonth && date == form.contract;
+    return date != kThreeMonth && date == form.contractNo;
 }
 
 // A contract of another shape than its commodity, which may have the code of one that suits, would go out as
@@ -55,7 +55,7 @@ std::string MistakesOf(const FillForm& form, const CommodityRecord* commodity, c
     if (input && form.direction == 0) {
         mistakes += ResString(IDS_DIRECTION_EMPTY);
     }
-    if (input && form.fillSource == 0) {
+    if (input && form.source == 0) {
         mistakes += ResString(IDS_SOURCE_EMPTY);
     }
     return mistakes;
@@ -63,7 +63,7 @@ std::string MistakesOf(const FillForm& form, const CommodityRecord* commodity, c
 
 std::string DoubtsOf(const FillForm& form, const CommodityRecord& commodity) {
     std::string doubts;
-    const double price = PriceOf(form, form.price);
+    const double price = PriceOf(form, form.fillPrice);
     if (!IsWholeTicks(price, commodity.tickNumerator / commodity.tickDenominator, kTickTolerance)) {
         doubts += ResString(IDS_FILL_DIALOG_PRICE_NOT_TICKS);
     }

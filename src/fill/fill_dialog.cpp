@@ -20,7 +20,7 @@ constexpr NumericRow kNumericRows[] = {
     {IDC_FILL_PRICE_WHOLE, IDC_FILL_PRICE_SPIN, IDC_FILL_PRICE_NUMERATOR},
     {IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_SPIN, IDC_FILL_PRICE2_NUMERATOR},
 };
-constexpr NumericTable kNumbers{kNumericRows, IDC_FEE, TextRuleScope::FocusedEdit};
+constexpr NumericTable kNumericTable{kNumericRows, IDC_FEE, TextRuleScope::FocusedEdit};
 
 }  // namespace
 
@@ -29,12 +29,12 @@ ON_WM_CLOSE()
 ON_WM_DESTROY()
 ON_BN_CLICKED(IDC_CONFIRM, &CEmendoMatch::OnConfirm)
 ON_BN_CLICKED(IDC_CANCEL, &CEmendoMatch::OnCancelClicked)
-ON_CBN_SELCHANGE(IDC_FILL_SOURCE, &CEmendoMatch::OnFillSourceChanged)
+ON_CBN_SELCHANGE(IDC_FILL_SOURCE, &CEmendoMatch::OnSourceSelected)
 ON_CBN_SELCHANGE(IDC_COMMODITY, &CEmendoMatch::OnCommodityChanged)
 ON_CBN_KILLFOCUS(IDC_COMMODITY, &CEmendoMatch::OnCommodityChanged)
 ON_CBN_SELCHANGE(IDC_EXCHANGE, &CEmendoMatch::OnExchangeChanged)
 ON_CBN_KILLFOCUS(IDC_EXCHANGE, &CEmendoMatch::OnExchangeChanged)
-ON_CBN_SELCHANGE(IDC_DIRECTION, &CEmendoMatch::OnDirectionChanged)
+ON_CBN_SELCHANGE(IDC_DIRECTION, &CEmendoMatch::OnDirectionSelected)
 ON_CBN_SETFOCUS(IDC_ACCOUNT, &CEmendoMatch::OnAccountFocus)
 ON_CONTROL_RANGE(EN_SETFOCUS, IDC_FILL_QTY, IDC_FILL_PRICE2_NUMERATOR, &CEmendoMatch::OnNumberFocus)
 ON_CONTROL_RANGE(EN_UPDATE, IDC_FILL_QTY, IDC_FILL_PRICE2_NUMERATOR, &CEmendoMatch::OnNumberUpdate)
@@ -44,7 +44,7 @@ ON_NOTIFY(UDN_DELTAPOS, IDC_FILL_PRICE2_SPIN, &CEmendoMatch::OnSpin)
 END_MESSAGE_MAP()
 
 CEmendoMatch::CEmendoMatch(int mode, void* record, int recordKind, HWND parent)
-    : m_parent(parent), m_numbers(kNumbers, m_chosen) {
+    : m_parent(parent), m_numbers(kNumericTable, m_contract) {
     m_form.mode = FillMode{mode};
     if (recordKind == kRecordKindFill) {
         m_form.fill = static_cast<const FillRecord*>(record);
@@ -66,42 +66,42 @@ bool CEmendoMatch::Create() {
 BOOL CEmendoMatch::OnInitDialog() {
     CDialog::OnInitDialog();
     SetUpControls();
-    FillLists();
+    ShowLists();
     SetUpMode();
     if (LoadRecord(m_form, CurrentTradeData())) {
         ShowLoadedRecord();
     } else {
         ShowDefaults();
     }
-    m_reacting = true;
-    Relayout();
+    m_started = true;
+    Refresh();
     PlaceDialogOverHost(m_hWnd);
     return TRUE;
 }
 
 // --- reactions ---
 
-void CEmendoMatch::OnFillSourceChanged() {
-    if (m_reacting) {
-        Relayout();
+void CEmendoMatch::OnSourceSelected() {
+    if (m_started) {
+        Refresh();
     }
 }
 
 void CEmendoMatch::OnCommodityChanged() {
-    if (m_reacting) {
-        Relayout();
+    if (m_started) {
+        Refresh();
     }
 }
 
 void CEmendoMatch::OnExchangeChanged() {
-    if (m_reacting) {
-        FillCommodities();
-        Relayout();
+    if (m_started) {
+        ShowCommodities();
+        Refresh();
     }
 }
 
-void CEmendoMatch::OnDirectionChanged() {
-    if (m_reacting) {
+void CEmendoMatch::OnDirectionSelected() {
+    if (m_started) {
         CDataExchange reading(*this, true);
         DDX_Code(&reading, m_direction, kDirections, m_form.direction);
         ShowOpenDirection();
@@ -109,8 +109,8 @@ void CEmendoMatch::OnDirectionChanged() {
 }
 
 void CEmendoMatch::OnAccountFocus() {
-    if (m_reacting && static_cast<int>(CurrentTradeData().Users("").size()) != m_account.GetCount()) {
-        FillAccounts();
+    if (m_started && static_cast<int>(CurrentTradeData().Users("").size()) != m_account.GetCount()) {
+        ShowAccounts();
     }
 }
 
@@ -119,7 +119,7 @@ void CEmendoMatch::OnNumberFocus(UINT controlId) {
 }
 
 void CEmendoMatch::OnNumberUpdate(UINT controlId) {
-    if (m_reacting) {
+    if (m_started) {
         m_numbers.OnTextUpdate(static_cast<int>(controlId));
     }
 }
@@ -128,17 +128,17 @@ void CEmendoMatch::OnSpin(NMHDR* notification, LRESULT* result) {
     *result = m_numbers.OnSpin(notification);
 }
 
-CommodityKey CEmendoMatch::ChosenContract::Commodity() const {
+CommodityKey CEmendoMatch::Contract::Commodity() const {
     const FillForm chosen = m_dialog.ChosenForm();
     const CommodityRecord* commodity = FindCommodity(chosen, Trade());
     return commodity ? CommodityOf(*commodity) : CommodityKeyOf(chosen);
 }
 
-TradeData CEmendoMatch::ChosenContract::Trade() const {
+TradeData CEmendoMatch::Contract::Trade() const {
     return CurrentTradeData();
 }
 
-std::string CEmendoMatch::ChosenContract::FormatPrice(double price) const {
+std::string CEmendoMatch::Contract::FormatPrice(double price) const {
     FillRecord fill{};
     fill.key = FirstLegOf(ContractKeyOf(m_dialog.ChosenForm()));
     const CommodityKey commodity = Commodity();
@@ -152,15 +152,15 @@ std::string CEmendoMatch::ChosenContract::FormatPrice(double price) const {
 // --- confirming and closing ---
 
 void CEmendoMatch::OnConfirm() {
-    if (m_submitting) {
+    if (m_confirming) {
         return;
     }
-    const ScopedValue submission(m_submitting, true);
+    const ScopedValue submission(m_confirming, true);
     // What was typed and not left yet.
-    if (ChosenForm().exchange != m_listedExchange) {
-        FillCommodities();
+    if (ChosenForm().exchangeNo != m_listedExchange) {
+        ShowCommodities();
     }
-    Relayout();
+    Refresh();
     UpdateData(true);
     if (!m_hWnd) {
         return;
@@ -198,7 +198,7 @@ void CEmendoMatch::OnClose() {
 }
 
 void CEmendoMatch::OnDestroy() {
-    m_reacting = false;
+    m_started = false;
     CDialog::OnDestroy();
 }
 

@@ -42,10 +42,10 @@ protected:
     void OnDestroy();
     void OnConfirm();
     void OnCancelClicked();
-    void OnFillSourceChanged();
+    void OnSourceSelected();
     void OnExchangeChanged();
     void OnCommodityChanged();
-    void OnDirectionChanged();
+    void OnDirectionSelected();
     void OnAccountFocus();
     void OnNumberFocus(UINT controlId);
     void OnNumberUpdate(UINT controlId);
@@ -55,9 +55,9 @@ protected:
 
 private:
     // The contract as it stands in the controls, for the numeric edits.
-    class ChosenContract final : public INumericContext {
+    class Contract final : public INumericContext {
     public:
-        explicit ChosenContract(const CEmendoMatch& dialog) : m_dialog(dialog) {}
+        explicit Contract(const CEmendoMatch& dialog) : m_dialog(dialog) {}
         CommodityKey Commodity() const override;
         TradeData Trade() const override;
         std::string FormatPrice(double price) const override;
@@ -72,10 +72,10 @@ private:
     void ShowLoadedRecord();
     void ShowDefaults();
 
-    void FillLists();
-    void FillAccounts();
+    void ShowLists();
+    void ShowAccounts();
     // The commodities of the exchange that is shown. The commodity stays as long as the exchange does.
-    void FillCommodities();
+    void ShowCommodities();
     // False while the account of the loaded record may not be traded: then the lists are empty.
     bool MayList() const;
 
@@ -87,7 +87,7 @@ private:
     void ShowOpenDirection();
     // Shows, enables and moves the controls for the chosen source, exchange and commodity. Nothing happens
     // while exchange or commodity are not chosen.
-    void Relayout();
+    void Refresh();
     void ChangeLayout(FillLayout target);
     void MoveDown(int controlId, int pixels);
     void Finish(FillOutcome outcome);
@@ -97,8 +97,8 @@ private:
     FillLayout m_layout = FillLayout::Full;
     std::string m_listedExchange;  // whose commodities are listed
     std::string m_listedTypes;     // of the commodities, line by line
-    bool m_reacting = false;  // the controls are set up: their notifications mean the operator or a selection
-    bool m_submitting = false;  // a confirmed entry is on its way
+    bool m_started = false;  // the controls are set up: their notifications mean the operator or a selection
+    bool m_confirming = false;  // a confirmed entry is on its way
 
     CxComboBox m_upper;
     CxComboBox m_account;
@@ -108,7 +108,7 @@ private:
     CxComboBox m_direction;
     CxComboBox m_currency;
     CComboBox m_openDirection;
-    ChosenContract m_chosen{*this};
+    Contract m_contract{*this};
     NumericEntry m_numbers;
 };
 

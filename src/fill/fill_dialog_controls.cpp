@@ -65,14 +65,14 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
     DDX_Text(exchange, IDC_SYSTEM_NO, m_form.systemNo);
     DDX_CodedText(exchange, m_upper, m_form.upper);
     DDX_CodedText(exchange, m_account, m_form.account);
-    DDX_Code(exchange, m_fillSource, FillSources(m_form), m_form.fillSource);
+    DDX_Code(exchange, m_fillSource, SourcesOf(m_form), m_form.source);
     DDX_Number(exchange, IDC_FILL_QTY, m_form.fillQty);
     DDX_Code(exchange, m_direction, kDirections, m_form.direction);
-    DDX_Text(exchange, IDC_FILL_PRICE_WHOLE, m_form.price.whole);
-    DDX_Number(exchange, IDC_FILL_PRICE_NUMERATOR, m_form.price.numerator);
+    DDX_Text(exchange, IDC_FILL_PRICE_WHOLE, m_form.fillPrice.whole);
+    DDX_Number(exchange, IDC_FILL_PRICE_NUMERATOR, m_form.fillPrice.numerator);
     DDX_Text(exchange, IDC_OPEN_CONTRACT, m_form.openContract);
-    DDX_Text(exchange, IDC_FILL_PRICE2_WHOLE, m_form.price2.whole);
-    DDX_Number(exchange, IDC_FILL_PRICE2_NUMERATOR, m_form.price2.numerator);
+    DDX_Text(exchange, IDC_FILL_PRICE2_WHOLE, m_form.fillPrice2.whole);
+    DDX_Number(exchange, IDC_FILL_PRICE2_NUMERATOR, m_form.fillPrice2.numerator);
     DDX_Flag(exchange, IDC_FILL_FEE_GIVEN, m_form.feeGiven);
     DDX_Text(exchange, IDC_FEE, m_form.fee);
     if (exchange->m_bSaveAndValidate) {
@@ -82,7 +82,7 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
         return;
     }
     ShowCommodity(m_form);
-    SetDlgItemText(IDC_FILL_CONTRACT, m_form.contract);
+    SetDlgItemText(IDC_FILL_CONTRACT, m_form.contractNo);
     DDX_Number(exchange, IDC_FILL_PRICE_DENOMINATOR, m_form.denominator);
     DDX_Number(exchange, IDC_FILL_PRICE2_DENOMINATOR, m_form.denominator);
     ShowOpenDirection();
@@ -107,7 +107,7 @@ void CEmendoMatch::SetUpControls() {
         m_openDirection.AddString(direction);
     }
     m_direction.SetItems(kDirections.Words(), false);
-    m_fillSource.SetItems(FillSources(m_form).Words(), false);
+    m_fillSource.SetItems(SourcesOf(m_form).Words(), false);
 }
 
 void CEmendoMatch::SetUpMode() {
@@ -115,7 +115,7 @@ void CEmendoMatch::SetUpMode() {
     if (!title.empty()) {
         SetWindowText(title);
     }
-    SetDlgItemText(IDC_CONFIRM, FillConfirmCaption(m_form.mode));
+    SetDlgItemText(IDC_CONFIRM, ConfirmText(m_form.mode));
     for (HWND child = ::GetWindow(m_hWnd, GW_CHILD); child; child = ::GetWindow(child, GW_HWNDNEXT)) {
         if (StartsDisabled(m_form.mode, m_form.order != nullptr, ::GetDlgCtrlID(child))) {
             ::EnableWindow(child, FALSE);
@@ -131,14 +131,14 @@ void CEmendoMatch::SetUpMode() {
 
 void CEmendoMatch::ShowLoadedRecord() {
     // The commodities are those of the exchange, so it has to be there first.
-    ShowLine(m_exchange, m_exchange.FindCode(m_form.exchange), m_form.exchange);
-    FillCommodities();
+    ShowLine(m_exchange, m_exchange.FindCode(m_form.exchangeNo), m_form.exchangeNo);
+    ShowCommodities();
     UpdateData(false);
 }
 
 void CEmendoMatch::ShowDefaults() {
     SelectDefaultExchange();
-    FillCommodities();
+    ShowCommodities();
     if (m_commodity.GetCount() > 0) {
         m_commodity.SetCurSel(0);
     }
@@ -150,32 +150,32 @@ bool CEmendoMatch::MayList() const {
     return ListsAreOpen(m_form.accountNo, m_form.sign, CurrentTradeData());
 }
 
-void CEmendoMatch::FillLists() {
+void CEmendoMatch::ShowLists() {
     const TradeData trade = CurrentTradeData();
     m_currency.SetItems(CurrencyItems(trade), true);
     m_currency.SelectString(-1, kPreferredCurrency);
-    FillAccounts();
+    ShowAccounts();
     m_upper.SetItems(UpperItems(m_form.sign, trade), true);
     m_exchange.SetItems(ExchangeItems(m_form.sign, trade), true);
 }
 
-void CEmendoMatch::FillAccounts() {
+void CEmendoMatch::ShowAccounts() {
     SetPlainItems(m_account,
                   MayList() ? AccountItems(m_form.sign, CurrentTradeData()) : std::vector<std::string>());
 }
 
-void CEmendoMatch::FillCommodities() {
+void CEmendoMatch::ShowCommodities() {
     const FillForm chosen = ChosenForm();
     std::vector<std::string> items;
     m_listedTypes.clear();
-    if (!chosen.exchange.empty() && MayList()) {
+    if (!chosen.exchangeNo.empty() && MayList()) {
         for (const CommodityRecord* commodity : CurrentTradeData().Commodities(ExchangeKeyOf(chosen))) {
             items.push_back(CodedItem(commodity->commodityNo.View(), commodity->commodityName.View()));
             m_listedTypes += commodity->commodityType;
         }
     }
     m_commodity.SetItems(std::move(items), true);
-    if (std::exchange(m_listedExchange, chosen.exchange) == chosen.exchange) {
+    if (std::exchange(m_listedExchange, chosen.exchangeNo) == chosen.exchangeNo) {
         ShowCommodity(chosen);
     }
 }
@@ -184,10 +184,10 @@ void CEmendoMatch::ShowCommodity(const FillForm& form) {
     std::size_t line = 0;
     while (line < m_listedTypes.size() &&
            (m_listedTypes[line] != form.commodityType ||
-            m_commodity.GetItemCode(static_cast<int>(line)) != form.commodity)) {
+            m_commodity.GetItemCode(static_cast<int>(line)) != form.commodityNo)) {
         ++line;
     }
-    ShowLine(m_commodity, line < m_listedTypes.size() ? static_cast<int>(line) : -1, form.commodity);
+    ShowLine(m_commodity, line < m_listedTypes.size() ? static_cast<int>(line) : -1, form.commodityNo);
 }
 
 // What was loaded need not be listed: without a selection its codes count before the lists', and its type is
@@ -198,19 +198,19 @@ FillForm CEmendoMatch::ChosenForm() const {
     const auto shows = [](const CxComboBox& combo, const std::string& code) {
         return combo.GetSelectedIndex() < 0 && combo.Shows(code);
     };
-    chosen.exchange = loaded.exchangeNo.Str();
-    if (!shows(m_exchange, chosen.exchange)) {
-        chosen.exchange = m_exchange.GetCurrentCode();
+    chosen.exchangeNo = loaded.exchangeNo.Str();
+    if (!shows(m_exchange, chosen.exchangeNo)) {
+        chosen.exchangeNo = m_exchange.GetCurrentCode();
     }
-    chosen.commodity = loaded.commodityNo.Str();
+    chosen.commodityNo = loaded.commodityNo.Str();
     chosen.commodityType = loaded.commodityType;
-    if (loaded.exchangeNo != chosen.exchange || !shows(m_commodity, chosen.commodity)) {
+    if (loaded.exchangeNo != chosen.exchangeNo || !shows(m_commodity, chosen.commodityNo)) {
         const auto line = static_cast<std::size_t>(m_commodity.GetCurrentIndex());
-        chosen.commodity = m_commodity.GetCurrentCode();
+        chosen.commodityNo = m_commodity.GetCurrentCode();
         chosen.commodityType = line < m_listedTypes.size() ? m_listedTypes[line] : loaded.commodityType;
     }
     const std::string contract = GetDlgItemText(IDC_FILL_CONTRACT);
-    chosen.contract = contract == m_form.loadedContract ? contract : std::string(TrimBlanks(contract));
+    chosen.contractNo = contract == m_form.loadedContract ? contract : std::string(TrimBlanks(contract));
     return chosen;
 }
 
@@ -218,9 +218,9 @@ FillForm CEmendoMatch::ChosenForm() const {
 
 void CEmendoMatch::SelectDefaultExchange() {
     const std::string exchange = DefaultExchange(m_form, CurrentTradeData());
-    if (!exchange.empty() && ChosenForm().exchange != exchange) {
+    if (!exchange.empty() && ChosenForm().exchangeNo != exchange) {
         ShowLine(m_exchange, m_exchange.FindCode(exchange), exchange);
-        FillCommodities();
+        ShowCommodities();
     }
 }
 
@@ -228,20 +228,20 @@ void CEmendoMatch::ShowOpenDirection() {
     m_openDirection.SetWindowText(DirectionToText(OppositeDirection(m_form.direction)));
 }
 
-void CEmendoMatch::Relayout() {
+void CEmendoMatch::Refresh() {
     const FillForm chosen = ChosenForm();
-    if (chosen.commodity.empty() || chosen.exchange.empty()) {
+    if (chosen.commodityNo.empty() || chosen.exchangeNo.empty()) {
         return;
     }
     CDataExchange reading(*this, true);
-    DDX_Code(&reading, m_fillSource, FillSources(m_form), m_form.fillSource);
+    DDX_Code(&reading, m_fillSource, SourcesOf(m_form), m_form.source);
     const FillView view =
-        ViewOf(m_form.mode, m_form.fillSource, FindCommodity(chosen, CurrentTradeData()), m_form.denominator);
-    if (view.fillSource == OrderSource::kCarry) {
+        ViewOf(m_form.mode, m_form.source, FindCommodity(chosen, CurrentTradeData()), m_form.denominator);
+    if (view.source == OrderSource::kCarry) {
         SelectDefaultExchange();
     }
     RedrawOff redrawOff(m_hWnd);
-    ApplyControlStates(m_hWnd, FillControlStates(view));
+    ApplyControlStates(m_hWnd, RefreshStates(view));
     if (std::exchange(m_form.denominator, view.denominator) != view.denominator || !view.Fractional()) {
         // A numerator belongs to its denominator.
         const auto ownTexts = m_numbers.OwnTexts();

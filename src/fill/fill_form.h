@@ -29,17 +29,17 @@ struct FillForm {
     std::string systemNo;
     std::string upper;
     std::string account;
-    char fillSource = 0;  // 0: none
+    char source = 0;  // 0: none
     std::int32_t fillQty = 0;
-    std::string exchange;
-    std::string commodity;
+    std::string exchangeNo;
+    std::string commodityNo;
     char commodityType = CommodityType::kUnknown;  // of the line shown; without one of the loaded record
-    std::string contract;  // short text: "1509", "1509 C3000/1509 P3000"; the close contract of a carry
-    char direction = 0;    // 0: none; the open direction is the opposite
-    PriceRow price;
+    std::string contractNo;  // short text: "1509", "1509 C3000/1509 P3000"; the close contract of a carry
+    char direction = 0;      // 0: none; the open direction is the opposite
+    PriceRow fillPrice;
     std::int32_t denominator = 1;  // of both prices
     std::string openContract;
-    PriceRow price2;  // second leg of a combination, open leg of a carry
+    PriceRow fillPrice2;  // second leg of a combination, open leg of a carry
     std::string currency;
     bool feeGiven = false;
     double fee = 0;

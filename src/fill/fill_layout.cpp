@@ -71,10 +71,10 @@ FillLayout FillView::Layout() const {
     return combination ? FillLayout::Combination : FillLayout::Single;
 }
 
-FillView ViewOf(FillMode mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator) {
+FillView ViewOf(FillMode mode, char source, const CommodityRecord* commodity, std::int32_t denominator) {
     const bool fullInput = mode == FillMode::FullInput;
-    FillView view{mode, fillSource, false, false, denominator};
-    view.carry = fullInput && fillSource == OrderSource::kCarry;
+    FillView view{mode, source, false, false, denominator};
+    view.carry = fullInput && source == OrderSource::kCarry;
     if (commodity) {
         view.combination = fullInput && IsTwoLegType(commodity->commodityType);
         view.denominator = static_cast<std::int32_t>(commodity->tickDenominator);
@@ -82,11 +82,11 @@ FillView ViewOf(FillMode mode, char fillSource, const CommodityRecord* commodity
     return view;
 }
 
-std::vector<ControlState> FillControlStates(const FillView& view) {
+std::vector<ControlState> RefreshStates(const FillView& view) {
     const Wanted carry = WantedIf(view.carry);
     const Wanted second = WantedIf(view.carry || view.combination);
     const bool fractional = view.Fractional();
-    const bool exchangeFree = view.fillSource != OrderSource::kCarry && view.mode != FillMode::FullInput &&
+    const bool exchangeFree = view.source != OrderSource::kCarry && view.mode != FillMode::FullInput &&
                               view.mode != FillMode::Remove;
 
     std::vector<ControlState> states{{IDC_EXCHANGE, Wanted::Keep, WantedIf(exchangeFree)}};

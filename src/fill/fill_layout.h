@@ -21,7 +21,7 @@ bool StartsDisabled(FillMode mode, bool forOrder, int controlId);
 // What decides which controls are shown and enabled.
 struct FillView {
     FillMode mode = FillMode::FullInput;
-    char fillSource = 0;  // code; 0 for none
+    char source = 0;  // 0: none
     bool carry = false;
     bool combination = false;
     std::int32_t denominator = 1;  // of both prices
@@ -31,10 +31,10 @@ struct FillView {
 };
 
 // `commodity` is the chosen one, null when it is not known; its denominator then stays the dialog's.
-FillView ViewOf(FillMode mode, char fillSource, const CommodityRecord* commodity, std::int32_t denominator);
+FillView ViewOf(FillMode mode, char source, const CommodityRecord* commodity, std::int32_t denominator);
 
 // The controls whose state follows the view, and their states.
-std::vector<ControlState> FillControlStates(const FillView& view);
+std::vector<ControlState> RefreshStates(const FillView& view);
 
 // The controls that move when the layout changes, and by how many rows; negative is upwards. The window grows
 // by as much as its bottom controls move.

@@ -17,8 +17,8 @@ template <typename Record>
 void TakeIdentity(FillForm& form, const Record& record) {
     form.account = form.accountNo = record.accountNo.Str();
     form.sign = record.key.sign.Str();
-    form.exchange = record.key.exchangeNo.Str();
-    form.commodity = record.key.commodityNo.Str();
+    form.exchangeNo = record.key.exchangeNo.Str();
+    form.commodityNo = record.key.commodityNo.Str();
     form.commodityType = record.key.commodityType;
     form.upper = record.upperNo.Str();
     form.direction = record.direction;
@@ -48,12 +48,12 @@ void TakePrice(FillForm& form, const std::string& text, const TradeData& trade) 
         }
         price = InPartsOf(form.denominator, price);
     }
-    form.price = price.row;
+    form.fillPrice = price.row;
 }
 
 void LoadFill(FillForm& form, const FillRecord& fill) {
     TakeIdentity(form, fill);
-    form.fillSource = fill.fillSource;
+    form.source = fill.fillSource;
     form.fillQty = static_cast<std::int32_t>(fill.fillQty);
     form.fillNo = fill.fillNo;
     form.exchangeFillNo = fill.exchangeFillNo.Str();
@@ -62,18 +62,18 @@ void LoadFill(FillForm& form, const FillRecord& fill) {
     ContractKey key{};
     std::memcpy(&key, &fill.key, sizeof(fill.key));
     form.loadedKey = CleanKey(key);
-    form.contract = form.loadedContract = fill.key.contractNo.Str();
+    form.contractNo = form.loadedContract = fill.key.contractNo.Str();
 }
 
 void LoadOrder(FillForm& form, const OrderRecord& order, const TradeData& trade) {
     TakeIdentity(form, order);
-    form.fillSource = order.orderSource;
+    form.source = order.orderSource;
     form.remainingOrderQty = static_cast<std::int32_t>(order.orderQty - order.fillQty);
     form.fillQty = form.remainingOrderQty;
     form.systemNo = order.systemNo.Str();
     form.loadedKey = CleanKey(order.key);
-    FormatContractText(order.key, form.contract, true, false, trade);
-    form.loadedContract = form.contract;
+    FormatContractText(order.key, form.contractNo, true, false, trade);
+    form.loadedContract = form.contractNo;
 }
 
 }  // namespace
@@ -104,7 +104,7 @@ std::string FillTitle(const FillForm& form) {
     }
 }
 
-std::string FillConfirmCaption(FillMode mode) {
+std::string ConfirmText(FillMode mode) {
     switch (mode) {
         case FillMode::Modify:
             return ResString(IDS_MODIFY);
@@ -131,17 +131,17 @@ bool LoadRecord(FillForm& form, const TradeData& trade) {
     } else {
         return false;
     }
-    if (form.fillSource == OrderSource::kCarry && !form.exchange.empty() && !form.commodity.empty()) {
+    if (form.source == OrderSource::kCarry && !form.exchangeNo.empty() && !form.commodityNo.empty()) {
         // A carry belongs on the forward market, whatever exchange its record names.
         const std::string exchange = DefaultExchange(form, trade);
-        form.exchange = exchange.empty() ? form.exchange : exchange;
+        form.exchangeNo = exchange.empty() ? form.exchangeNo : exchange;
     }
     TakePrice(form,
               form.fill ? trade.FormatPrice(form.fill, form.fill->fillPrice)
                         : trade.FormatPrice(form.order, form.order->fillPrice),
               trade);
     if (!form.fill && IsTwoLegType(form.commodityType)) {
-        form.price2 = form.price;
+        form.fillPrice2 = form.fillPrice;
     }
     return true;
 }

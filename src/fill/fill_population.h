@@ -12,7 +12,7 @@
 inline constexpr CodeList kDirections{"BS", DirectionToText, DirectionFromText};
 // A carry is not offered; it comes from a loaded record only. An order's source may be All, which a fill's is
 // not.
-inline CodeList FillSources(const FillForm& form) {
+inline CodeList SourcesOf(const FillForm& form) {
     return {"EJPMSDR", form.fill ? OrderSourceToText : OrderSourceToTextWithAll, OrderSourceFromText};
 }
 
@@ -22,7 +22,7 @@ std::string DefaultExchange(const FillForm& form, const TradeData& trade);
 
 // Title of the dialog; empty: the caption of the template stays, because there is no order to name.
 std::string FillTitle(const FillForm& form);
-std::string FillConfirmCaption(FillMode mode);
+std::string ConfirmText(FillMode mode);
 
 // Generated numbers of an input: the fill's on the exchange, and the system number unless an order gives one.
 void GenerateNumbers(FillForm& form, const LocalMoment& now);

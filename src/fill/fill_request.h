@@ -22,6 +22,6 @@ SingleContractKey CloseContractKeyOf(const FillForm& form);
 const CommodityRecord* FindCommodity(const FillForm& form, const TradeData& trade);
 
 // The request as all modes start it, zero where the form says nothing. `now` is its fill time.
-FillRecord MakeFillRecord(const FillForm& form, const LocalMoment& now);
+FillRecord BuildFill(const FillForm& form, const LocalMoment& now);
 // The fee as the fee box says: 'Y' with the amount, 'N' with what stands there already.
 void SetFee(FillRecord& fill, const FillForm& form);

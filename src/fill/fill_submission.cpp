@@ -54,7 +54,7 @@ FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const Legs& legs, c
     }
     bool sent = services.requests.SendFill(fill);
     if (legs.Combination()) {
-        fill.fillPrice = PriceOf(form, form.price2);
+        fill.fillPrice = PriceOf(form, form.fillPrice2);
         fill.key = legs.second;
         fill.exchangeFillNo.Set(exchangeFillNo + "_2");
         fill.direction = OppositeDirection(fill.direction);
@@ -114,7 +114,7 @@ FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const Legs& le
     if (SendLegs(fill, form, legs, services) == FillOutcome::Gone) {
         return FillOutcome::Gone;
     }
-    fill.fillPrice = PriceOf(form, form.price2);
+    fill.fillPrice = PriceOf(form, form.fillPrice2);
     fill.direction = OppositeDirection(fill.direction);
     fill.key.contractNo.Set(form.openContract);
     fill.fillNo.Set(fill.fillNo.Str() + "~");
@@ -159,7 +159,7 @@ FillOutcome SubmitFill(const FillForm& form, const FillServices& services) {
     if (!services.prompt.DialogExists()) {
         return FillOutcome::Gone;
     }
-    FillRecord fill = MakeFillRecord(form, services.clock.Now());
+    FillRecord fill = BuildFill(form, services.clock.Now());
     switch (form.mode) {
         case FillMode::Modify:
             return Tell(services, ResString(IDS_SEND_MODIFY_FAILED));

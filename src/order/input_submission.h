@@ -19,8 +19,8 @@ protected:
 // What a submission works with. Nothing of it may belong to the dialog, which may go before the submission
 // has ended.
 struct OrderServices {
-    const TradeData& trade;
-    const TradeRequests& requests;
+    TradeData trade;
+    TradeRequests requests;
     IPrompt& prompt;
     IPause& pause;
     const IClock& clock;

@@ -239,7 +239,7 @@ OrderCheck CheckOrder(OrderForm& form, const TradeData& trade, IPrompt& prompt) 
         const std::string text = JoinTexts(findings.warnings) + ResString(IDS_CONFIRM_WARNINGS);
         const PromptAnswer answer = prompt.Ask(text, ResString(IDS_CONFIRM_CAPTION), PromptButtons::OkCancel);
         if (answer != PromptAnswer::Ok || !prompt.DialogExists()) {
-            check.focusFillPrice = prompt.DialogExists();
+            check.priceDoubted = prompt.DialogExists();
             return check;
         }
     }

@@ -21,7 +21,7 @@ OrderFindings FindOrderProblems(const OrderForm& form, const TradeData& trade);
 // The same, with the messages shown and the doubts put to the operator.
 struct OrderCheck {
     bool passed = false;
-    bool focusFillPrice = false;               // the operator wants to correct the fill price
+    bool priceDoubted = false;                 // the operator wants to correct the fill price
     const ContractRecord* contract = nullptr;  // not null when passed
 };
 // In the form entries lose the blanks around them, and a whole fill of a new order takes its quantity.

@@ -89,18 +89,18 @@ bool CEmendoOrder::Create() {
 BOOL CEmendoOrder::OnInitDialog() {
     CDialog::OnInitDialog();
     SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    SetUpCombos();
+    SetUpControls();
     m_contractEdit.SubclassDlgItem(IDC_CONTRACT, m_hWnd);
     m_numbers.Attach(m_hWnd);
     m_form.validUntil = SystemClock().Now().fields;
-    ListWords();
+    ShowWords();
     const auto currencies = ListCurrencies(m_form, CurrentTradeData());
     Combo(IDC_CURRENCY).SetLines(currencies);
     m_form.currency = PreferredCurrency(currencies);
     ShowAccounts();
     Combo(IDC_UPPER).SetLines(ListUppers(m_form, CurrentTradeData()));
 
-    LoadOriginal(m_form, CurrentTradeData());
+    LoadRecord(m_form, CurrentTradeData());
     m_accountText = m_form.account;
     ShowForm();
     RefreshControls();
@@ -112,7 +112,7 @@ BOOL CEmendoOrder::OnInitDialog() {
     }
     m_started = true;
     Refresh();
-    ApplyMode();
+    SetUpMode();
     UpdateFilters();
     SetTimer(kStartTimer, kStartTimerPeriod);
     return FALSE;
@@ -162,35 +162,32 @@ void CEmendoOrder::OnConfirm() {
         ReadForm();
         OrderForm entered = m_form;  // an account that is not listed is never the dialog's own
         entered.account = m_accountText;
-        const TradeData trade = CurrentTradeData();
-        const TradeRequests requests = CurrentTradeRequests();
         MessagePause pause;
-        const Submission submission =
-            SubmitOrder(entered, OrderServices{trade, requests, prompt, pause, SystemClock()});
+        const OrderOutcome outcome =
+            SubmitOrder(entered, {CurrentTradeData(), CurrentTradeRequests(), prompt, pause, SystemClock()});
         if (prompt.DialogExists()) {
-            Finish(submission);
+            Finish(outcome);
         }
     }
 }
 
-void CEmendoOrder::Finish(const Submission& submission) {
-    switch (submission.outcome) {
-        case SubmitOutcome::Close:
+void CEmendoOrder::Finish(OrderOutcome outcome) {
+    switch (outcome) {
+        case OrderOutcome::Close:
             SendMessage(WM_CLOSE);
-            return;
-        case SubmitOutcome::NextOrder:
+            break;
+        case OrderOutcome::NextOrder:
             PrepareNextOrder(m_form, SystemClock().Now());
             SetDlgItemText(IDC_ORDER_QTY, "0");
             ShowNumbers();
             ::SetFocus(GetDlgItem(IDC_ACCOUNT));
-            return;
-        case SubmitOutcome::Stay:
-            if (submission.focusFillPrice) {
-                ::SetFocus(GetDlgItem(IDC_FILL_PRICE_WHOLE));
-            }
-            return;
-        case SubmitOutcome::Gone:
-            return;
+            break;
+        case OrderOutcome::StayWithPrice:
+            ::SetFocus(GetDlgItem(IDC_FILL_PRICE_WHOLE));
+            break;
+        case OrderOutcome::Stay:
+        case OrderOutcome::Gone:
+            break;
     }
 }
 

@@ -104,20 +104,20 @@ private:
     void TakeAccountRow(int index, std::string_view accountNo);
     void TakeShownContract();
 
-    void ListWords();
+    void ShowWords();
     void ShowAccounts();
     void ShowForwardContracts();
-    void SetUpCombos();
+    void SetUpControls();
     void ShowContract();
     void ShowNumbers();
 
     void Apply(const std::vector<ControlChange>& changes);
-    void ApplyMode();
+    void SetUpMode();
     void Refresh();  // nothing before the dialog has started
     void RefreshControls();
     void FollowCommodity();
     // Reads the controls and the commodity, whose denominator becomes the form's.
-    LayoutInput TakeLayoutInput();
+    OrderView TakeView();
     void ArrangeBottomRow();
 
     bool IsCarryReady() const { return m_form.mode == OrderMode::Carry && m_started && !m_showing; }
@@ -127,7 +127,7 @@ private:
 
     // Makes, fills and places the contract picker. False when there is none.
     bool PreparePicker();
-    void Finish(const Submission& submission);
+    void Finish(OrderOutcome outcome);
 
     unsigned m_templateId;
     HWND m_parent;

@@ -142,13 +142,13 @@ void CEmendoOrder::ShowForm() {
     UpdateData(false);
 }
 
-void CEmendoOrder::SetUpCombos() {
+void CEmendoOrder::SetUpControls() {
     for (const ComboSettings& settings : OrderComboSettings()) {
         SetUpCombo(Combo(settings.id), settings);
     }
 }
 
-void CEmendoOrder::ListWords() {
+void CEmendoOrder::ShowWords() {
     for (const WordList& words : OrderWordLists()) {
         Combo(words.comboId).SetLines(words.list.Words());
     }
@@ -265,8 +265,8 @@ void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
     }
 }
 
-void CEmendoOrder::ApplyMode() {
-    const ModeSetup setup = SetUpMode(m_form, CurrentTradeData(), SystemClock().Now());
+void CEmendoOrder::SetUpMode() {
+    const ModeSetup setup = ModeSetupOf(m_form, CurrentTradeData(), SystemClock().Now());
     if (!setup.title.empty()) {
         SetWindowText(setup.title);
     }
@@ -306,7 +306,7 @@ void CEmendoOrder::RefreshControls() {
     }
     const ScopedValue refreshing(m_refreshing, true);
     RedrawOff redrawOff(m_hWnd);
-    Apply(RefreshChanges(TakeLayoutInput()));
+    Apply(RefreshChanges(TakeView()));
     ArrangeBottomRow();
 }
 
@@ -314,15 +314,15 @@ void CEmendoOrder::RefreshControls() {
 // entered stays.
 void CEmendoOrder::FollowCommodity() {
     if (m_form.mode != OrderMode::Exercise) {
-        Apply(CommodityChanges(TakeLayoutInput()));
+        Apply(CommodityChanges(TakeView()));
     }
 }
 
-LayoutInput CEmendoOrder::TakeLayoutInput() {
+OrderView CEmendoOrder::TakeView() {
     ReadForm();
-    const LayoutInput input = LayoutInputOf(m_form, CurrentTradeData().Commodity(CommodityKeyOf(m_form)));
-    m_form.denominator = input.denominator;
-    return input;
+    const OrderView view = ViewOf(m_form, CurrentTradeData().Commodity(CommodityKeyOf(m_form)));
+    m_form.denominator = view.denominator;
+    return view;
 }
 
 void CEmendoOrder::ArrangeBottomRow() {

@@ -62,57 +62,57 @@ private:
     std::vector<ControlChange> m_list;
 };
 
-bool InFillState(const LayoutInput& input) {
-    return HasFill(input.orderState) || input.mode == OrderMode::Carry;
+bool InFillState(const OrderView& view) {
+    return HasFill(view.orderState) || view.mode == OrderMode::Carry;
 }
 
-bool IsRowEnabled(PriceRowKind kind, const LayoutInput& input) {
-    const bool limitStop = input.orderType == OrderType::kLimitStop;
+bool IsRowEnabled(PriceRowKind kind, const OrderView& view) {
+    const bool limitStop = view.orderType == OrderType::kLimitStop;
     switch (kind) {
         case kOrderPriceRow:
-            return input.orderType == OrderType::kLimit || limitStop;
+            return view.orderType == OrderType::kLimit || limitStop;
         case kTriggerPriceRow:
-            return input.orderType == OrderType::kStopLoss || limitStop;
+            return view.orderType == OrderType::kStopLoss || limitStop;
         case kFillPriceRow:
-            return InFillState(input);
+            return InFillState(view);
         case kFillPrice2Row:
-            return input.mode == OrderMode::Carry || (InFillState(input) && input.spread);
+            return view.mode == OrderMode::Carry || (InFillState(view) && view.spread);
         case kNearPositionPriceRow:
-            return input.nearPositionChosen;
+            return view.nearPositionChosen;
         case kForwardPositionPriceRow:
-            return input.forwardPositionChosen;
+            return view.forwardPositionChosen;
     }
     return false;
 }
 
 // A numerator belongs to the denominator that it was entered for.
-void ShowDenominator(const LayoutInput& input, Changes& changes) {
-    const bool numeratorsCount = input.fraction && !input.newDenominator;
+void ShowDenominator(const OrderView& view, Changes& changes) {
+    const bool numeratorsCount = view.fractional && !view.newDenominator;
     for (const PriceRowControls& row : kPriceRows) {
-        changes.Text(row.denominator, std::to_string(input.denominator));
+        changes.Text(row.denominator, std::to_string(view.denominator));
         if (!numeratorsCount) {
             changes.Text(row.numerator, "0");
         }
     }
 }
 
-void RefreshFill(const LayoutInput& input, Changes& changes) {
-    const bool carry = input.mode == OrderMode::Carry;
-    const bool filled = InFillState(input);
+void RefreshFill(const OrderView& view, Changes& changes) {
+    const bool carry = view.mode == OrderMode::Carry;
+    const bool filled = InFillState(view);
 
     const PriceRowControls& price = kPriceRows[kFillPriceRow];
-    changes.EnableRow(price, filled, input.fraction);
+    changes.EnableRow(price, filled, view.fractional);
     if (filled && !carry) {  // a carry has no order price of its own
-        changes.Text(price.whole, input.orderPriceWhole);
+        changes.Text(price.whole, view.orderPriceWhole);
     }
     changes.ZeroDisabled(price, filled);
-    changes.EnableRow(kPriceRows[kFillPrice2Row], IsRowEnabled(kFillPrice2Row, input), input.fraction);
+    changes.EnableRow(kPriceRows[kFillPrice2Row], IsRowEnabled(kFillPrice2Row, view), view.fractional);
 
     // A whole fill takes the order's quantity, which the report of a changed order quantity copies.
     const bool ownQty =
-        filled && input.mode != OrderMode::Modify && (carry || input.orderState != OrderState::kFilled);
+        filled && view.mode != OrderMode::Modify && (carry || view.orderState != OrderState::kFilled);
     changes.Enable({IDC_FILL_QTY_LABEL, IDC_FILL_QTY, IDC_FILL_QTY_SPIN}, ownQty);
-    if (!ownQty && input.mode != OrderMode::Modify) {
+    if (!ownQty && view.mode != OrderMode::Modify) {
         changes.Text(IDC_FILL_QTY, "0");
     }
     changes.Tell(IDC_ORDER_QTY, Then::TellChanged);
@@ -124,19 +124,19 @@ void RefreshFill(const LayoutInput& input, Changes& changes) {
     }
 }
 
-void RefreshOrder(const LayoutInput& input, Changes& changes) {
-    const bool order = input.mode != OrderMode::Carry;
+void RefreshOrder(const OrderView& view, Changes& changes) {
+    const bool order = view.mode != OrderMode::Carry;
     changes.ShowAndEnable({IDC_SOURCE_LABEL, IDC_SOURCE, IDC_ORDER_TYPE_LABEL, IDC_ORDER_TYPE,
                            IDC_ORDER_STATE_LABEL, IDC_ORDER_STATE, IDC_VALID_TYPE_LABEL, IDC_VALID_TYPE,
                            IDC_ORDER_QTY_LABEL, IDC_ORDER_QTY, IDC_ORDER_QTY_SPIN, IDC_FORCE_CLOSE},
                           order);
     changes.Show({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, order);
-    changes.Enable({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, input.validType == ValidType::kTillDate);
+    changes.Enable({IDC_VALID_DATE_LABEL, IDC_VALID_DATE}, view.validType == ValidType::kTillDate);
 
     for (const PriceRowKind kind : {kOrderPriceRow, kTriggerPriceRow}) {
-        const bool enabled = IsRowEnabled(kind, input);
+        const bool enabled = IsRowEnabled(kind, view);
         changes.ShowRow(kPriceRows[kind], order);
-        changes.EnableRow(kPriceRows[kind], enabled, input.fraction);
+        changes.EnableRow(kPriceRows[kind], enabled, view.fractional);
         changes.ZeroDisabled(kPriceRows[kind], enabled);
     }
 }
@@ -152,18 +152,18 @@ void RefreshPositionPrice(const PriceRowControls& row, bool carry, bool chosen, 
     }
 }
 
-void RefreshCarry(const LayoutInput& input, Changes& changes) {
-    const bool carry = input.mode == OrderMode::Carry;
+void RefreshCarry(const OrderView& view, Changes& changes) {
+    const bool carry = view.mode == OrderMode::Carry;
     changes.ShowAndEnable({IDC_FORWARD_CONTRACT_LABEL, IDC_FORWARD_CONTRACT}, carry);
     changes.Show({IDC_FORWARD_DIRECTION_LABEL, IDC_FORWARD_DIRECTION, IDC_NEAR_CHOSEN_POSITION,
                   IDC_FORWARD_CHOSEN_POSITION, IDC_NEAR_POSITION_QTY_LABEL, IDC_NEAR_POSITION_QTY,
                   IDC_FORWARD_POSITION_QTY_LABEL, IDC_FORWARD_POSITION_QTY, IDC_FORWARD_FILL_QTY_LABEL,
                   IDC_FORWARD_FILL_QTY},
                  carry);
-    RefreshPositionPrice(kPriceRows[kNearPositionPriceRow], carry, input.nearPositionChosen, input.fraction,
+    RefreshPositionPrice(kPriceRows[kNearPositionPriceRow], carry, view.nearPositionChosen, view.fractional,
                          changes);
-    RefreshPositionPrice(kPriceRows[kForwardPositionPriceRow], carry, input.forwardPositionChosen,
-                         input.fraction, changes);
+    RefreshPositionPrice(kPriceRows[kForwardPositionPriceRow], carry, view.forwardPositionChosen,
+                         view.fractional, changes);
 }
 
 // The server keeps the number that the back office once gave; an order without one gets it now.
@@ -181,54 +181,54 @@ void SetUpModify(const OrderForm& form, const TradeData& trade, const LocalMomen
 
 }  // namespace
 
-LayoutInput LayoutInputOf(const OrderForm& form, const CommodityRecord* commodity) {
-    LayoutInput input;
+OrderView ViewOf(const OrderForm& form, const CommodityRecord* commodity) {
+    OrderView view;
     const bool carry = form.mode == OrderMode::Carry;
-    input.mode = form.mode;
-    input.orderType = carry ? OrderType::kLimit : form.orderType;
-    input.orderState = carry ? OrderState::kFilled : form.orderState;
-    input.validType = carry ? ValidType::kDay : form.validType;
-    input.denominator = form.denominator;
+    view.mode = form.mode;
+    view.orderType = carry ? OrderType::kLimit : form.orderType;
+    view.orderState = carry ? OrderState::kFilled : form.orderState;
+    view.validType = carry ? ValidType::kDay : form.validType;
+    view.denominator = form.denominator;
     if (commodity) {
         constexpr std::uint32_t kMost = std::numeric_limits<std::int32_t>::max();
-        input.denominator = static_cast<std::int32_t>(std::min(commodity->tickDenominator + 0u, kMost));
-        input.fraction = commodity->tickDenominator >= 2;
+        view.denominator = static_cast<std::int32_t>(std::min(commodity->tickDenominator + 0u, kMost));
+        view.fractional = commodity->tickDenominator >= 2;
     }
-    input.newDenominator = input.denominator != form.denominator;
-    input.spread = IsSpread(form.commodityType);
-    input.nearPositionChosen = form.nearPositionChosen;
-    input.forwardPositionChosen = form.forwardPositionChosen;
-    input.orderPriceWhole = form.orderPrice.whole;
-    return input;
+    view.newDenominator = view.denominator != form.denominator;
+    view.spread = IsSpread(form.commodityType);
+    view.nearPositionChosen = form.nearPositionChosen;
+    view.forwardPositionChosen = form.forwardPositionChosen;
+    view.orderPriceWhole = form.orderPrice.whole;
+    return view;
 }
 
-std::vector<ControlChange> RefreshChanges(const LayoutInput& input) {
+std::vector<ControlChange> RefreshChanges(const OrderView& view) {
     Changes changes;
-    if (input.mode == OrderMode::Carry) {
+    if (view.mode == OrderMode::Carry) {
         changes.Enter(IDC_ORDER_TYPE, OrderType::kLimit);
         changes.Enter(IDC_ORDER_STATE, OrderState::kFilled);
         changes.Enter(IDC_VALID_TYPE, ValidType::kDay);
     }
-    RefreshFill(input, changes);
-    RefreshOrder(input, changes);
-    RefreshCarry(input, changes);
-    ShowDenominator(input, changes);
+    RefreshFill(view, changes);
+    RefreshOrder(view, changes);
+    RefreshCarry(view, changes);
+    ShowDenominator(view, changes);
     return changes.Take();
 }
 
-std::vector<ControlChange> CommodityChanges(const LayoutInput& input) {
+std::vector<ControlChange> CommodityChanges(const OrderView& view) {
     Changes changes;
     const PriceRowControls& price2 = kPriceRows[kFillPrice2Row];
-    changes.Enable({price2.label, price2.whole, price2.spin}, IsRowEnabled(kFillPrice2Row, input));
+    changes.Enable({price2.label, price2.whole, price2.spin}, IsRowEnabled(kFillPrice2Row, view));
     for (int kind = kOrderPriceRow; kind <= kForwardPositionPriceRow; ++kind) {
         changes.EnableFraction(kPriceRows[static_cast<std::size_t>(kind)],
-                               IsRowEnabled(static_cast<PriceRowKind>(kind), input) && input.fraction);
+                               IsRowEnabled(static_cast<PriceRowKind>(kind), view) && view.fractional);
     }
-    ShowDenominator(input, changes);
+    ShowDenominator(view, changes);
     return changes.Take();
 }
 
-ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMoment& now) {
+ModeSetup ModeSetupOf(const OrderForm& form, const TradeData& trade, const LocalMoment& now) {
     ModeSetup setup;
     setup.title = OrderTitle(form.mode, form.original);
     setup.confirmText = ConfirmText(form.mode);

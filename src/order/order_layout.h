@@ -69,12 +69,12 @@ struct ControlChange {
 };
 
 // What the controls follow.
-struct LayoutInput {
+struct OrderView {
     OrderMode mode = OrderMode::Input;
     char orderType = 0;
     char orderState = 0;
     char validType = 0;
-    bool fraction = false;  // prices are quoted in fractions of the denominator
+    bool fractional = false;  // prices are quoted in fractions of the denominator
     bool spread = false;
     bool nearPositionChosen = false;
     bool forwardPositionChosen = false;
@@ -84,15 +84,15 @@ struct LayoutInput {
 };
 
 // `commodity` is the one that the form names, null when it is not known: then the form's denominator stays.
-LayoutInput LayoutInputOf(const OrderForm& form, const CommodityRecord* commodity);
+OrderView ViewOf(const OrderForm& form, const CommodityRecord* commodity);
 
 // The refresh that follows a new order type, state, source or contract. Not for the exercise, whose template
 // is left as it is. A refresh must not be started while its changes are applied.
-std::vector<ControlChange> RefreshChanges(const LayoutInput& input);
+std::vector<ControlChange> RefreshChanges(const OrderView& view);
 
 // As much of a refresh as follows the commodity alone, for a contract that is typed: the fractions and the
 // second fill price. Of the entries only numerators that no longer count are touched.
-std::vector<ControlChange> CommodityChanges(const LayoutInput& input);
+std::vector<ControlChange> CommodityChanges(const OrderView& view);
 
 // What a mode wants once, after the first refresh.
 struct ModeSetup {
@@ -103,7 +103,7 @@ struct ModeSetup {
     std::vector<ControlChange> changes;
     int focusId = 0;  // 0: where it is
 };
-ModeSetup SetUpMode(const OrderForm& form, const TradeData& trade, const LocalMoment& now);
+ModeSetup ModeSetupOf(const OrderForm& form, const TradeData& trade, const LocalMoment& now);
 
 // The validity type decides alone over the valid-until date.
 std::vector<ControlState> ValidDateStates(char validType);

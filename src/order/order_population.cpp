@@ -181,7 +181,7 @@ std::optional<std::vector<std::string>> ListForwardContracts(const OrderForm& fo
     return items;
 }
 
-void LoadOriginal(OrderForm& form, const TradeData& trade) {
+void LoadRecord(OrderForm& form, const TradeData& trade) {
     if (form.original) {
         LoadOrder(form, *form.original, trade);
     } else {

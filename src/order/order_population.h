@@ -42,7 +42,7 @@ std::vector<AccountRow> ListAccounts(const OrderForm& form, const TradeData& tra
 std::optional<std::vector<std::string>> ListForwardContracts(const OrderForm& form, const TradeData& trade);
 
 // Takes the original order over, or gives a new order its defaults.
-void LoadOriginal(OrderForm& form, const TradeData& trade);
+void LoadRecord(OrderForm& form, const TradeData& trade);
 
 // The system number and the exchange fill number of a new entry. A modified order keeps its system number, a
 // moved one both.

@@ -8,26 +8,26 @@
 
 namespace {
 
-SubmitOutcome CloseIf(bool sent) {
-    return sent ? SubmitOutcome::Close : SubmitOutcome::Stay;
+OrderOutcome CloseIf(bool sent) {
+    return sent ? OrderOutcome::Close : OrderOutcome::Stay;
 }
 
-SubmitOutcome SubmitInput(const OrderForm& form, OrderRecord order, const OrderServices& services) {
+OrderOutcome SubmitInput(const OrderForm& form, OrderRecord order, const OrderServices& services) {
     if (order.orderState == OrderState::kFilled) {
         order.orderQty = order.fillQty;
     }
     if (SendInput(order, FillTermsOf(form), services).failed) {
-        return SubmitOutcome::Stay;
+        return OrderOutcome::Stay;
     }
     if (!services.prompt.DialogExists()) {
-        return SubmitOutcome::Gone;
+        return OrderOutcome::Gone;
     }
     const PromptAnswer answer =
         services.prompt.Ask(ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), PromptButtons::YesNo);
-    return answer == PromptAnswer::Yes ? SubmitOutcome::NextOrder : SubmitOutcome::Close;
+    return answer == PromptAnswer::Yes ? OrderOutcome::NextOrder : OrderOutcome::Close;
 }
 
-SubmitOutcome SubmitModify(OrderRecord order, const OrderServices& services) {
+OrderOutcome SubmitModify(OrderRecord order, const OrderServices& services) {
     const bool sent = services.requests.SendOrder(order);
     if (!sent) {
         Tell(IDS_SEND_MODIFY_FAILED, IDS_TIPS, services.prompt);
@@ -35,7 +35,7 @@ SubmitOutcome SubmitModify(OrderRecord order, const OrderServices& services) {
     return CloseIf(sent);
 }
 
-SubmitOutcome SubmitRemove(const OrderRecord& order, const OrderServices& services) {
+OrderOutcome SubmitRemove(const OrderRecord& order, const OrderServices& services) {
     const bool sent = services.requests.DeleteOrder(order.orderNo);
     if (!sent) {
         Tell(IDS_SEND_REMOVE_FAILED, IDS_TIPS, services.prompt);
@@ -43,15 +43,15 @@ SubmitOutcome SubmitRemove(const OrderRecord& order, const OrderServices& servic
     return CloseIf(sent);
 }
 
-SubmitOutcome SubmitMove(const OrderForm& form, OrderRecord order, const OrderServices& services) {
+OrderOutcome SubmitMove(const OrderForm& form, OrderRecord order, const OrderServices& services) {
     if (form.original && order.accountNo == form.original->accountNo.View()) {
         Tell(IDS_SAME_ACCOUNT, IDS_MOVE_FAILED_CAPTION, services.prompt);
-        return SubmitOutcome::Close;
+        return OrderOutcome::Close;
     }
     return CloseIf(services.requests.SendOrder(order));
 }
 
-SubmitOutcome Send(const OrderForm& form, const OrderRecord& order, const OrderServices& services) {
+OrderOutcome Send(const OrderForm& form, const OrderRecord& order, const OrderServices& services) {
     switch (form.mode) {
         case OrderMode::Input:
             return SubmitInput(form, order, services);
@@ -66,26 +66,21 @@ SubmitOutcome Send(const OrderForm& form, const OrderRecord& order, const OrderS
         case OrderMode::Exercise:
             return CloseIf(SubmitExercise(order, services));
     }
-    return SubmitOutcome::Close;
+    return OrderOutcome::Close;
 }
 
 }  // namespace
 
-Submission SubmitOrder(const OrderForm& form, const OrderServices& services) {
+OrderOutcome SubmitOrder(const OrderForm& form, const OrderServices& services) {
     OrderForm entered = form;  // what is checked is sent, whatever becomes of the dialog meanwhile
     const OrderCheck check = CheckOrder(entered, services.trade, services.prompt);
-    Submission submission;
-    submission.focusFillPrice = check.focusFillPrice;
+    OrderOutcome outcome = check.priceDoubted ? OrderOutcome::StayWithPrice : OrderOutcome::Stay;
     if (check.passed) {
         const OrderRecord order = BuildOrder(entered, check.contract, services.trade, services.clock.Now());
         // A host that took the dialog away meanwhile does not want its entry any more.
         if (services.prompt.DialogExists()) {
-            submission.outcome = Send(entered, order, services);
+            outcome = Send(entered, order, services);
         }
     }
-    if (!services.prompt.DialogExists()) {
-        submission.outcome = SubmitOutcome::Gone;
-        submission.focusFillPrice = false;
-    }
-    return submission;
+    return services.prompt.DialogExists() ? outcome : OrderOutcome::Gone;
 }

@@ -14,7 +14,7 @@ std::string StateOf(const FillView& view, int id) {
     const auto letter = [](Wanted wanted) {
         return wanted == Wanted::Keep ? '-' : wanted == Wanted::Yes ? 'y' : 'n';
     };
-    for (const ControlState& state : FillControlStates(view)) {
+    for (const ControlState& state : RefreshStates(view)) {
         if (state.id == id) {
             text += {letter(state.shown), letter(state.enabled)};
         }

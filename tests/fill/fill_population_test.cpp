@@ -27,9 +27,9 @@ protected:
         EXPECT_TRUE(LoadRecord(form, TradeData(&book)));
         std::string line;
         for (const std::string& text :
-             {std::string{form.fillSource, form.direction, form.commodityType}, form.exchangeFillNo,
-              form.account, form.accountNo, form.sign, form.exchange, form.commodity, form.contract,
-              form.upper, form.systemNo, Price(form, form.price), Price(form, form.price2)}) {
+             {std::string{form.source, form.direction, form.commodityType}, form.exchangeFillNo, form.account,
+              form.accountNo, form.sign, form.exchangeNo, form.commodityNo, form.contractNo, form.upper,
+              form.systemNo, Price(form, form.fillPrice), Price(form, form.fillPrice2)}) {
             line += text + "|";
         }
         return line + std::to_string(form.fillQty) + " of " + std::to_string(form.remainingOrderQty);
@@ -79,8 +79,8 @@ TEST_F(FillPopulation, WithoutASignTheListKnowsTheCommodity) {
         CommodityRecord* GetCommodity(const void*) override { return nullptr; }
     } unsignedBook;
     FillForm form;
-    form.exchange = "EXA";
-    form.commodity = "CM";
+    form.exchangeNo = "EXA";
+    form.commodityNo = "CM";
     for (const auto& [asked, found] : {std::pair{'F', 'F'}, {'m', 'm'}, {CommodityType::kUnknown, 'F'}}) {
         form.commodityType = asked;
         EXPECT_EQ(FindCommodity(form, TradeData(&unsignedBook))->commodityType, found);
@@ -105,7 +105,7 @@ TEST_F(FillPopulation, APriceComesInTheFractionsOfItsCommodity) {
         FillForm form;
         form.order = &order;
         EXPECT_TRUE(LoadRecord(form, TradeData(&book)));
-        EXPECT_EQ(Price(form, form.price), row.shown);
+        EXPECT_EQ(Price(form, form.fillPrice), row.shown);
     }
 }
 

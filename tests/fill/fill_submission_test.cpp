@@ -59,15 +59,15 @@ FillForm EnteredForm(const std::string& contract) {
     form.upper = "UP1";
     form.systemNo = "SYS7";
     form.exchangeFillNo = "M_3";
-    form.exchange = key.exchangeNo.Str();
-    form.commodity = key.commodityNo.Str();
+    form.exchangeNo = key.exchangeNo.Str();
+    form.commodityNo = key.commodityNo.Str();
     form.commodityType = key.commodityType;
-    form.contract = contract.substr(contract.find(' ', 4) + 1);
+    form.contractNo = contract.substr(contract.find(' ', 4) + 1);
     form.fillQty = form.remainingOrderQty = 3;
-    form.price.whole = "97";
-    form.price2.whole = "98";
+    form.fillPrice.whole = "97";
+    form.fillPrice2.whole = "98";
     form.currency = "USD";
-    form.fillSource = 'E';
+    form.source = 'E';
     form.direction = 'B';
     form.fee = 2.5;
     return form;
@@ -83,7 +83,7 @@ FillForm SpreadForm() {
 
 FillForm CarryForm() {
     FillForm form = EnteredForm("EXF CA 150320");
-    form.fillSource = 'C';
+    form.source = 'C';
     form.openContract = "150618";
     return form;
 }
@@ -95,7 +95,7 @@ FillForm With(FillForm form, const std::function<void(FillForm&)>& change) {
 
 TEST_F(FillSubmission, PlainFillWithAndWithoutFee) {
     FillForm form = EnteredForm("EXA TR 1509");
-    form.price.numerator = 3;
+    form.fillPrice.numerator = 3;
     form.denominator = 8;
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     form.feeGiven = true;
@@ -194,7 +194,7 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
     const FillForm plain = PlainForm();
     const FillForm spread = SpreadForm();
     const FillForm tooMuch = With(plain, [](auto& f) { f.fillQty = 5; });
-    const FillForm zeroPrice = With(plain, [](auto& f) { f.price.whole = ""; });
+    const FillForm zeroPrice = With(plain, [](auto& f) { f.fillPrice.whole = ""; });
     const std::vector<int> zero = {10046, 10042, 10045}, above = {10114, 10120};
     struct {
         const char* fault;
@@ -206,13 +206,13 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
     } const rows[] = {
         // clang-format off
         {"all mistakes in one box",
-         With(plain, [](auto& f) { f.commodity = "XX", f.fillQty = f.direction = f.fillSource = 0; }),
+         With(plain, [](auto& f) { f.commodityNo = "XX", f.fillQty = f.direction = f.source = 0; }),
          {Ok}, Stay, 0, {{10040, 10019, 10037, 10018, 10030}}},
-        {"malformed contract", With(plain, [](auto& f) { f.contract = " 1509"; }),
+        {"malformed contract", With(plain, [](auto& f) { f.contractNo = " 1509"; }),
          {Ok}, Stay, 0, {{10040, 10014}}},
         {"date of 3M", EnteredForm("EXF CA 150618"), {Ok}, Stay, 0, {{10040, 10024}}},
         {"zero is on the tick", zeroPrice, {Cancel}, StayWithPrice, 0, {zero}},
-        {"off the tick", With(plain, [](auto& f) { f.price.whole = "97.5"; }),
+        {"off the tick", With(plain, [](auto& f) { f.fillPrice.whole = "97.5"; }),
          {Ok}, Close, 1, {{10046, 10066, 10045}}},
         {"more than is left", tooMuch, {No}, Stay, 0, {above}},
         {"no answer is no consent", tooMuch, {None}, Stay, 0, {above}},
@@ -221,7 +221,7 @@ TEST_F(FillSubmission, MessagesAndQuestionsInTheirOrder) {
         {"removal is checked too",
          With(plain, [](auto& f) { f.mode = FillMode::Remove, f.commodityType = 'O', f.direction = 0; }),
          {Ok}, Stay, 0, {{10040, 10019}}},
-        {"carry of a spread", With(spread, [](auto& f) { f.fillSource = 'C'; }),
+        {"carry of a spread", With(spread, [](auto& f) { f.source = 'C'; }),
          {Ok}, Stay, 0, {{10053, 10054}}},
         {"same date", With(CarryForm(), [](auto& f) { f.openContract = "150320"; }),
          {Ok}, Stay, 0, {{10114, 10067}}},
@@ -300,7 +300,7 @@ TEST_F(FillSubmission, NothingIsSentOnceTheDialogIsGone) {
     prompt.whileAsking = [this] { prompt.dialogExists = false; };
     const std::pair<FillForm, PromptAnswer> rows[] = {
         {With(PlainForm(), [](auto& f) { f.fillQty = 5; }), PromptAnswer::Yes},
-        {With(PlainForm(), [](auto& f) { f.price.whole = "0"; }), PromptAnswer::Ok},
+        {With(PlainForm(), [](auto& f) { f.fillPrice.whole = "0"; }), PromptAnswer::Ok},
         {With(PlainForm(), [](auto& f) { f.fillQty = 0; }), PromptAnswer::Ok}};
     for (const auto& [form, answer] : rows) {
         prompt.dialogExists = true;

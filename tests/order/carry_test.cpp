@@ -70,12 +70,12 @@ TEST_F(Carry, ForwardLegDecides) {
     struct {
         std::deque<int> results;  // near order, near fill, forward order, forward fill
         std::size_t orders, fills;
-        SubmitOutcome outcome;
+        OrderOutcome outcome;
         std::size_t boxes;
     } const rows[] = {
-        {{}, 2, 2, SubmitOutcome::Close, 0},          {{1}, 2, 1, SubmitOutcome::Close, 1},
-        {{0, 1}, 2, 2, SubmitOutcome::Close, 0},      {{0, 0, 1}, 2, 1, SubmitOutcome::Stay, 1},
-        {{0, 0, 0, 1}, 2, 2, SubmitOutcome::Stay, 0},
+        {{}, 2, 2, OrderOutcome::Close, 0},          {{1}, 2, 1, OrderOutcome::Close, 1},
+        {{0, 1}, 2, 2, OrderOutcome::Close, 0},      {{0, 0, 1}, 2, 1, OrderOutcome::Stay, 1},
+        {{0, 0, 0, 1}, 2, 2, OrderOutcome::Stay, 0},
     };
     for (const auto& row : rows) {
         service.results = row.results;
@@ -83,7 +83,7 @@ TEST_F(Carry, ForwardLegDecides) {
         service.fills.clear();
         prompt.asked.clear();
         OrderForm form = CarryEntry("240315", "240329");
-        EXPECT_EQ(SubmitOrder(form, services).outcome, row.outcome);
+        EXPECT_EQ(SubmitOrder(form, services), row.outcome);
         EXPECT_EQ(service.orders.size(), row.orders);
         EXPECT_EQ(service.fills.size(), row.fills);
         EXPECT_EQ(prompt.asked.size(), row.boxes);
@@ -93,14 +93,14 @@ TEST_F(Carry, ForwardLegDecides) {
 TEST_F(Carry, DialogGoneBetweenTheLegs) {
     OrderForm form = CarryEntry("240315", "240329");
     pause.whileWaiting = [&] { prompt.dialogExists = false; };
-    EXPECT_EQ(SubmitOrder(form, services).outcome, SubmitOutcome::Gone);
+    EXPECT_EQ(SubmitOrder(form, services), OrderOutcome::Gone);
     EXPECT_EQ(service.fills.size(), 2u) << "half a carry would be an open position";
 
     prompt.dialogExists = true;
     service.orders.clear();
     service.results = {1};
     prompt.whileAsking = [&] { prompt.dialogExists = false; };
-    EXPECT_EQ(SubmitOrder(form, services).outcome, SubmitOutcome::Gone);
+    EXPECT_EQ(SubmitOrder(form, services), OrderOutcome::Gone);
     EXPECT_EQ(service.orders.size(), 1u) << "nothing was traded yet, nothing follows";
 }
 

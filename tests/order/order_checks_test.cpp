@@ -194,7 +194,7 @@ TEST_F(OrderChecks, WarningsPassWithOkAlone) {
         const OrderCheck check = CheckOrder(form, trade, prompt);
         EXPECT_EQ(check.passed, row.passed);
         EXPECT_EQ(form.fillQty, 5);
-        EXPECT_EQ(check.focusFillPrice, row.focus);
+        EXPECT_EQ(check.priceDoubted, row.focus);
         EXPECT_EQ(prompt.asked.back().text, Joined({10041, 10045}));
         EXPECT_EQ(prompt.asked.back().caption, ResString(10046));
         EXPECT_EQ(prompt.asked.back().buttons, PromptButtons::OkCancel);

@@ -44,7 +44,7 @@ Ids FractionOf(PriceRowKind kind) {
 }
 
 using M = OrderMode;
-const LayoutInput kScenarios[] = {
+const OrderView kScenarios[] = {
     // type state valid fraction spread near   forward denominator
     {M::Input, '2', '4', '0', false, false, false, false, 1, "97"},
     {M::Input, '1', '6', '0', false, false, false, false, 1, "97"},
@@ -58,7 +58,7 @@ const LayoutInput kScenarios[] = {
 // What one control becomes in each of them.
 std::string InScenarios(std::string (*what)(const std::vector<ControlChange>&, int), int id) {
     std::string all;
-    for (const LayoutInput& scenario : kScenarios) {
+    for (const OrderView& scenario : kScenarios) {
         all += (all.empty() ? "" : " ") + what(RefreshChanges(scenario), id);
     }
     return all;
@@ -158,20 +158,20 @@ using OrderModes = OrderTest;
 TEST_F(OrderModes, InputFollowsFormAndCommodity) {
     OrderForm form = Entry(OrderMode::Input, "EXA FR 1509");
     form.orderState = 'A';
-    LayoutInput input = LayoutInputOf(form, trade.Commodity(CommodityKeyOf(form)));
-    EXPECT_TRUE(input.fraction);
+    OrderView input = ViewOf(form, trade.Commodity(CommodityKeyOf(form)));
+    EXPECT_TRUE(input.fractional);
     EXPECT_FALSE(input.spread);
     EXPECT_EQ(input.denominator, 8);
     EXPECT_TRUE(input.newDenominator) << "the numerators were entered for another one";
     form.denominator = 8;
-    EXPECT_FALSE(LayoutInputOf(form, trade.Commodity(CommodityKeyOf(form))).newDenominator);
+    EXPECT_FALSE(ViewOf(form, trade.Commodity(CommodityKeyOf(form))).newDenominator);
     EXPECT_EQ(input.orderState, 'A');
     EXPECT_EQ(input.orderPriceWhole, "97.5");
 
     form.commodityType = 'c';
     form.mode = OrderMode::Carry;
-    input = LayoutInputOf(form, nullptr);
-    EXPECT_FALSE(input.fraction);
+    input = ViewOf(form, nullptr);
+    EXPECT_FALSE(input.fractional);
     EXPECT_TRUE(input.spread);
     EXPECT_EQ(input.denominator, 8) << "an unknown commodity leaves the denominator";
     EXPECT_EQ(input.orderState, '6') << "whatever the list shows: the refresh selects it first";
@@ -196,7 +196,7 @@ TEST_F(OrderModes, SetUpTitleButtonAndControls) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.mode);
-        const ModeSetup setup = SetUpMode(Correction(static_cast<OrderMode>(row.mode)), trade, clock.now);
+        const ModeSetup setup = ModeSetupOf(Correction(static_cast<OrderMode>(row.mode)), trade, clock.now);
         EXPECT_EQ(setup.title, row.title);
         EXPECT_EQ(setup.confirmText, row.confirm);
         EXPECT_EQ(setup.disableAll, row.disableAll);
@@ -220,11 +220,11 @@ TEST_F(OrderModes, SetUpTitleButtonAndControls) {
 TEST_F(OrderModes, SetUpTexts) {
     const OrderForm modify = Correction(OrderMode::Modify);
     original.systemNo.Set("");
-    const auto changes = SetUpMode(modify, trade, clock.now).changes;
+    const auto changes = ModeSetupOf(modify, trade, clock.now).changes;
     EXPECT_EQ(TextOf(changes, IDC_SYSTEM_NO) + StateOf(changes, IDC_SYSTEM_NO), "S_OP9_20260304050607089-E");
     const auto codes = [&](OrderMode mode) {
         std::vector<std::pair<int, char>> entered;
-        for (const ControlChange& change : SetUpMode(Entry(mode), trade, clock.now).changes) {
+        for (const ControlChange& change : ModeSetupOf(Entry(mode), trade, clock.now).changes) {
             entered.emplace_back(change.state.id, change.code);
         }
         return entered;

@@ -112,7 +112,7 @@ TEST_F(OrderPopulation, SecondContractsAreTheCommoditysOwnOrTheUnderlyings) {
 
 TEST_F(OrderPopulation, NewOrderHasDefaults) {
     OrderForm form;
-    LoadOriginal(form, trade);
+    LoadRecord(form, trade);
     EXPECT_EQ((std::string{form.orderState, form.source, form.validType, form.orderType}), "4E02");
     EXPECT_EQ(form.upper, "U7");
     EXPECT_EQ(ShownContract(form), std::nullopt);
@@ -129,7 +129,7 @@ TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
     original.fillQty = 4;
     original.validUntil.Set("2026-12-31 15:00:00");
     api.priceText = "97+3/8";
-    LoadOriginal(form, trade);
+    LoadRecord(form, trade);
     const auto line = [&] {
         std::ostringstream text;
         for (const std::string& part :
@@ -148,7 +148,7 @@ TEST_F(OrderPopulation, OriginalOrderIsTakenOver) {
     EXPECT_EQ(line(), start + "|97+3/8|97+3/8|97+3/8");
     api.priceText = "97.375";
     original.validUntil.Set("");
-    LoadOriginal(form, trade);
+    LoadRecord(form, trade);
     EXPECT_EQ(line(), start + "|97.375+0/1|97.375+0/1|97.375+0/1") << "without a date the picker stays";
 }
 
@@ -166,7 +166,7 @@ TEST_F(OrderPopulation, DenominatorIsTheOrderPricesUntilAnotherPriceNamesOne) {
         formatter.texts = texts;
         OrderForm form = Correction(OrderMode::Modify);
         form.denominator = 32;
-        LoadOriginal(form, TradeData(&formatter));
+        LoadRecord(form, TradeData(&formatter));
         EXPECT_EQ(form.denominator, denominator);
     }
 }
@@ -176,7 +176,7 @@ TEST_F(OrderPopulation, ShowsContractsOfEveryType) {
                              "EXA CM 1509 C3000", "EXA CM 1509 C3100/1509 P3000"}) {
         OrderForm form;
         form.original = &ServerOrder(text);
-        LoadOriginal(form, trade);
+        LoadRecord(form, trade);
         EXPECT_EQ(form.contractText, text);
         OrderForm typed = Entry(OrderMode::Input, "EXB ZZ 1601");
         EXPECT_TRUE(TakeContract(typed, text, trade));

@@ -30,7 +30,7 @@ protected:
     // Sends the form; the operator agrees to everything.
     void Confirm(OrderForm form) {
         prompt.answers.assign(4, PromptAnswer::Yes);
-        EXPECT_NE(SubmitOrder(form, services).outcome, SubmitOutcome::Stay);
+        EXPECT_NE(SubmitOrder(form, services), OrderOutcome::Stay);
     }
     // The orders by what they have of their own, all of one contract, whose pointer differs in every run.
     void ExpectOrders(std::vector<OrderRecord> orders, const ContractRecord* contract,

@@ -6,7 +6,7 @@
 
 namespace {
 
-using enum SubmitOutcome;
+using enum OrderOutcome;
 using enum PromptAnswer;
 
 // The ids of text and caption of every box that was shown.
@@ -14,7 +14,7 @@ using Boxes = std::vector<std::pair<unsigned, unsigned>>;
 
 class OrderSubmission : public OrderTest {
 protected:
-    Submission Submit(OrderForm form, std::deque<PromptAnswer> answers = {}, std::deque<int> results = {}) {
+    OrderOutcome Submit(OrderForm form, std::deque<PromptAnswer> answers = {}, std::deque<int> results = {}) {
         prompt.answers = std::move(answers);
         prompt.asked.clear();
         service.results = std::move(results);
@@ -37,7 +37,7 @@ TEST_F(OrderSubmission, InputAsksForTheNextOrder) {
     struct {
         PromptAnswer answer;
         bool stays;
-        SubmitOutcome outcome;
+        OrderOutcome outcome;
     } const rows[] = {
         {Yes, true, NextOrder}, {No, true, Close},   {None, true, Close},
         {Yes, false, Gone},     {None, false, Gone},
@@ -45,7 +45,7 @@ TEST_F(OrderSubmission, InputAsksForTheNextOrder) {
     for (const auto& row : rows) {
         prompt.dialogExists = true;
         prompt.whileAsking = [&] { prompt.dialogExists = row.stays; };
-        EXPECT_EQ(Submit(Entry(), {row.answer}).outcome, row.outcome);
+        EXPECT_EQ(Submit(Entry(), {row.answer}), row.outcome);
         EXPECT_EQ(service.orders.size(), 1u);
         ExpectBoxes({{10115, 10114}});
         EXPECT_EQ(prompt.asked[0].buttons, PromptButtons::YesNo);
@@ -79,7 +79,7 @@ TEST_F(OrderSubmission, FillsFollowTheirOrder) {
         OrderForm form = FilledEntry(OrderMode::Input, row.contract);
         form.orderState = row.state;
         form.fillQty = row.fillQty;
-        EXPECT_EQ(Submit(form).outcome, Gone);
+        EXPECT_EQ(Submit(form), Gone);
         EXPECT_TRUE(prompt.asked.empty()) << "nobody is left to ask";
         ASSERT_EQ(service.fills.size(), row.spread ? 2u : 1u) << row.contract;
         EXPECT_EQ(pause.waits, std::vector<int>{100});
@@ -96,7 +96,7 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
         const char* step;
         const char* contract;
         std::deque<int> results;
-        SubmitOutcome outcome;
+        OrderOutcome outcome;
         std::size_t orders, fills;
         Boxes boxes;
     } const rows[] = {
@@ -107,7 +107,7 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
         {"second leg decides", "EXA SA 1509/1512", {0, 0, 1}, Stay, 1, 2, {}},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(Submit(FilledEntry(OrderMode::Input, row.contract), {}, row.results).outcome, row.outcome)
+        EXPECT_EQ(Submit(FilledEntry(OrderMode::Input, row.contract), {}, row.results), row.outcome)
             << row.step;
         EXPECT_EQ(service.orders.size(), row.orders) << row.step;
         EXPECT_EQ(service.fills.size(), row.fills) << row.step;
@@ -115,13 +115,13 @@ TEST_F(OrderSubmission, InputStopsAtEachFailure) {
     }
     OrderForm form = Entry();
     const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
-    EXPECT_EQ(SubmitOrder(form, unserved).outcome, Stay);
+    EXPECT_EQ(SubmitOrder(form, unserved), Stay);
 }
 
 TEST_F(OrderSubmission, WhatTheServerHasIsNotSentAgain) {
     OrderForm form = Correction(OrderMode::Input);
     api.orders = {&original};
-    EXPECT_EQ(Submit(form, {Ok, Yes}).outcome, NextOrder);
+    EXPECT_EQ(Submit(form, {Ok, Yes}), NextOrder);
     ExpectBoxes({{10052, 10053}, {10115, 10114}});
     EXPECT_TRUE(service.orders.empty());
 
@@ -167,7 +167,7 @@ TEST_F(OrderSubmission, WhatWasCheckedIsSent) {
     doubtful.fillPrice.whole = "97.3";
     prompt.whileAsking = [&] { doubtful.commodityNo = "FR"; };
     prompt.answers = {Ok, No};
-    EXPECT_EQ(SubmitOrder(doubtful, services).outcome, Close);
+    EXPECT_EQ(SubmitOrder(doubtful, services), Close);
     ASSERT_EQ(service.orders.size(), 1u);
     EXPECT_EQ(service.orders[0].key.commodityNo.Str(), "CM");
 }
@@ -176,20 +176,18 @@ TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
     prompt.whileAsking = [&] { prompt.dialogExists = false; };
     OrderForm doubtful = FilledEntry();
     doubtful.fillPrice.whole = "97.3";
-    const Submission submission = Submit(doubtful, {Ok});
-    EXPECT_EQ(submission.outcome, Gone);
-    EXPECT_FALSE(submission.focusFillPrice);
+    EXPECT_EQ(Submit(doubtful, {Ok}), Gone);
     EXPECT_TRUE(service.orders.empty());
 
     prompt.dialogExists = true;
     OrderForm exercise = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     exercise.forwardContract = "240329";
-    EXPECT_EQ(Submit(exercise, {Yes}).outcome, Gone);
+    EXPECT_EQ(Submit(exercise, {Yes}), Gone);
     EXPECT_TRUE(service.exercises.empty());
 
     prompt.dialogExists = true;
     api.whileAsked = prompt.whileAsking;
-    EXPECT_EQ(Submit(Entry()).outcome, Gone);
+    EXPECT_EQ(Submit(Entry()), Gone);
     EXPECT_TRUE(service.orders.empty());
 }
 
@@ -198,7 +196,7 @@ TEST_F(OrderSubmission, Corrections) {
         OrderMode mode;
         const char* account;
         std::deque<int> results;
-        SubmitOutcome outcome;
+        OrderOutcome outcome;
         std::size_t orders, removals;
         Boxes boxes;
     } const rows[] = {
@@ -214,7 +212,7 @@ TEST_F(OrderSubmission, Corrections) {
     for (const auto& row : rows) {
         OrderForm form = Correction(row.mode);
         form.account = row.account;
-        EXPECT_EQ(Submit(form, {}, row.results).outcome, row.outcome) << static_cast<int>(row.mode);
+        EXPECT_EQ(Submit(form, {}, row.results), row.outcome) << static_cast<int>(row.mode);
         EXPECT_EQ(service.orders.size(), row.orders);
         EXPECT_EQ(service.deletedOrders, std::vector<std::uint32_t>(row.removals, 77));
         ExpectBoxes(row.boxes);
@@ -227,7 +225,7 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
         std::uint32_t longQty, shortQty;
         std::deque<PromptAnswer> answers;
         std::deque<int> results;
-        SubmitOutcome outcome;
+        OrderOutcome outcome;
         std::size_t sent;
         Boxes boxes;
     } const rows[] = {
@@ -242,7 +240,7 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
         OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
         form.forwardContract = "240329";
         form.direction = row.direction;
-        EXPECT_EQ(Submit(form, row.answers, row.results).outcome, row.outcome);
+        EXPECT_EQ(Submit(form, row.answers, row.results), row.outcome);
         EXPECT_EQ(service.exercises.size(), row.sent);
         ExpectBoxes(row.boxes);
     }
