@@ -5,12 +5,16 @@
 #include "support/window_kit.h"
 
 #include <functional>
+#include <map>
 
-// What the windows of a dialog show. Texts are in UTF-8.
-struct View {
-    HWND dialog = nullptr;
+// What the windows of a dialog show. Texts are in UTF-8. Each window is looked up once: that is a call of the
+// system's server, of which a confirm has thousands.
+class View {
+public:
+    explicit View(HWND ofDialog) : dialog(ofDialog) {}
+    const HWND dialog;
 
-    HWND Item(int id) const { return GetDlgItem(dialog, id); }
+    HWND Item(int id) const;
     bool Usable(int id) const { return IsWindowVisible(Item(id)) && IsWindowEnabled(Item(id)); }
     bool Checked(int id) const { return SendMessageA(Item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
     // The whole text in sight, of a combo box that in its edit.
@@ -21,6 +25,11 @@ struct View {
     int FocusId() const;
     // Every field in sight, "#1037 '10001' line 2", those that are shut in brackets.
     std::string Everything() const;
+
+private:
+    HWND Edit(int id) const;  // of a combo box that within, null for what is none
+
+    mutable std::map<int, HWND> m_items, m_edits;
 };
 
 // One thing that an operator or the host does. Number and text say what exactly.
