@@ -26,16 +26,7 @@ public:
 
     bool Foretell(Sequel& out) override {
         Read();
-        const std::string errors = Errors();
-        if (!errors.empty()) {
-            Ask(out, errors, IDS_OPERATION_FAILED, "OK");
-            return false;
-        }
-        const std::string warnings =
-            (WholeTicks(sent.fillPrice, *commodity) ? "" : Say(IDS_FILL_DIALOG_PRICE_NOT_TICKS)) +
-            (sent.fillPrice == 0 ? Say(IDS_FILL_PRICE_ZERO) : "");
-        if (!warnings.empty() &&
-            !Ask(out, warnings + Say(IDS_CONFIRM_WARNINGS), IDS_CONFIRM_CAPTION, "OK/Cancel")) {
+        if (!Passes(out, Errors(), Warnings())) {
             return false;
         }
         if (mode == kModify) {
@@ -164,19 +155,14 @@ private:
         return errors;
     }
 
+    std::string Warnings() const {
+        return (!commodity || WholeTicks(sent.fillPrice, *commodity) ? ""
+                                                                     : Say(IDS_FILL_DIALOG_PRICE_NOT_TICKS)) +
+               (sent.fillPrice == 0 ? Say(IDS_FILL_PRICE_ZERO) : "");
+    }
+
     bool SendLegs(Sequel& out) {
-        if (IsOneOf(commodity->commodityType, "mcueldgr")) {
-            const std::string number = sent.exchangeFillNo.Str();
-            const auto legs = Legs(key);
-            sent.key = legs.first;
-            sent.exchangeFillNo.Set(number + "_1");
-            out.Send("SendFill", sent);
-            sent.key = legs.second;
-            sent.exchangeFillNo.Set(number + "_2");
-            sent.fillPrice = price2;
-            sent.direction = Reversed(sent.direction);
-        }
-        return out.Send("SendFill", sent) || Tell(out, IDS_SEND_INPUT_FAILED);
+        return Reader::SendLegs(out, sent, key, price2) || Tell(out, IDS_SEND_INPUT_FAILED);
     }
 
     // That there is no position to close.

@@ -97,6 +97,14 @@ std::string View::Everything() const {
     return all + "\n";
 }
 
+IEmendixOper* Opening::Open(IEmendix* api, World& world, HWND parent) const {
+    if (fillDialog) {
+        void* record = recordKind == kRecordKindFill ? static_cast<void*>(&world.fill) : &world.order;
+        return api->OpenFillDialog(mode, record, recordKind, parent);
+    }
+    return api->OpenOrderDialog(mode, recordKind == kRecordKindOrder ? &world.order : nullptr, parent);
+}
+
 std::string Step::Words() const {
     static constexpr const char* kActs[] = {
         "choose",   "type",    "keys",    "wheel", "spin",  "click", "pick",   "date",         "account",

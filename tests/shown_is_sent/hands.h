@@ -32,6 +32,16 @@ private:
     mutable std::map<int, HWND> m_items, m_edits;
 };
 
+// A dialog on a record of the host.
+struct Opening {
+    bool fillDialog = false;
+    int mode = 0;
+    int recordKind = -1;  // kRecordKindOrder, kRecordKindFill, or none
+
+    // Null when it does not open.
+    IEmendixOper* Open(IEmendix* api, World& world, HWND parent) const;
+};
+
 // One thing that an operator or the host does. Number and text say what exactly.
 struct Step {
     enum Act {

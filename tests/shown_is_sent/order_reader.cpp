@@ -1,3 +1,4 @@
+#include "shown_is_sent/chosen_account.h"
 #include "shown_is_sent/reader.h"
 
 #include <commctrl.h>
@@ -10,25 +11,20 @@ class OrderDialogReader : public Reader {
 public:
     OrderDialogReader(const View& shown, int ofMode, const OrderRecord* loaded,
                       const Surroundings& surroundings)
-        : Reader(shown, surroundings), mode(ofMode), original(loaded) {
+        : Reader(shown, surroundings), mode(ofMode), original(loaded), account(view, world, loaded) {
         for (const int id : {IDC_SOURCE, IDC_ORDER_TYPE, IDC_ORDER_STATE, IDC_VALID_TYPE, IDC_DIRECTION}) {
             Keep(id);
         }
         firstContract = view.Text(IDC_CONTRACT);
-        lastAccount = ShownAccount();
         known.commodityType = 'U';
         if (original) {
             known = original->key;
-            account = original->accountNo.Str();
-            sign = original->key.sign.Str();
-        } else if (const UserRecord* first = ListedAccount(0)) {
-            sign = first->group->sign.Str();
         }
     }
 
     void Look() override {
         if (IsWindow(view.dialog)) {
-            LookAtAccount();
+            account.Look();
             if (ContractKey shown{}; view.FocusId() != IDC_CONTRACT && Contract(shown)) {
                 known = shown;
             }
@@ -49,16 +45,7 @@ public:
         if (IsOneOf(static_cast<char>('0' + mode), "34") && original && original->orderNo > 0) {
             errors.clear();
         }
-        if (!errors.empty()) {
-            Ask(out, errors, IDS_OPERATION_FAILED, "OK");
-            return false;
-        }
-        const std::string warnings = Warnings();
-        if (!warnings.empty() &&
-            !Ask(out, warnings + Say(IDS_CONFIRM_WARNINGS), IDS_CONFIRM_CAPTION, "OK/Cancel")) {
-            return false;
-        }
-        if (!contract) {
+        if (!Passes(out, errors, Warnings()) || !contract) {
             return false;
         }
         FinishOrder();
@@ -70,7 +57,7 @@ public:
         if (mode == kExercise || !Contract(shown)) {
             return {};
         }
-        shown.sign.Set(sign);
+        shown.sign.Set(account.sign);
         return Misfit(world.GetCommodity(&shown), {1135, 1143, 1150, 1185, 1170, 1194},
                       {1136, 1141, 1148, 1182, 1165, 1189});
     }
@@ -84,41 +71,6 @@ private:
     // What "3M" stands for.
     std::string Dated(const std::string& contractNo) const {
         return contractNo == "3M" ? world.threeMonthDate : contractNo;
-    }
-
-    // The account of a line of the list, by number and name; null beyond the end.
-    const UserRecord* ListedAccount(int line) const {
-        const std::string text = ListTextOf(view.Item(IDC_ACCOUNT), line);
-        const auto found =
-            std::find_if(world.everyUser.begin(), world.everyUser.end(), [&](const UserRecord* each) {
-                return text == each->accountNo.Str() + ' ' + each->accountName.Str();
-            });
-        return found == world.everyUser.end() ? nullptr : *found;
-    }
-    std::pair<int, std::string> ShownAccount() const {
-        return {view.Line(IDC_ACCOUNT), view.Text(IDC_ACCOUNT)};
-    }
-    // A chosen account is that of its line. A typed number is taken when it is left, as the first line that
-    // has it; the number that the account already has changes nothing, nor does one that is not listed.
-    void LookAtAccount() {
-        const auto shown = ShownAccount();
-        if (shown == lastAccount || (shown.first < 0 && view.FocusId() == IDC_ACCOUNT)) {
-            return;
-        }
-        lastAccount = shown;
-        const std::string number = FirstWord(shown.second);
-        const UserRecord* found = shown.first < 0 ? nullptr : ListedAccount(shown.first);
-        if (!found || found->accountNo != number) {
-            found = nullptr;
-            for (int line = 0; const UserRecord* each = number == account ? nullptr : ListedAccount(line);
-                 ++line) {
-                found = !found && each->accountNo == number ? each : found;
-            }
-        }
-        if (found) {
-            account = number;
-            sign = found->group->sign.Str();
-        }
     }
 
     // The contract of the text in sight: the record's own as long as it stands there.
@@ -163,7 +115,7 @@ private:
         price2 = Price(1160, 1182, 1185);
         understood = Contract(key);
         key = understood ? key : known;
-        key.sign.Set(sign);
+        key.sign.Set(account.sign);
         commodity = world.GetCommodity(&key);
         contract = nullptr;
         noDate = false;
@@ -250,7 +202,7 @@ private:
         order.contract = const_cast<ContractRecord*>(contract);
         order.flag137 = order.flag138 = 'N';
         order.forcedClose = view.Checked(IDC_FORCE_CLOSE) ? 'Y' : 'N';
-        const UserRecord* user = world.GetUser(order.accountNo.Str().c_str(), sign.c_str());
+        const UserRecord* user = world.GetUser(order.accountNo.Str().c_str(), account.sign.c_str());
         order.updateOperator.Set(user ? user->group->operatorNo.View() : "");
         order.updateTime.Set(kClock);
         if (mode == kInput || mode == kCarry) {
@@ -304,11 +256,10 @@ private:
 
     // The order and its fill, which has fee and position as the terms say. False when it failed.
     bool Input(Sequel& out, const std::string& number, FillRecord fill) {
-        const bool legs = IsOneOf(order.key.commodityType, "mcueldgr");
         if (world.GetOrder(order.orderNo)) {
             return !Tell(out, IDS_ORDER_EXISTS, IDS_INPUT_FAILED_CAPTION);
         }
-        if (legs && fill.carryPair) {
+        if (IsOneOf(order.key.commodityType, kTwoLegs) && fill.carryPair) {
             return !Tell(out, IDS_NO_SPREAD_CARRY, IDS_INPUT_FAILED_CAPTION);
         }
         if (!out.Send("SendOrder", order)) {
@@ -329,16 +280,7 @@ private:
         fill.fillPrice = order.fillPrice;
         fill.fillQty = order.fillQty;
         fill.currencyNo.Set(FirstWord(view.Text(IDC_CURRENCY)));
-        if (legs) {
-            FillRecord first = fill;
-            std::tie(first.key, fill.key) = Legs(order.key);
-            first.exchangeFillNo.Set(number + "_1");
-            out.Send("SendFill", first);
-            fill.exchangeFillNo.Set(number + "_2");
-            fill.fillPrice = price2;
-            fill.direction = Reversed(fill.direction);
-        }
-        return out.Send("SendFill", fill);
+        return SendLegs(out, fill, order.key, price2);
     }
 
     bool Carry(Sequel& out, FillRecord terms) {
@@ -374,9 +316,7 @@ private:
     const int mode;
     const OrderRecord* original;
     std::string firstContract;
-    // The account that counts, and how the list showed it.
-    std::string account, sign;
-    std::pair<int, std::string> lastAccount;
+    ChosenAccount account;
     ContractKey known{};  // the contract that was understood last
 
     // Of one confirm.

@@ -2,23 +2,9 @@
 
 #include "res/resource_ids.h"
 
-#include <initializer_list>
-
 namespace {
 
-using Random = std::mt19937;
 using TextList = std::vector<const char*>;
-
-int Below(Random& random, int limit) {
-    return static_cast<int>(random() % static_cast<unsigned>(limit));
-}
-bool OneIn(Random& random, int times) {
-    return Below(random, times) == 0;
-}
-template <typename Value>
-Value Any(Random& random, std::initializer_list<Value> values) {
-    return values.begin()[Below(random, static_cast<int>(values.size()))];
-}
 
 // How a field is visited: c chosen from its list, t typed, b either, n typed or stepped; a the account,
 // o the contract of an order, x exchange, y commodity and z contract of a fill, k clicked, d a date,
@@ -287,7 +273,7 @@ private:
     }
 
     Plan& m_plan;
-    Random m_random;
+    std::mt19937 m_random;
     std::string m_theme;  // the contract that the entry is about
 };
 
@@ -315,78 +301,4 @@ Plan MakeMuddle(unsigned seed, int steps) {
     Plan plan;
     Author(plan, seed).WriteMuddle(static_cast<std::size_t>(steps));
     return plan;
-}
-
-void MakeOrder(World& world, std::mt19937& random) {
-    OrderRecord& order = world.order = {};
-    const UserRecord* user = world.everyUser[random() % world.everyUser.size()];
-    const ContractRecord* contract = nullptr;
-    while (!contract || (contract->key.sign.View() != user->sign.View() && !OneIn(random, 20))) {
-        contract = world.contracts[random() % world.contracts.size()];
-    }
-    order.key = contract->key;
-    order.key.sign = user->sign;
-    order.accountNo = user->accountNo;
-    order.orderType = Any(random, {'2', '2', '2', '1', '4', '3', '9'});
-    order.orderSource = Any(random, {'E', 'P', 'M', 'S', 'C', 'C', 'X'});
-    order.validType = Any(random, {'0', '2', '4', '1'});
-    order.validUntil.Set(OneIn(random, 2) ? "2030-02-03 04:05:06" : "");
-    order.forcedClose = Any(random, {'Y', 'N'});
-    order.direction = Any(random, {'B', 'S', 'S', 'B', 'A'});
-    order.orderPrice = OneIn(random, 4) ? Below(random, 200) * 0.5 : 10 * Below(random, 20);
-    order.triggerPrice = Below(random, 20);
-    order.fillPrice = Below(random, 200) * 0.5;
-    order.orderQty = static_cast<unsigned>(OneIn(random, 12) ? 0 : 4 + Below(random, 9));
-    order.orderState = Any(random, {'4', '4', '5', '6', 'C', '0', 'A'});
-    order.fillQty = order.orderState == '6' ? order.orderQty
-                    : order.orderState == '4'
-                        ? 0
-                        : static_cast<unsigned>(OneIn(random, 8) ? 0 : 1 + Below(random, 4));
-    order.orderNo = Any(random, {0u, 77u, 77u, 78u});
-    order.text279.Set("kept");
-    order.systemNo.Set(Any(random, {"S_OLD", "S_OLD", ""}));
-    order.exchangeSystemNo.Set("X_OLD");
-    order.upperNo.Set(Any(random, {"U1", "U10", "U9"}));
-    order.inputOperator.Set("CREATOR");
-    order.inputTime.Set("2026-01-02 03:04:05");
-    order.backOffice = Any(random, {'Y', 'Y', 'N'});
-    order.flag614 = 'Q';
-    world.orders.assign(random() % 2, &order);
-}
-
-void MakeFill(World& world, std::mt19937& random) {
-    do {
-        MakeOrder(world, random);
-    } while (!world.order.key.contractNo2.Empty());  // a fill is of one leg
-    FillRecord& fill = world.fill = {};
-    std::memcpy(&fill.key, &world.order.key, sizeof fill.key);
-    fill.fillNo.Set("FILL-9");
-    fill.accountNo = world.order.accountNo;
-    fill.fillSource = world.order.orderSource;
-    fill.direction = Any(random, {'B', 'S'});
-    fill.exchangeFillNo.Set("M_OLD");
-    fill.fillPrice = world.order.fillPrice;
-    fill.fillQty = static_cast<unsigned>(Below(random, 5));
-    fill.upperNo = world.order.upperNo;
-    fill.systemNo.Set("S_FILL");
-    fill.order = OneIn(random, 8) ? nullptr : &world.order;
-}
-
-std::string Shrink(Plan& plan, const std::function<std::string(const Plan&)>& play) {
-    std::string failure = play(plan);
-    for (std::size_t size = plan.steps.size() / 2; size > 0; size /= 2) {
-        for (std::size_t at = 0; at < plan.steps.size();) {
-            Plan shorter = plan;
-            const auto from = shorter.steps.begin() + static_cast<int>(at);
-            shorter.steps.erase(from, from + static_cast<int>(std::min(size, plan.steps.size() - at)));
-            const std::string rest = play(shorter);
-            if (rest.empty()) {
-                at += size;
-            } else {
-                plan = shorter;
-                failure = rest;
-            }
-        }
-    }
-    return failure;
 }

@@ -2,13 +2,11 @@
 
 #include "shown_is_sent/hands.h"
 
+#include <initializer_list>
 #include <random>
 
-// A dialog on a record, and what is done with it. The same seed makes the same plan everywhere.
-struct Plan {
-    bool fillDialog = false;
-    int mode = 0;
-    int recordKind = -1;  // kRecordKindOrder, kRecordKindFill, or none
+// A dialog, and what is done with it. The same seed makes the same plan everywhere.
+struct Plan : Opening {
     unsigned world = 0;   // how the host's data are
     unsigned record = 0;  // seed of the record
     std::vector<Step> steps = {};
@@ -25,5 +23,14 @@ Plan MakeMuddle(unsigned seed, int steps);
 void MakeOrder(World& world, std::mt19937& random);
 void MakeFill(World& world, std::mt19937& random);
 
-// A shorter plan that still fails, with what it fails with. `play` returns that, empty when all is well.
-std::string Shrink(Plan& plan, const std::function<std::string(const Plan&)>& play);
+// Draws that are the same everywhere.
+inline int Below(std::mt19937& random, int limit) {
+    return static_cast<int>(random() % static_cast<unsigned>(limit));
+}
+inline bool OneIn(std::mt19937& random, int times) {
+    return Below(random, times) == 0;
+}
+template <typename Value>
+Value Any(std::mt19937& random, std::initializer_list<Value> values) {
+    return values.begin()[Below(random, static_cast<int>(values.size()))];
+}

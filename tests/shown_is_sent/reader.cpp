@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr char kTwoLegs[] = "mcueldgr";
-
 // The words that stand for codes: their strings follow one another.
 struct WordRow {
     int comboId;
@@ -110,19 +108,40 @@ char Reader::Code(int id, const char* lines, char loaded) const {
     return found.size() == 1 ? found[0] : 0;
 }
 
-std::pair<SingleContractKey, SingleContractKey> Reader::Legs(const ContractKey& key) const {
-    const CommodityRecord& pair = *world.GetCommodity(&key);
-    const SingleContractKey first = {key.sign,
-                                     pair.relatedExchangeNo,
-                                     pair.relatedCommodityType,
-                                     pair.relatedCommodityNo,
-                                     key.contractNo,
-                                     key.strikePrice,
-                                     key.optionType};
-    const SingleContractKey second = {
-        key.sign,        pair.secondExchangeNo, pair.secondCommodityType, pair.secondCommodityNo,
-        key.contractNo2, key.strikePrice2,      key.optionType2};
-    return pair.legOrder == '2' ? std::pair(second, first) : std::pair(first, second);
+bool Reader::SendLegs(Sequel& out, FillRecord& fill, const ContractKey& key, double price2) const {
+    if (IsOneOf(key.commodityType, kTwoLegs)) {
+        const CommodityRecord& pair = *world.GetCommodity(&key);
+        SingleContractKey first = {key.sign,
+                                   pair.relatedExchangeNo,
+                                   pair.relatedCommodityType,
+                                   pair.relatedCommodityNo,
+                                   key.contractNo,
+                                   key.strikePrice,
+                                   key.optionType};
+        SingleContractKey second = {
+            key.sign,        pair.secondExchangeNo, pair.secondCommodityType, pair.secondCommodityNo,
+            key.contractNo2, key.strikePrice2,      key.optionType2};
+        if (pair.legOrder == '2') {
+            std::swap(first, second);
+        }
+        const std::string number = fill.exchangeFillNo.Str();
+        fill.key = first;
+        fill.exchangeFillNo.Set(number + "_1");
+        out.Send("SendFill", fill);
+        fill.key = second;
+        fill.exchangeFillNo.Set(number + "_2");
+        fill.fillPrice = price2;
+        fill.direction = Reversed(fill.direction);
+    }
+    return out.Send("SendFill", fill);
+}
+
+bool Reader::Passes(Sequel& out, const std::string& errors, const std::string& warnings) const {
+    if (!errors.empty()) {
+        return Ask(out, errors, IDS_OPERATION_FAILED, "OK") && false;
+    }
+    return warnings.empty() ||
+           Ask(out, warnings + Say(IDS_CONFIRM_WARNINGS), IDS_CONFIRM_CAPTION, "OK/Cancel");
 }
 
 std::string Reader::Misfit(const CommodityRecord* commodity, const std::vector<int>& denominators,

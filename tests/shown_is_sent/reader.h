@@ -54,8 +54,10 @@ protected:
         return commodity.rollingCode == 'U' && world.threeMonthDate != "3M" &&
                world.threeMonthDate == contractNo;
     }
-    // The legs of a key whose commodity is known, in the order in which they are sent.
-    std::pair<SingleContractKey, SingleContractKey> Legs(const ContractKey& key) const;
+    // The fill of a contract, or those of its two legs one after the other, of which it becomes the second.
+    bool SendLegs(Sequel& out, FillRecord& fill, const ContractKey& key, double price2) const;
+    // Errors end a confirm, and so do warnings that are declined.
+    bool Passes(Sequel& out, const std::string& errors, const std::string& warnings) const;
     // The first of these denominators that is not the commodity's, or numerator that it does not have.
     std::string Misfit(const CommodityRecord* commodity, const std::vector<int>& denominators,
                        const std::vector<int>& numerators) const;
@@ -76,6 +78,8 @@ std::unique_ptr<Reader> FillReader(const View& view, int mode, const OrderRecord
 // How an event differs from the expected one, clock digits aside: fields by name, offset and both values.
 std::string Difference(const Event& expected, const Event& came);
 
+// The commodity types of contracts of two legs.
+inline constexpr const char* kTwoLegs = "mcueldgr";
 // Stands for a time of the clock.
 inline constexpr const char* kClock = "0000-00-00 00:00:00";
 

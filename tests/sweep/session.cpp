@@ -136,13 +136,7 @@ Outcome Session::Play(const Scenario& scenario, const Fault* fault, const Outcom
 }
 
 IEmendixOper* Session::Open() {
-    void* record = m_scenario->recordKind == kRecordKindFill    ? static_cast<void*>(&m_world.fill)
-                   : m_scenario->recordKind == kRecordKindOrder ? &m_world.order
-                                                                : nullptr;
-    return !m_api ? nullptr
-           : m_scenario->fill
-               ? m_api->OpenFillDialog(m_scenario->mode, record, m_scenario->recordKind, m_parent->Get())
-               : m_api->OpenOrderDialog(m_scenario->mode, static_cast<OrderRecord*>(record), m_parent->Get());
+    return m_api ? m_scenario->opening.Open(m_api, m_world, m_parent->Get()) : nullptr;
 }
 
 void Session::PlayOnce(const Scenario& scenario) {
@@ -206,7 +200,7 @@ void Session::AnswerBox(const OpenBox& box) {
         return;
     }
     const bool next = box.text.find("next") != std::string::npos;
-    if (next || !m_scenario->agrees || !(box.Press(IDYES) || box.Press(IDOK))) {
+    if (next || !(box.Press(IDYES) || box.Press(IDOK))) {
         box.Dismiss();
     }
 }

@@ -8,14 +8,12 @@
 
 #include <memory>
 
-// A dialog on a record, and what is done with it up to its confirm.
+// A dialog, and what is done with it up to its confirm. Questions are agreed to, but for that for a further
+// entry.
 struct Scenario {
     const char* name;
-    bool fill;
-    int mode;
-    int recordKind;  // kRecordKindOrder, kRecordKindFill, or none
+    Opening opening;
     std::vector<Step> steps;
-    bool agrees = true;  // to the questions before a request; the last one, for a further entry, is declined
 };
 const std::vector<Scenario>& Scenarios();
 

@@ -113,13 +113,13 @@ public:
                 continue;
             }
             const Scenario& scenario = scenarios[static_cast<std::size_t>(number)];
-            auto& after = afterwards[scenario.fill];
+            auto& after = afterwards[scenario.opening.fillDialog];
             if (!after) {
-                after =
-                    m_session.Play(*next[scenario.fill], nullptr, nullptr, {*next[scenario.fill], nullptr});
+                after = m_session.Play(*next[scenario.opening.fillDialog], nullptr, nullptr,
+                                       {*next[scenario.opening.fillDialog], nullptr});
             }
             m_progress.scenario = number;
-            const Session::Next then{*next[scenario.fill], &*after};
+            const Session::Next then{*next[scenario.opening.fillDialog], &*after};
             m_session.Play(scenario, nullptr, nullptr, then);  // what the system makes once and keeps
             const Outcome ordinary = m_session.Play(scenario, nullptr, nullptr, then);
             Record(number, ordinary);
