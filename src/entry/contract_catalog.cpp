@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 #include <utility>
 
 namespace {
@@ -33,16 +34,14 @@ std::pair<std::string_view, std::string_view> SplitAtBlank(std::string_view text
 
 std::vector<const CommodityRecord*> SortedCommodities(const TradeData& trade,
                                                       const ExchangeRecord& exchange) {
-    std::vector<std::pair<std::string, const CommodityRecord*>> keyed;
+    std::multimap<std::string, const CommodityRecord*> sorted;  // equal ones stay in the host's order
     for (const CommodityRecord* commodity : trade.Commodities({exchange.sign, exchange.exchangeNo})) {
-        keyed.emplace_back(CommodityOrderKey(*commodity), commodity);
+        sorted.emplace(CommodityOrderKey(*commodity), commodity);
     }
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const auto& left, const auto& right) { return left.first < right.first; });
     std::vector<const CommodityRecord*> commodities;
-    commodities.reserve(keyed.size());
-    for (const auto& entry : keyed) {
-        commodities.push_back(entry.second);
+    commodities.reserve(sorted.size());
+    for (const auto& [key, commodity] : sorted) {
+        commodities.push_back(commodity);
     }
     return commodities;
 }

@@ -41,7 +41,7 @@ bool IsNumberText(std::string_view text, bool integerOnly, bool negativeAllowed)
 
 double ToDouble(std::string_view text) {
     std::string_view rest;
-    return ReadNumber<double>(WithoutLeadingBlanks(text), rest);
+    return ReadDecimal(WithoutLeadingBlanks(text), rest);
 }
 
 std::int32_t RoundHalfAwayFromZero(double x) {

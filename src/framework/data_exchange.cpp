@@ -3,35 +3,6 @@
 #include "framework/number_conversion.h"
 #include "framework/window_helpers.h"
 
-namespace {
-
-std::string ShortText(int value) {
-    return std::to_string(value);
-}
-
-std::string ShortText(double value) {
-    char buffer[32];
-    const StandardArithmetic standard;
-    const auto written =
-        std::to_chars(buffer, buffer + sizeof(buffer), value, std::chars_format::general, 15);
-    return {buffer, written.ptr};
-}
-
-template <typename Number>
-void ExchangeNumber(const CDataExchange& exchange, int id, Number& value) {
-    const HWND control = exchange.PrepareCtrl(id);
-    if (!control) {
-        return;
-    }
-    if (exchange.m_bSaveAndValidate) {
-        value = ReadWholeNumber<Number>(TextOf(control));
-    } else {
-        SetTextIfChanged(control, ShortText(value));
-    }
-}
-
-}  // namespace
-
 void DDX_Control(CDataExchange* exchange, int id, CWnd& control) {
     if (!control.m_hWnd) {
         control.SubclassDlgItem(id, exchange->m_pDlgWnd->m_hWnd);
@@ -51,11 +22,19 @@ void DDX_Text(CDataExchange* exchange, int id, std::string& value) {
 }
 
 void DDX_Text(CDataExchange* exchange, int id, int& value) {
-    ExchangeNumber(*exchange, id, value);
+    std::string text = std::to_string(value);
+    DDX_Text(exchange, id, text);
+    if (exchange->m_bSaveAndValidate && exchange->PrepareCtrl(id)) {
+        value = ReadInteger(text);
+    }
 }
 
 void DDX_Text(CDataExchange* exchange, int id, double& value) {
-    ExchangeNumber(*exchange, id, value);
+    std::string text = WriteShort(value);
+    DDX_Text(exchange, id, text);
+    if (exchange->m_bSaveAndValidate && exchange->PrepareCtrl(id)) {
+        value = ReadWholeDecimal(text);
+    }
 }
 
 void DDX_CBString(CDataExchange* exchange, int id, std::string& value) {

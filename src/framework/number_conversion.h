@@ -1,42 +1,27 @@
 #pragma once
 
-#include "framework/standard_arithmetic.h"
-#include "framework/trim_blanks.h"
-
-#include <charconv>
-#include <cmath>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
-// Numbers of texts, the same in every locale and under every floating-point setting of the host.
+// Numbers of texts and texts of numbers, the same in every locale and under every floating-point setting of
+// the host. They go through the C library, which is in the module anyway: the tables of std::from_chars and
+// std::to_chars for doubles would be a fifth of it.
 
-// The number at the start of a text as std::from_chars reads it, with a plus sign as well; `rest` is what
-// follows it. 0, and the whole text as rest, when there is none or it is out of range.
-template <typename Number>
-Number ReadNumber(std::string_view text, std::string_view& rest) {
-    rest = text;
-    if (text.starts_with('+') && !text.starts_with("+-")) {
-        text.remove_prefix(1);
-    }
-    Number value = 0;
-    const StandardArithmetic standard;
-    const auto [stopped, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || !std::isfinite(static_cast<double>(value))) {
-        return 0;
-    }
-    rest = text.substr(static_cast<std::size_t>(stopped - text.data()));
-    return value;
-}
+// The decimal number that a text begins with: a sign, digits with a point among them, an exponent. 0 when
+// there is none or it is out of range. `rest` is what follows it, the whole text when there is none.
+double ReadDecimal(std::string_view text, std::string_view& rest);
 
-// The number that a text is, blanks at its ends aside; 0 when it is none.
-template <typename Number>
-Number ReadWholeNumber(std::string_view text) {
-    std::string_view rest;
-    const Number value = ReadNumber<Number>(TrimBlanks(text), rest);
-    return rest.empty() ? value : 0;
-}
+// The number that a text is, blanks at its ends aside; 0 when it is none. Every quantity and numerator that
+// is entered is read by ReadInteger.
+double ReadWholeDecimal(std::string_view text);
+std::int32_t ReadInteger(std::string_view text);
 
-// Every quantity and numerator that is entered is read by this.
-inline std::int32_t ReadInteger(std::string_view text) {
-    return ReadWholeNumber<std::int32_t>(text);
-}
+// A finite number with so many decimals, fewer when the last are zeros: "-97.25".
+std::string WriteDecimal(double value, int decimals);
+
+// A number in fifteen digits at most: "97.25", "1e-05", "nan".
+std::string WriteShort(double value);
+
+// The power of ten of the first of so many digits: 1 for 97.25, 2 for 99.96 in three digits.
+int DecimalExponent(double value, int digits);

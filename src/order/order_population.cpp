@@ -54,7 +54,11 @@ std::vector<AccountRow> BuildAccountRows(const TradeData& trade) {
     if (configs.empty()) {
         return rows;
     }
-    for (const UserRecord* user : trade.Users("")) {
+    std::vector<const UserRecord*> users = trade.Users("");
+    std::stable_sort(users.begin(), users.end(), [](const UserRecord* a, const UserRecord* b) {
+        return a->accountNo.View() < b->accountNo.View();
+    });
+    for (const UserRecord* user : users) {
         if (!IsTradable(user)) {
             continue;
         }
@@ -63,8 +67,6 @@ std::vector<AccountRow> BuildAccountRows(const TradeData& trade) {
                         server ? server->name.Str() : std::string(), user->group->operatorNo.Str(),
                         user->group->sign.Str()});
     }
-    std::stable_sort(rows.begin(), rows.end(),
-                     [](const AccountRow& a, const AccountRow& b) { return a.accountNo < b.accountNo; });
     return rows;
 }
 

@@ -49,6 +49,9 @@ TEST(NumberText, ReadsPricesFromTheStartAndIntegersAsAWhole) {
         {"", 0, 0}, {".", 0, 0}, {"97.25", 97.25, 0}, {" 7x", 7, 0}, {" 7 ", 7, 7}, {"-", 0, 0}, {"-2", -2, -2},
         {"+3", 3, 3}, {"+-3", 0, 0}, {"abc", 0, 0}, {"12.5.5", 12.5, 0}, {"1e400", 0, 0}, {"nan", 0, 0},
         {"2147483647", 2147483647, 2147483647}, {"2147483648", 2147483648, 0}, {"16777217", 16777217, 16777217},
+        {".5", 0.5, 0}, {"5.", 5, 0}, {"1e", 1, 0}, {"1e+-2", 1, 0}, {"-25E-1", -2.5, 0}, {"1e-400", 0, 0},
+        {"0.000123e7", 1230, 0}, {"1e9999999999", 0, 0}, {"1.7976931348623158e308", 1.7976931348623157e308, 0},
+        {"9007199254740993", 9007199254740992, 0}, {"5e-324", 5e-324, 0}, {"4.35", 4.35, 0}, {"0x10", 0, 0},
         // clang-format on
     };
     for (const auto& row : rows) {
@@ -56,6 +59,10 @@ TEST(NumberText, ReadsPricesFromTheStartAndIntegersAsAWhole) {
         EXPECT_EQ(ReadInteger(row.text), row.integer) << row.text;
     }
     EXPECT_EQ(ReadInteger(std::string_view("1234").substr(0, 2)), 12) << "reads no further than the view";
+    const std::string halfway = "9007199254740993." + std::string(1000, '0');
+    EXPECT_EQ(ToDouble(halfway), 9007199254740992.0);
+    EXPECT_EQ(ToDouble(halfway + "1"), 9007199254740994.0) << "the last of a thousand digits decides";
+    EXPECT_EQ(ToDouble("0." + std::string(900, '0') + "5e901"), 5.0);
 }
 
 // The host's thread may compute in any precision and rounding, and may trap what is not exact.

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <stdexcept>
 
 namespace {
@@ -223,7 +224,9 @@ TEST_F(DataExchange, NumbersAreReadStrictly) {
         EXPECT_EQ(dialog.amount, row.amount) << '"' << row.text << '"';
     }
     const std::pair<double, const char*> shown[] = {
-        {0.0, "0"}, {100.0, "100"}, {0.1 + 0.2, "0.3"}, {-1.25, "-1.25"}};
+        {0.0, "0"},       {100.0, "100"},       {0.1 + 0.2, "0.3"},
+        {-1.25, "-1.25"}, {0.00012, "0.00012"}, {-0.000012, "-1.2e-05"},
+        {1e15, "1e+15"},  {1e300, "1e+300"},    {INFINITY, "inf"}};
     for (const auto& [amount, text] : shown) {
         dialog.amount = amount;
         dialog.UpdateData(false);
