@@ -99,12 +99,10 @@ TEST_F(FillSubmission, PlainFillWithAndWithoutFee) {
     form.denominator = 8;
     EXPECT_EQ(Submit(form), FillOutcome::Close);
     form.feeGiven = true;
-    EXPECT_EQ(Submit(form), FillOutcome::Close);
-    const Bytes fraction = Leg("EXA", "F", "TR", "1509") + Bytes{{232, Raw(97.375)}};
     form.denominator = 1;
     EXPECT_EQ(Submit(form), FillOutcome::Close);
-    ExpectSent({fraction + Bytes{{256, "N"}}, fraction + Bytes{{256, "Y"}},
-                Leg("EXA", "F", "TR", "1509") + Bytes{{256, "Y"}}});
+    const Bytes leg = Leg("EXA", "F", "TR", "1509");
+    ExpectSent({leg + Bytes{{232, Raw(97.375)}, {256, "N"}}, leg + Bytes{{256, "Y"}}});
     EXPECT_TRUE(prompt.asked.empty());
 }
 

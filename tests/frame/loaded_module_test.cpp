@@ -192,7 +192,7 @@ TEST_F(OpenModule, OpeningAndClosingLeavesNothingBehind) {
             Close(order);
             Close(fill);
         },
-        10);
+        4);
 }
 
 }  // namespace

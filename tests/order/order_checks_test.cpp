@@ -73,7 +73,7 @@ TEST_F(OrderChecks, FindEveryFaultInTheOrderOfTheMessages) {
         {"all of it is not a part", M::Input, nullptr, WITH(f.orderState = kPart, f.fillQty = 5), {10039}},
         {"a part is not all of it", M::Modify, nullptr, WITH(f.orderState = '6', f.fillQty = 4),
          {10039}},
-        {"a part without a fill state", M::Input, nullptr, WITH(f.fillQty = 4), {10039}},
+        {"a part without a fill state", M::Input, nullptr, WITH(f.fillQty = 1), {10039}},
         {"a part", M::Input, nullptr, WITH(f.orderState = kPartCanceled, f.fillQty = 4), {}, {10042}},
         {"a carry enters no order", M::Carry, nullptr,
          WITH(f.orderPrice.whole = "0.1", f.source = 0, f.fillQty = 9), {}},

@@ -134,16 +134,4 @@ TEST_F(OrderRequests, CarryLegs) {
 }
 // clang-format on
 
-TEST_F(OrderRequests, LongTextsAreCutAndAStrangerHasNoOperator) {
-    OrderForm form = Entry();
-    form.account = std::string(40, '9');
-    form.systemNo = std::string(80, 's');
-    const OrderRecord order = BuildOrder(form, nullptr, trade, clock.now);
-    EXPECT_EQ(order.accountNo, std::string(20, '9'));
-    EXPECT_EQ(order.systemNo, std::string(50, 's'));
-    EXPECT_TRUE(order.updateOperator.Empty());
-    form.contractText = "none";
-    EXPECT_EQ(BuildOrder(form, nullptr, TradeData(nullptr), clock.now).key.exchangeNo, "");
-}
-
 }  // namespace

@@ -25,13 +25,19 @@ protected:
         loop.PumpUntilIdle();
         loop.Key(VK_TAB);
     }
+    void TypeContract(const char* text) {
+        Typed(IDC_CONTRACT, text);
+        Focus(IDC_ORDER_QTY);
+    }
     void PickContract(const char* text) {
         SendMessageA(window, WM_SELECTCODE, reinterpret_cast<WPARAM>(text), reinterpret_cast<LPARAM>(""));
     }
     // The second contract without the name behind it.
     std::string Forward() const { return ContractNoOfLine(Text(IDC_FORWARD_CONTRACT)); }
-    MessageBoxScript NoNextOrder() {
-        return MessageBoxScript({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDNO}});
+    // The answer is to whether another order follows.
+    void ConfirmAndAnswer(int button) {
+        MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), button}});
+        PressConfirm();
     }
 
     GroupRecord second{};
@@ -82,16 +88,10 @@ TEST_F(OrderSequence, AnAccountKeepsTheSignItWasChosenOrLoadedWith) {
     EnterOrder();
     PickLine(IDC_ACCOUNT, 1);
     VisitAccount();
-    {
-        MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDYES}});
-        PressConfirm();
-        Typed(IDC_ORDER_QTY, "2");
-    }
+    ConfirmAndAnswer(IDYES);
+    Typed(IDC_ORDER_QTY, "2");
     VisitAccount();
-    {
-        auto boxes = NoNextOrder();
-        PressConfirm();
-    }
+    ConfirmAndAnswer(IDNO);
     ASSERT_EQ(service.orders.size(), 2u);
     for (const OrderRecord& order : service.orders) {
         EXPECT_EQ(order.key.sign.Str() + order.inputOperator.Str(), "SIG2OP2");
@@ -134,22 +134,18 @@ TEST_F(OrderSequence, NumeratorsBelongToOneDenominator) {
     Open(OrderMode::Input);
     EnterOrder();
     Choose(IDC_ORDER_STATE, "Filled");
-    Typed(IDC_CONTRACT, "EXA FR 1509");
-    Focus(IDC_ORDER_QTY);
+    TypeContract("EXA FR 1509");
     Typed(IDC_ORDER_PRICE_WHOLE, "97");
     Typed(IDC_ORDER_PRICE_NUMERATOR, "3");
     Typed(IDC_FILL_PRICE_NUMERATOR, "5");
-    Typed(IDC_CONTRACT, "EXA FR 1512");
-    Focus(IDC_ORDER_QTY);
+    TypeContract("EXA FR 1512");
     EXPECT_EQ(Texts({IDC_ORDER_PRICE_NUMERATOR, IDC_FILL_PRICE_NUMERATOR}), "3|5") << "the same commodity";
-    Typed(IDC_CONTRACT, "EXA QU 1509");
-    Focus(IDC_ORDER_QTY);
+    TypeContract("EXA QU 1509");
     EXPECT_EQ(Texts({IDC_ORDER_PRICE_NUMERATOR, IDC_FILL_PRICE_NUMERATOR, IDC_FILL_PRICE_DENOMINATOR}),
               "0|0|4");
 
     // So do those of a commodity that another sign quotes in other fractions.
-    Typed(IDC_CONTRACT, "EXA FR 1509");
-    Focus(IDC_ORDER_QTY);
+    TypeContract("EXA FR 1509");
     Typed(IDC_ORDER_PRICE_NUMERATOR, "3");
     PickLine(IDC_ACCOUNT, 1);
     EXPECT_EQ(Texts({IDC_ORDER_PRICE_NUMERATOR, IDC_ORDER_PRICE_DENOMINATOR}), "0|4");
@@ -169,8 +165,7 @@ TEST_F(OrderSequence, ATypedSpreadHasItsSecondFillPrice) {
     Choose(IDC_ORDER_STATE, "Filled");
     Typed(IDC_FILL_PRICE_WHOLE, "98");
     for (const bool spread : {true, false, true}) {
-        Typed(IDC_CONTRACT, spread ? "EXA SP 1509/1512" : "EXA CM 1509");
-        Focus(IDC_ORDER_QTY);
+        TypeContract(spread ? "EXA SP 1509/1512" : "EXA CM 1509");
         for (const int id : {IDC_FILL_PRICE2_LABEL, IDC_FILL_PRICE2_WHOLE, IDC_FILL_PRICE2_SPIN}) {
             EXPECT_EQ(Enabled(id), spread) << id;
         }
@@ -181,12 +176,9 @@ TEST_F(OrderSequence, ATypedSpreadHasItsSecondFillPrice) {
 TEST_F(OrderSequence, TheKeyboardStaysWhereItIsOfUse) {
     Open(OrderMode::Input);
     EnterOrder();
-    {
-        MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDYES}});
-        PressConfirm();
-        EXPECT_EQ(FocusId(), IDC_ACCOUNT) << "for the next order, by key as by mouse";
-        EXPECT_EQ(Texts({IDC_ACCOUNT, IDC_ORDER_QTY, IDC_ORDER_PRICE_WHOLE}), "100|0|97.5");
-    }
+    ConfirmAndAnswer(IDYES);
+    EXPECT_EQ(FocusId(), IDC_ACCOUNT) << "for the next order, by key as by mouse";
+    EXPECT_EQ(Texts({IDC_ACCOUNT, IDC_ORDER_QTY, IDC_ORDER_PRICE_WHOLE}), "100|0|97.5");
     Typed(IDC_ORDER_QTY, "5");
     Choose(IDC_ORDER_STATE, "Filled");
     Typed(IDC_FILL_PRICE_WHOLE, "0");
@@ -205,8 +197,7 @@ TEST_F(OrderSequence, TheKeyboardStaysWhereItIsOfUse) {
     }
 
     // A click from the contract into a numerator that the contract shuts, and a choice that shuts an edit.
-    Typed(IDC_CONTRACT, "EXA FR 1509");
-    Focus(IDC_ORDER_QTY);
+    TypeContract("EXA FR 1509");
     Typed(IDC_CONTRACT, "EXA CM 1509");
     loop.Click(Item(IDC_ORDER_PRICE_NUMERATOR));
     EXPECT_FALSE(Enabled(IDC_ORDER_PRICE_NUMERATOR));
@@ -289,7 +280,7 @@ TEST_F(OrderSequence, WhatStandsThereIsConfirmed) {
     Focus(IDC_CONFIRM);
     SetText(IDC_CONTRACT, "EXA CM 1509");
     SetText(IDC_ACCOUNT, "300");
-    auto boxes = NoNextOrder();
+    MessageBoxScript boxes({{ResString(IDS_ASK_NEXT_ORDER), ResString(IDS_TIPS), IDNO}});
     Command(IDC_CONFIRM);
     EXPECT_EQ(Sent(), "SIG2 300 U7 CM 1509 B240E 5 at 97.5 of 0");
 }

@@ -9,12 +9,10 @@ namespace {
 using enum OrderOutcome;
 using enum PromptAnswer;
 
-// The ids of text and caption of every box that was shown.
-using Boxes = std::vector<std::pair<unsigned, unsigned>>;
-
 class OrderSubmission : public OrderTest {
 protected:
-    OrderOutcome Submit(OrderForm form, std::deque<PromptAnswer> answers = {}, std::deque<int> results = {}) {
+    OrderOutcome Submit(const OrderForm& form, std::deque<PromptAnswer> answers = {},
+                      std::deque<int> results = {}) {
         prompt.answers = std::move(answers);
         prompt.asked.clear();
         service.results = std::move(results);
@@ -24,33 +22,76 @@ protected:
         service.deletedOrders.clear();
         return SubmitOrder(form, services);
     }
-    void ExpectBoxes(const Boxes& boxes) {
-        ASSERT_EQ(prompt.asked.size(), boxes.size());
-        for (std::size_t i = 0; i < boxes.size(); ++i) {
-            EXPECT_EQ(prompt.asked[i].text, ResString(boxes[i].first));
-            EXPECT_EQ(prompt.asked[i].caption, ResString(boxes[i].second));
+    // How many orders, fills, exercises and removals went out, and the texts of the boxes.
+    std::string Happened() const {
+        std::string text;
+        for (const auto count : {service.orders.size(), service.fills.size(), service.exercises.size(),
+                                 service.deletedOrders.size()}) {
+            text += std::to_string(count);
         }
+        for (const auto& box : prompt.asked) {
+            text += "|" + box.text;
+        }
+        return text;
+    }
+    static std::string Expected(const char* sent, std::initializer_list<unsigned> boxes) {
+        std::string text = sent;
+        for (const unsigned id : boxes) {
+            text += "|" + ResString(id);
+        }
+        return text;
     }
 };
 
-TEST_F(OrderSubmission, InputAsksForTheNextOrder) {
+TEST_F(OrderSubmission, EachModeAsksTellsAndStopsAtItsFailures) {
+    AddSpread('m', "EXA SA 1509/1512");
+    using M = OrderMode;
+    const char *plain = "EXA CM 1509", *spread = "EXA SA 1509/1512", *option = "EXA CO 240315 C3000";
     struct {
-        PromptAnswer answer;
-        bool stays;
+        M mode;
+        const char* contract;
+        std::deque<PromptAnswer> answers;
+        std::deque<int> results;
         OrderOutcome outcome;
+        const char* sent;  // orders, fills, exercises, removals
+        std::initializer_list<unsigned> boxes;
     } const rows[] = {
-        {Yes, true, NextOrder}, {No, true, Close},   {None, true, Close},
-        {Yes, false, Gone},     {None, false, Gone},
+        // clang-format off
+        {M::Input, plain, {Yes}, {}, NextOrder, "1100", {IDS_ASK_NEXT_ORDER}},
+        {M::Input, plain, {No}, {}, Close, "1100", {IDS_ASK_NEXT_ORDER}},
+        {M::Input, plain, {None}, {}, Close, "1100", {IDS_ASK_NEXT_ORDER}},
+        {M::Input, "EXA CM 1512", {}, {}, Stay, "0000", {IDS_NO_CONTRACT}},
+        {M::Input, plain, {}, {1}, Stay, "1000", {IDS_SEND_INPUT_FAILED}},
+        {M::Input, plain, {}, {0, 1}, Stay, "1100", {}},
+        {M::Input, spread, {}, {0, 1, 0}, Close, "1200", {IDS_ASK_NEXT_ORDER}},
+        {M::Input, spread, {}, {0, 0, 1}, Stay, "1200", {}},
+        {M::Modify, plain, {}, {}, Close, "1000", {}},
+        {M::Modify, plain, {}, {1}, Stay, "1000", {IDS_SEND_MODIFY_FAILED}},
+        {M::RemoveFilled, plain, {}, {1}, Close, "0001", {}},
+        {M::RemoveFilled, plain, {}, {0}, Stay, "0001", {IDS_SEND_REMOVE_FAILED}},
+        {M::Move, plain, {}, {}, Close, "1000", {}},
+        {M::Move, plain, {}, {1}, Stay, "1000", {}},
+        {M{9}, plain, {}, {}, Close, "0000", {}},
+        {M::Exercise, option, {}, {}, Close, "0010", {}},
+        {M::Exercise, option, {}, {1}, Stay, "0010", {IDS_SEND_EXERCISE_FAILED}},
+        // clang-format on
     };
+    api.longQty = 5;
+    ServerOrder().accountNo.Set("200");
     for (const auto& row : rows) {
-        prompt.dialogExists = true;
-        prompt.whileAsking = [&] { prompt.dialogExists = row.stays; };
-        EXPECT_EQ(Submit(Entry(), {row.answer}), row.outcome);
-        EXPECT_EQ(service.orders.size(), 1u);
-        ExpectBoxes({{10115, 10114}});
-        EXPECT_EQ(prompt.asked[0].buttons, PromptButtons::YesNo);
+        OrderForm form =
+            row.mode == M::Exercise ? Entry(row.mode, option) : FilledEntry(row.mode, row.contract);
+        form.forwardContract = "240329";
+        form.original = CorrectsOrder(row.mode) ? &original : nullptr;
+        SCOPED_TRACE(testing::Message() << static_cast<int>(row.mode) << ' ' << row.sent);
+        EXPECT_EQ(Submit(form, row.answers, row.results), row.outcome);
+        EXPECT_EQ(Happened(), Expected(row.sent, row.boxes));
     }
-    EXPECT_TRUE(pause.waits.empty()) << "no fill to wait for";
+    original.accountNo.Set("100");
+    EXPECT_EQ(Submit(Correction(M::Move)), Close);
+    EXPECT_EQ(Happened(), Expected("0000", {IDS_SAME_ACCOUNT}));
+    const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
+    EXPECT_EQ(SubmitOrder(Entry(), unserved), Stay);
 }
 
 TEST_F(OrderSubmission, FillsFollowTheirOrder) {
@@ -60,13 +101,13 @@ TEST_F(OrderSubmission, FillsFollowTheirOrder) {
         char state;
         int fillQty;
     } const rows[] = {
-        {0, "EXA CM 1509", '6', 5},
         {0, "EXA CM 1509", '5', 2},
         {'m', "EXA SA 1509/1512", '6', 5},
         {'c', "EXA A&B 1509", 'A', 1},
         {'r', "EXA SR 1509 P3000/1512 P3000", '6', 5},
     };
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.contract);
         if (row.spread) {
             AddSpread(row.spread, row.contract);
         }
@@ -80,55 +121,23 @@ TEST_F(OrderSubmission, FillsFollowTheirOrder) {
         form.orderState = row.state;
         form.fillQty = row.fillQty;
         EXPECT_EQ(Submit(form), Gone);
-        EXPECT_TRUE(prompt.asked.empty()) << "nobody is left to ask";
-        ASSERT_EQ(service.fills.size(), row.spread ? 2u : 1u) << row.contract;
+        EXPECT_EQ(Happened(), row.spread ? "1200" : "1100") << "nobody is left to ask";
         EXPECT_EQ(pause.waits, std::vector<int>{100});
         for (const FillRecord& fill : service.fills) {
-            EXPECT_EQ(fill.fillQty + 0u, static_cast<unsigned>(row.fillQty)) << row.contract;
-            EXPECT_EQ(fill.carryPair, 0);
+            EXPECT_EQ(fill.fillQty + 0u, static_cast<unsigned>(row.fillQty));
         }
     }
-}
-
-TEST_F(OrderSubmission, InputStopsAtEachFailure) {
-    AddSpread('m', "EXA SA 1509/1512");
-    struct {
-        const char* step;
-        const char* contract;
-        std::deque<int> results;
-        OrderOutcome outcome;
-        std::size_t orders, fills;
-        Boxes boxes;
-    } const rows[] = {
-        {"faulty entry", "EXA CM 1512", {}, Stay, 0, 0, {{10022, 10040}}},
-        {"order", "EXA CM 1509", {1}, Stay, 1, 0, {{10056, 10114}}},
-        {"fill", "EXA CM 1509", {0, 1}, Stay, 1, 1, {}},
-        {"first leg", "EXA SA 1509/1512", {0, 1, 0}, Close, 1, 2, {{10115, 10114}}},
-        {"second leg decides", "EXA SA 1509/1512", {0, 0, 1}, Stay, 1, 2, {}},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(Submit(FilledEntry(OrderMode::Input, row.contract), {}, row.results), row.outcome)
-            << row.step;
-        EXPECT_EQ(service.orders.size(), row.orders) << row.step;
-        EXPECT_EQ(service.fills.size(), row.fills) << row.step;
-        ExpectBoxes(row.boxes);
-    }
-    OrderForm form = Entry();
-    const OrderServices unserved{trade, TradeRequests(nullptr), prompt, pause, clock};
-    EXPECT_EQ(SubmitOrder(form, unserved), Stay);
 }
 
 TEST_F(OrderSubmission, WhatTheServerHasIsNotSentAgain) {
     OrderForm form = Correction(OrderMode::Input);
     api.orders = {&original};
     EXPECT_EQ(Submit(form, {Ok, Yes}), NextOrder);
-    ExpectBoxes({{10052, 10053}, {10115, 10114}});
-    EXPECT_TRUE(service.orders.empty());
+    EXPECT_EQ(Happened(), Expected("0000", {IDS_ORDER_EXISTS, IDS_ASK_NEXT_ORDER}));
 
     // The host comes to know the order between the two look-ups.
     form = FilledEntry();
-    for (const auto& [alreadyFilled, sent, remaining] :
-         {std::tuple{5u, 0u, 0u}, {6u, 0u, 0u}, {2u, 1u, 3u}, {0u, 1u, 5u}}) {
+    for (const auto& [alreadyFilled, remaining] : {std::pair{5u, 0u}, {6u, 0u}, {2u, 3u}, {0u, 5u}}) {
         original.fillQty = alreadyFilled;
         original.orderNo = 0;
         service.orders.clear();
@@ -143,13 +152,9 @@ TEST_F(OrderSubmission, WhatTheServerHasIsNotSentAgain) {
         const OrderRecord order = BuildOrder(form, api.contracts[0], TradeData(nullptr), clock.now);
         const InputResult result = SendInput(order, FillTermsOf(form), services);
         EXPECT_FALSE(result.failed);
-        EXPECT_EQ(result.orderSent, sent == 1);
-        EXPECT_EQ(service.orders.size(), sent);
-        ExpectBoxes(sent ? Boxes{} : Boxes{{10055, 10053}});
-        ASSERT_EQ(service.fills.size(), sent);
-        if (sent) {
-            EXPECT_EQ(service.fills[0].fillQty + 0u, remaining);
-        }
+        EXPECT_EQ(result.orderSent, remaining > 0);
+        EXPECT_EQ(Happened(), remaining ? "1100" : Expected("0000", {IDS_ORDER_ALREADY_FILLED}));
+        EXPECT_EQ(remaining ? service.fills.at(0).fillQty + 0u : 0u, remaining);
     }
 }
 
@@ -173,49 +178,20 @@ TEST_F(OrderSubmission, WhatWasCheckedIsSent) {
 }
 
 TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
-    prompt.whileAsking = [&] { prompt.dialogExists = false; };
     OrderForm doubtful = FilledEntry();
     doubtful.fillPrice.whole = "97.3";
-    EXPECT_EQ(Submit(doubtful, {Ok}), Gone);
-    EXPECT_TRUE(service.orders.empty());
-
-    prompt.dialogExists = true;
     OrderForm exercise = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
     exercise.forwardContract = "240329";
-    EXPECT_EQ(Submit(exercise, {Yes}), Gone);
-    EXPECT_TRUE(service.exercises.empty());
-
-    prompt.dialogExists = true;
-    api.whileAsked = prompt.whileAsking;
-    EXPECT_EQ(Submit(Entry()), Gone);
-    EXPECT_TRUE(service.orders.empty());
-}
-
-TEST_F(OrderSubmission, Corrections) {
-    struct {
-        OrderMode mode;
-        const char* account;
-        std::deque<int> results;
-        OrderOutcome outcome;
-        std::size_t orders, removals;
-        Boxes boxes;
-    } const rows[] = {
-        {OrderMode::Modify, "100", {}, Close, 1, 0, {}},
-        {OrderMode::Modify, "100", {1}, Stay, 1, 0, {{10057, 10114}}},
-        {OrderMode::RemoveFilled, "100", {1}, Close, 0, 1, {}},
-        {OrderMode::RemoveFilled, "100", {0}, Stay, 0, 1, {{10058, 10114}}},
-        {OrderMode::Move, "100", {}, Close, 0, 0, {{10059, 10060}}},
-        {OrderMode::Move, "200", {}, Close, 1, 0, {}},
-        {OrderMode::Move, "200", {1}, Stay, 1, 0, {}},
-        {static_cast<OrderMode>(9), "100", {}, Close, 0, 0, {}},
-    };
-    for (const auto& row : rows) {
-        OrderForm form = Correction(row.mode);
-        form.account = row.account;
-        EXPECT_EQ(Submit(form, {}, row.results), row.outcome) << static_cast<int>(row.mode);
-        EXPECT_EQ(service.orders.size(), row.orders);
-        EXPECT_EQ(service.deletedOrders, std::vector<std::uint32_t>(row.removals, 77));
-        ExpectBoxes(row.boxes);
+    const auto go = [&] { prompt.dialogExists = false; };
+    for (const auto& [form, answer, whileAsking, whileLookedUp] :
+         {std::tuple{doubtful, Ok, std::function<void()>(go), std::function<void()>()},
+          {exercise, Yes, go, {}},
+          {Entry(), Yes, {}, go}}) {
+        prompt.dialogExists = true;
+        prompt.whileAsking = whileAsking;
+        api.whileAsked = whileLookedUp;
+        EXPECT_EQ(Submit(form, {answer}), Gone);
+        EXPECT_EQ(Happened().substr(0, 4), "0000");
     }
 }
 
@@ -223,16 +199,13 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
     struct {
         char direction;
         std::uint32_t longQty, shortQty;
-        std::deque<PromptAnswer> answers;
-        std::deque<int> results;
-        OrderOutcome outcome;
-        std::size_t sent;
-        Boxes boxes;
+        PromptAnswer answer;
+        bool asks, sent;
     } const rows[] = {
-        {'B', 5, 0, {}, {}, Close, 1, {}},
-        {'B', 3, 9, {Yes}, {}, Close, 1, {{10116, 10114}}},
-        {'S', 9, 4, {No}, {}, Stay, 0, {{10116, 10114}}},
-        {'B', 9, 9, {}, {1}, Stay, 1, {{10061, 10114}}},
+        {'B', 5, 0, None, false, true},
+        {'B', 3, 9, Yes, true, true},
+        {'S', 9, 4, No, true, false},
+        {'B', 3, 9, None, true, false},
     };
     for (const auto& row : rows) {
         api.longQty = row.longQty;
@@ -240,9 +213,9 @@ TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
         OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
         form.forwardContract = "240329";
         form.direction = row.direction;
-        EXPECT_EQ(Submit(form, row.answers, row.results), row.outcome);
+        EXPECT_EQ(Submit(form, {row.answer}), row.sent ? Close : Stay);
+        EXPECT_EQ(prompt.asked.size(), row.asks);
         EXPECT_EQ(service.exercises.size(), row.sent);
-        ExpectBoxes(row.boxes);
     }
 }
 
