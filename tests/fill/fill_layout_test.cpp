@@ -38,10 +38,8 @@ TEST(FillLayout, ViewsOfModeSourceAndCommodity) {
         {0, 'E', 'm', 1, Combination, "-n nn n- n- -n yy yn"},
         {0, 'E', 'u', 8, Combination, "-n nn n- n- -y yy yy"},
         {0, 'C', 'F', 1, Full, "-n yy y- y- -n yy yn"},
-        {0, 'C', 'm', 1, Full, "-n yy y- y- -n yy yn"},
         {0, 'C', 0, 1, Full, "-n yy y- y- -n yy yn"},
         {1, 'E', 'm', 8, Single, "-y nn n- n- -y nn ny"},
-        {1, 'C', 'F', 1, Single, "-n nn n- n- -n nn nn"},
         {2, 'E', 'F', 8, Single, "-y nn n- n- -y nn ny"},
         {3, 'E', 'F', 8, Single, "-n nn n- n- -n nn ny"},
     };
