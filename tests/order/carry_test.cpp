@@ -64,30 +64,6 @@ TEST_F(Carry, DatesDecideTheForwardFee) {
     }
 }
 
-TEST_F(Carry, ForwardLegDecides) {
-    struct {
-        std::deque<int> results;  // near order, near fill, forward order, forward fill
-        std::size_t orders, fills;
-        OrderOutcome outcome;
-        std::size_t boxes;
-    } const rows[] = {
-        {{}, 2, 2, OrderOutcome::Close, 0},          {{1}, 2, 1, OrderOutcome::Close, 1},
-        {{0, 1}, 2, 2, OrderOutcome::Close, 0},      {{0, 0, 1}, 2, 1, OrderOutcome::Stay, 1},
-        {{0, 0, 0, 1}, 2, 2, OrderOutcome::Stay, 0},
-    };
-    for (const auto& row : rows) {
-        service.results = row.results;
-        service.orders.clear();
-        service.fills.clear();
-        prompt.asked.clear();
-        OrderForm form = CarryEntry("240315", "240329");
-        EXPECT_EQ(SubmitOrder(form, services), row.outcome);
-        EXPECT_EQ(service.orders.size(), row.orders);
-        EXPECT_EQ(service.fills.size(), row.fills);
-        EXPECT_EQ(prompt.asked.size(), row.boxes);
-    }
-}
-
 TEST_F(Carry, DialogGoneBetweenTheLegs) {
     OrderForm form = CarryEntry("240315", "240329");
     pause.whileWaiting = [&] { prompt.dialogExists = false; };

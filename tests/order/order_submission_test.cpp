@@ -12,7 +12,7 @@ using enum PromptAnswer;
 class OrderSubmission : public OrderTest {
 protected:
     OrderOutcome Submit(const OrderForm& form, std::deque<PromptAnswer> answers = {},
-                      std::deque<int> results = {}) {
+                        std::deque<int> results = {}) {
         prompt.answers = std::move(answers);
         prompt.asked.clear();
         service.results = std::move(results);
@@ -192,30 +192,6 @@ TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
         api.whileAsked = whileLookedUp;
         EXPECT_EQ(Submit(form, {answer}), Gone);
         EXPECT_EQ(Happened().substr(0, 4), "0000");
-    }
-}
-
-TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
-    struct {
-        char direction;
-        std::uint32_t longQty, shortQty;
-        PromptAnswer answer;
-        bool asks, sent;
-    } const rows[] = {
-        {'B', 5, 0, None, false, true},
-        {'B', 3, 9, Yes, true, true},
-        {'S', 9, 4, No, true, false},
-        {'B', 3, 9, None, true, false},
-    };
-    for (const auto& row : rows) {
-        api.longQty = row.longQty;
-        api.shortQty = row.shortQty;
-        OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
-        form.forwardContract = "240329";
-        form.direction = row.direction;
-        EXPECT_EQ(Submit(form, {row.answer}), row.sent ? Close : Stay);
-        EXPECT_EQ(prompt.asked.size(), row.asks);
-        EXPECT_EQ(service.exercises.size(), row.sent);
     }
 }
 
