@@ -168,4 +168,26 @@ TEST_F(OrderChecks, TellWhatIsWrongInOneBox) {
     EXPECT_EQ(prompt.asked[1].text, ResString(IDS_NO_UNDERLYING_DATE));
 }
 
+TEST_F(OrderChecks, ElectronicOrdersAreCorrectedWithConsent) {
+    struct {
+        OrderMode mode;
+        char backOffice;
+        PromptAnswer answer;
+        bool asks, goesOn;
+    } const rows[] = {
+        {OrderMode::Modify, 'Y', PromptAnswer::None, false, true},
+        {OrderMode::Modify, 'N', PromptAnswer::Ok, true, true},
+        {OrderMode::RemoveFilled, '\0', PromptAnswer::Cancel, true, false},
+        {OrderMode::Input, 'N', PromptAnswer::None, false, true},
+    };
+    for (const auto& row : rows) {
+        const OrderForm form = Correction(row.mode);
+        original.backOffice = row.backOffice;
+        prompt.answers = {row.answer};
+        prompt.asked.clear();
+        EXPECT_EQ(ConfirmElectronicOrder(form, prompt), row.goesOn);
+        EXPECT_EQ(prompt.asked.size(), row.asks);
+    }
+}
+
 }  // namespace
