@@ -195,4 +195,28 @@ TEST_F(OrderSubmission, NothingIsSentThatWasNotConfirmed) {
     }
 }
 
+TEST_F(OrderSubmission, ExerciseAsksWhenThePositionIsSmaller) {
+    struct {
+        char direction;
+        std::uint32_t longQty, shortQty;
+        PromptAnswer answer;
+        bool asks, sent;
+    } const rows[] = {
+        {'B', 5, 0, None, false, true},
+        {'B', 3, 9, Yes, true, true},
+        {'S', 9, 4, No, true, false},
+        {'B', 3, 9, None, true, false},
+    };
+    for (const auto& row : rows) {
+        api.longQty = row.longQty;
+        api.shortQty = row.shortQty;
+        OrderForm form = Entry(OrderMode::Exercise, "EXA CO 240315 C3000");
+        form.forwardContract = "240329";
+        form.direction = row.direction;
+        EXPECT_EQ(Submit(form, {row.answer}), row.sent ? Close : Stay);
+        EXPECT_EQ(prompt.asked.size(), row.asks);
+        EXPECT_EQ(service.exercises.size(), row.sent);
+    }
+}
+
 }  // namespace
