@@ -133,6 +133,28 @@ TEST_F(FillSubmission, CombinationGoesOutAsTwoLegs) {
     }
 }
 
+TEST_F(FillSubmission, OfTwoLegsTheLastDecidesAndEachHalfOfACarryTellsItsFailure) {
+    struct {
+        bool carry;
+        std::deque<int> results;
+        FillOutcome outcome;
+        std::size_t messages;
+    } const rows[] = {
+        {false, {1, 0}, FillOutcome::Close, 0},  {false, {0, 1}, FillOutcome::Stay, 1},
+        {false, {-1, -1}, FillOutcome::Stay, 1}, {true, {1, 0}, FillOutcome::Close, 1},
+        {true, {0, 1}, FillOutcome::Stay, 1},    {true, {1, 1}, FillOutcome::Stay, 2},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.results) + (row.carry ? " carry" : " spread"));
+        service.fills.clear();
+        prompt.asked.clear();
+        service.results = row.results;
+        EXPECT_EQ(Submit(row.carry ? CarryForm() : SpreadForm()), row.outcome);
+        EXPECT_EQ(service.fills.size(), 2u);
+        EXPECT_EQ(prompt.asked.size(), row.messages);
+    }
+}
+
 TEST_F(FillSubmission, CarryPairClosesAndOpens) {
     FillForm form = CarryForm();
     form.feeGiven = true;
