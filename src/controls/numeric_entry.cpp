@@ -5,6 +5,28 @@
 #include "framework/scoped_value.h"
 #include "framework/window_helpers.h"
 
+#include <utility>
+
+BEGIN_MESSAGE_MAP(CAskingEdit, CWnd)
+ON_CONTROL_REFLECT(EN_UPDATE, &CAskingEdit::OnUpdate)
+END_MESSAGE_MAP()
+
+LRESULT CAskingEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    const WindowWatch watch(this);
+    ++m_messageDepth;
+    const LRESULT result = CWnd::WindowProc(message, wParam, lParam);
+    if (watch.WindowAlive() && --m_messageDepth == 0 && std::exchange(m_updated, false)) {
+        ::SendMessageA(GetParent(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), EN_UPDATE),
+                       reinterpret_cast<LPARAM>(m_hWnd));
+    }
+    return result;
+}
+
+bool CAskingEdit::OnUpdate() {
+    m_updated = m_messageDepth > 0;
+    return m_updated;  // the dialog is told later
+}
+
 void NumericEntry::Attach(HWND dialog) {
     m_dialog = dialog;
     const auto limit = [this](int id) {
@@ -13,9 +35,13 @@ void NumericEntry::Attach(HWND dialog) {
         }
     };
     limit(m_table.feeEdit);
+    m_askingEdits.emplace_back().SubclassDlgItem(m_table.feeEdit, dialog);
     for (const NumericRow& row : m_table.rows) {
         limit(row.edit);
         limit(row.numerator);
+        if (row.numerator != 0) {
+            m_askingEdits.emplace_back().SubclassDlgItem(row.edit, dialog);
+        }
     }
 }
 

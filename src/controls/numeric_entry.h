@@ -4,8 +4,23 @@
 #include "framework/scoped_value.h"
 #include "framework/wnd.h"
 
+#include <list>
 #include <map>
 #include <string>
+
+// An edit that reports a new text (EN_UPDATE) behind the message that brought it. What may be typed in it is
+// a question to the host, which may take the dialog away; the system's edit goes on with its own memory after
+// the report.
+class CAskingEdit : public CWnd {
+protected:
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnUpdate();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    int m_messageDepth = 0;  // messages that are being handled
+    bool m_updated = false;  // meanwhile
+};
 
 // The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel
 // and spin buttons. The dialog describes its rows in a table and its contract in a context; both have to
@@ -47,6 +62,7 @@ private:
     const NumericTable& m_table;
     const INumericContext& m_context;
     HWND m_dialog = nullptr;
+    std::list<CAskingEdit> m_askingEdits;
     std::map<int, std::string> m_lastGood;  // by edit
     int m_focused = 0;                      // the edit that is known to have the keyboard
     bool m_restoring = false;

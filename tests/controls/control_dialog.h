@@ -35,7 +35,7 @@ public:
 // and its controls every message.
 class ControlDialog : public EmptyDialog {
 public:
-    std::vector<std::string> log;  // "id:code" of each WM_COMMAND that is not reflected
+    std::vector<std::string> log;  // "id:code" of each WM_COMMAND that its control leaves to it
     std::function<bool(MSG&)> translate;
     std::function<bool(const NMHDR&, LRESULT&)> notify;
     std::function<void(WPARAM, LPARAM)> onCommand;
@@ -56,11 +56,14 @@ public:
 
 protected:
     BOOL OnCommand(WPARAM wParam, LPARAM lParam) override {
+        if (CDialog::OnCommand(wParam, lParam)) {
+            return TRUE;
+        }
         log.push_back(std::to_string(LOWORD(wParam)) + ":" + std::to_string(HIWORD(wParam)));
         if (onCommand) {
             onCommand(wParam, lParam);
         }
-        return CDialog::OnCommand(wParam, lParam);
+        return FALSE;
     }
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result) override {
         if (notify && notify(*reinterpret_cast<const NMHDR*>(lParam), *result)) {

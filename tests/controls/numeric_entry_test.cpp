@@ -158,6 +158,18 @@ TEST(NumericEntry, PutsTheLastGoodTextBack) {
     EXPECT_EQ(decimal.Text(kQty), "-7");
 }
 
+TEST(NumericEntry, AsksTheHostWhenTheEditHasFinished) {
+    Entry entry("DEC");
+    entry.Set(kWhole, "1");
+    entry.dialog.log.clear();
+    entry.dialog.Keys({'2'});
+    EXPECT_EQ(entry.dialog.TakeLog(), (std::vector<std::string>{"102:768", "102:1024"}))
+        << "changed, updated";
+    entry.context.whileAsked = [&] { entry.dialog.DestroyWindow(); };
+    ::SendMessageA(entry.Item(kWhole), WM_CHAR, '3', 1);
+    EXPECT_EQ(entry.dialog.m_hWnd, nullptr);
+}
+
 TEST(DialogKeys, EnterIsTabAndClicksTheButtons) {
     Entry entry("DEC");
     ::SetFocus(entry.Item(kFee));

@@ -4,6 +4,8 @@
 #include "tests/trade/sample_book.h"
 #include "trade/price_format.h"
 
+#include <functional>
+
 // The contract that a dialog with numeric edits shows: of DEC (decimals), QTR (quarters) or SPR, a spread in
 // decimals over QTR.
 class NumericContext final : public INumericContext {
@@ -22,9 +24,14 @@ public:
             m_key = commodity->commodityNo.View() == commodityNo ? CommodityOf(*commodity) : m_key;
         }
     }
-    CommodityKey Commodity() const override { return m_key; }
+    CommodityKey Commodity() const override {
+        whileAsked();
+        return m_key;
+    }
     TradeData Trade() const override { return TradeData(&m_book); }
     std::string FormatPrice(double price) const override { return FormatPriceText(price, nullptr); }
+
+    std::function<void()> whileAsked = [] {};
 
 private:
     mutable SampleBook m_book;
