@@ -177,10 +177,9 @@ BOOL CSeleCodeWnd::OnNcActivate(bool active) {
 
 void CSeleCodeWnd::OnDestroy() {
     CWnd::OnDestroy();
-    m_tree.DeleteAllItems();
+    m_tree.Clear();
     m_catalog.clear();
     m_built = false;
-    m_lastOpened = nullptr;
 }
 
 // --- the tree ---
@@ -201,8 +200,7 @@ void CSeleCodeWnd::Refresh(const std::string& sign) {
     }
     m_rows.ClearContracts();
     m_tree.SendMessage(WM_SETREDRAW, FALSE);
-    m_tree.DeleteAllItems();
-    m_lastOpened = nullptr;
+    m_tree.Clear();
     m_catalog = std::move(catalog);
     InsertNodes(m_catalog, TVI_ROOT);
     m_built = !m_catalog.empty();
@@ -246,48 +244,17 @@ void CSeleCodeWnd::OnTreeClick(LRESULT* result) {
 }
 
 bool CSeleCodeWnd::ChooseSelectedNode() {
-    OpenSingleChildren(m_tree.GetSelectedItem());
-    m_choice = ChoiceOf(m_tree.GetSelectedItem());
+    const HTREEITEM item = m_tree.GetSelectedItem();
+    m_tree.OpenSingleChildren(item);
+    m_choice = ReadChoice(m_tree.PathOf(item));
     if (m_choice.level == ContractChoice::Level::Exchange) {
-        CloseOtherExchanges(m_tree.GetSelectedItem());
+        m_tree.CloseOtherRoots(item);
     }
     if (HasNoContractLevel(m_choice.commodityType)) {
         ShowWindow(SW_HIDE);
     }
     FillList();
     return m_hWnd && SendChoice(TreeClickText(m_choice));
-}
-
-void CSeleCodeWnd::OpenSingleChildren(HTREEITEM item) {
-    while (item) {
-        HTREEITEM child = m_tree.GetChildItem(item);
-        if (!child || m_tree.GetNextSiblingItem(child)) {
-            return;
-        }
-        m_tree.Expand(child);
-        item = child;
-    }
-}
-
-void CSeleCodeWnd::CloseOtherExchanges(HTREEITEM item) {
-    if (item == m_lastOpened || !m_tree.IsExpanded(item)) {
-        return;
-    }
-    for (HTREEITEM other = m_tree.GetRootItem(); other; other = m_tree.GetNextSiblingItem(other)) {
-        if (other != item) {
-            m_tree.Expand(other, TVE_COLLAPSE);
-        }
-    }
-    m_lastOpened = item;
-}
-
-ContractChoice CSeleCodeWnd::ChoiceOf(HTREEITEM item) const {
-    std::vector<std::string_view> path;
-    for (; item; item = m_tree.GetParentItem(item)) {
-        const auto* data = reinterpret_cast<const char*>(m_tree.GetItemData(item));
-        path.push_back(data ? std::string_view(data) : std::string_view());
-    }
-    return ReadChoice(path);
 }
 
 // --- the list ---

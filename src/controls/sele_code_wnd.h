@@ -69,9 +69,6 @@ private:
     void OnTreeClick(LRESULT* result);
     // What a click on the selected node does. False when the owner destroyed the popup.
     bool ChooseSelectedNode();
-    void OpenSingleChildren(HTREEITEM item);
-    void CloseOtherExchanges(HTREEITEM item);
-    ContractChoice ChoiceOf(HTREEITEM item) const;
     void FillList();
     void SetUpColumns();
     BOOL OnListClick(const NMITEMACTIVATE& click, WPARAM wParam, LPARAM lParam, LRESULT* result);
@@ -92,7 +89,6 @@ private:
     bool m_forwardOnly = false;
     std::string m_lastSign;
     std::vector<CatalogNode> m_catalog;  // owns the texts that the tree's item data point to
-    HTREEITEM m_lastOpened = nullptr;    // the exchange that was opened last
     ContractChoice m_choice;
     ContractRows m_rows;
     CFont m_treeFont;

@@ -30,9 +30,9 @@ bool CSeleCodeWnd::GoToContract(const std::string& contractText) {
     if (!item) {
         return false;
     }
-    CloseOtherExchanges(exchange);
+    m_tree.CloseOtherRoots(exchange);
     m_tree.SelectItem(item);
-    m_choice = ChoiceOf(item);
+    m_choice = ReadChoice(m_tree.PathOf(item));
     FillList();
     const auto cell = m_hWnd ? m_rows.Find(m_choice, contractText) : std::nullopt;
     if (cell) {
@@ -77,7 +77,7 @@ bool CSeleCodeWnd::OnPartKey(HWND part, UINT key) {
 // The selection in the tree may have moved on since the list was filled. What the keyboard enters are the
 // contracts of the node that it comes from.
 void CSeleCodeWnd::EnterList() {
-    const ContractChoice selected = ChoiceOf(m_tree.GetSelectedItem());
+    const ContractChoice selected = ReadChoice(m_tree.PathOf(m_tree.GetSelectedItem()));
     if (selected != m_choice || m_rows.Count(selected.commodityType) == 0) {
         m_choice = selected;
         FillList();

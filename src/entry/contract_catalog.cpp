@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -103,29 +104,20 @@ bool ListsStrikes(char commodityType) {
 }
 
 std::string CommodityOrderKey(const CommodityRecord& commodity) {
-    const std::string firstLeg = commodity.relatedCommodityNo.Str();
-    switch (commodity.commodityType) {
-        case CommodityType::kGoods:
-            return commodity.commodityNo.Str() + "$1";
-        case CommodityType::kFutures:
-            return commodity.commodityNo.Str() + "$2";
-        case CommodityType::kSpreadMonth:
-            return firstLeg + "$3";
-        case CommodityType::kSpreadCommodity:
-            return firstLeg + commodity.secondCommodityNo.Str() + "$4";
-        case CommodityType::kOption:
-            return firstLeg + "$5";
-        case CommodityType::kBullVertical:
-            return firstLeg + "$6";
-        case CommodityType::kBearVertical:
-            return firstLeg + "$7";
-        case CommodityType::kStraddle:
-            return firstLeg + "$8";
-        case CommodityType::kStrangle:
-            return firstLeg + "$9";
-        default:
-            return {};
+    // The first two stand under their own code, the others under that of their base.
+    static constexpr char kOrder[] = {
+        CommodityType::kGoods,           CommodityType::kFutures,  CommodityType::kSpreadMonth,
+        CommodityType::kSpreadCommodity, CommodityType::kOption,   CommodityType::kBullVertical,
+        CommodityType::kBearVertical,    CommodityType::kStraddle, CommodityType::kStrangle};
+    const auto place = std::find(std::begin(kOrder), std::end(kOrder), commodity.commodityType) - kOrder;
+    if (place == std::ssize(kOrder)) {
+        return {};
     }
+    std::string key = place < 2 ? commodity.commodityNo.Str() : commodity.relatedCommodityNo.Str();
+    if (commodity.commodityType == CommodityType::kSpreadCommodity) {
+        key += commodity.secondCommodityNo.Str();
+    }
+    return key + "$" + std::to_string(place + 1);
 }
 
 std::vector<CatalogNode> BuildCatalog(const TradeData& trade, const std::string& sign, bool forwardOnly) {

@@ -2,6 +2,7 @@
 
 #include "entry/time_zone.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -149,16 +150,16 @@ private:
             case 'h':
                 return ReadName(kMonths, m_fields.tm_mon);
             case 'C':
-                return ReadCentury();
+                return ReadYearPart(m_century);
             case 'y':
-                return ReadYearOfCentury();
+                return ReadYearPart(m_yearOfCentury);
             case 'I':
             case 'l':
-                return ReadHourOfHalfDay();
+                return ReadOfCycle(12, m_fields.tm_hour);
             case 'p':
                 return ReadDayHalf();
             case 'u':
-                return ReadIsoWeekday();
+                return ReadOfCycle(7, m_fields.tm_wday);
             case 'n':
             case 't':
                 SkipSpace();
@@ -229,32 +230,26 @@ private:
         return false;
     }
 
-    bool ReadCentury() {
-        if (!ReadNumber(0, 99, m_century)) {
-            return false;
-        }
-        m_fields.tm_year = m_century * 100 + (m_yearOfCentury < 0 ? 0 : m_yearOfCentury) - kTmYearBase;
-        return true;
-    }
-
-    bool ReadYearOfCentury() {
-        if (!ReadNumber(0, 99, m_yearOfCentury)) {
+    // A century or a year of one.
+    bool ReadYearPart(int& part) {
+        if (!ReadNumber(0, 99, part)) {
             return false;
         }
         if (m_century >= 0) {
-            m_fields.tm_year = m_century * 100 + m_yearOfCentury - kTmYearBase;
+            m_fields.tm_year = m_century * 100 + std::max(m_yearOfCentury, 0) - kTmYearBase;
         } else {
             m_fields.tm_year = m_yearOfCentury < 69 ? m_yearOfCentury + 100 : m_yearOfCentury;
         }
         return true;
     }
 
-    bool ReadHourOfHalfDay() {
-        int hour = 0;
-        if (!ReadNumber(1, 12, hour)) {
+    // From 1 to the length of the cycle, whose last number stands for 0.
+    bool ReadOfCycle(int length, int& field) {
+        int number = 0;
+        if (!ReadNumber(1, static_cast<unsigned>(length), number)) {
             return false;
         }
-        m_fields.tm_hour = hour % 12;
+        field = number % length;
         return true;
     }
 
@@ -262,23 +257,9 @@ private:
         if (m_fields.tm_hour > 11) {
             return false;
         }
-        if (ReadWord("AM")) {
-            return true;
-        }
-        if (ReadWord("PM")) {
-            m_fields.tm_hour += 12;
-            return true;
-        }
-        return false;
-    }
-
-    bool ReadIsoWeekday() {
-        int weekday = 0;
-        if (!ReadNumber(1, 7, weekday)) {
-            return false;
-        }
-        m_fields.tm_wday = weekday % 7;
-        return true;
+        const bool afternoon = ReadWord("PM");
+        m_fields.tm_hour += afternoon ? 12 : 0;
+        return afternoon || ReadWord("AM");
     }
 
     const char* m_text;

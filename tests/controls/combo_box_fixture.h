@@ -52,3 +52,14 @@ protected:
         return {LOWORD(marked), HIWORD(marked)};
     }
 };
+
+// With lines, and nothing reported yet.
+class ComboBoxTest : public ComboBoxFixture {
+protected:
+    ComboBoxTest() {
+        Add({"SHFE Shanghai Futures", "SGX Singapore", "DCE  Dalian", "NONAME"});
+        dialog.Pump();
+        dialog.log.clear();
+    }
+    LRESULT EditLength() const { return ToEdit(WM_GETTEXTLENGTH); }
+};

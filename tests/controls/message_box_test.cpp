@@ -4,7 +4,6 @@
 #include "controls/message_box_layout.h"
 #include "framework/owned_handle.h"
 #include "framework/window_helpers.h"
-#include "support/leak_count.h"
 #include "support/message_box_script.h"
 #include "support/window_kit.h"
 
@@ -129,10 +128,6 @@ TEST_F(MessageBoxes, QuitEndsTheBoxAndStaysPending) {
 TEST_F(MessageBoxes, NotShownOrLosingItsOwnerIsNoConsent) {
     EXPECT_EQ(XMessageBox(reinterpret_cast<HWND>(0x1234), "text", "caption", kStyle, kRed), IDCANCEL);
     EXPECT_EQ(Show([&](HWND) { host.Destroy(); }), IDCANCEL);
-}
-
-TEST_F(MessageBoxes, LeavesNothingBehind) {
-    KeptByEach([&] { Show([](HWND box) { PostMessageA(box, WM_COMMAND, IDOK, 0); }); });
 }
 
 TEST(MessageBoxLayouts, RowsOfFigures) {

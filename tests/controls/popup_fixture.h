@@ -71,16 +71,6 @@ protected:
         ::SendMessageA(Tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&query));
         return text;
     }
-    // The nodes from this one on, like the catalog's Outline.
-    std::string OutlineFrom(HTREEITEM item, const std::string& indent = "") const {
-        const auto& tree = *static_cast<CTreeCtrl*>(CWnd::FromHandlePermanent(Tree()));
-        std::string outline;
-        for (; item; item = tree.GetNextSiblingItem(item)) {
-            outline += indent + Item(item) + "|" + reinterpret_cast<const char*>(tree.GetItemData(item)) +
-                       "\n" + OutlineFrom(tree.GetChildItem(item), indent + " ");
-        }
-        return outline;
-    }
     // The nodes that can be seen, top to bottom.
     std::string VisibleNodes() const {
         std::string nodes;

@@ -1,7 +1,5 @@
 #include "tests/controls/popup_fixture.h"
 
-#include "support/leak_count.h"
-
 namespace {
 
 TEST_F(PopupTest, ClicksOpenTheTreeLikeAnAccordion) {
@@ -168,12 +166,6 @@ TEST_F(PopupTest, SurvivesAnOwnerThatTakesItAway) {
     }
 }
 
-TEST_F(PopupTest, ShowsWhatTheCatalogListsAndFreesItWithTheNext) {
-    Open();
-    EXPECT_EQ(OutlineFrom(TreeView_GetRoot(Tree())), Outline(BuildCatalog(SampleTrade(), "", false)));
-    EXPECT_LT(KeptByEach([&] { popup->Refresh(""); }, 10), 50);
-}
-
 TEST_F(PopupTest, KeepsGoingWithoutATradeService) {
     g_book = nullptr;
     Open();
@@ -182,24 +174,6 @@ TEST_F(PopupTest, KeepsGoingWithoutATradeService) {
     RealClickAt(Tree(), {50, 50});
     RealClickAt(List(), {20, 20});
     EXPECT_EQ(ListShown(), "10x1 ");
-}
-
-TEST_F(PopupTest, AHundredLivesLeaveNothingBehind) {
-    const auto live = [](bool plain) {
-        ControlDialog dialog;
-        CSeleCodeWnd another(&SampleTrade);
-        if (plain) {
-            dialog.Add(WC_TREEVIEWA, 0, 6);
-            dialog.Add(WC_LISTVIEWA, LVS_REPORT | LVS_OWNERDATA, 7);
-        } else if (another.CreatePopup(dialog.m_hWnd)) {
-            another.Refresh("");
-            another.Toggle();
-            another.Refresh("");
-        }
-        dialog.Pump();
-        dialog.DestroyWindow();
-    };
-    EXPECT_LE(KeptByEach([&] { live(false); }), KeptByEach([&] { live(true); }));
 }
 
 }  // namespace
