@@ -1,6 +1,8 @@
 #include "fill/fill_checks.h"
 
+#include "entry/forward_market.h"
 #include "entry/number_text.h"
+#include "entry/telling.h"
 #include "fill/fill_request.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
@@ -10,16 +12,6 @@
 #include <string>
 
 namespace {
-
-// A commodity whose contracts are prompt dates with a rolling "3M" among them: the date that "3M" stands for
-// today is to be entered as "3M".
-bool NamesThreeMonthDate(const FillForm& form, const CommodityRecord& commodity, const TradeData& trade) {
-    if (commodity.rollingCode != kRollingCommodity) {
-        return false;
-    }
-    const std::string date = trade.ThreeMonthContractNo(form.sign);
-    return date != kThreeMonth && date == form.contractNo;
-}
 
 // A contract of another shape than its commodity, which may have the code of one that suits, would go out as
 // legs of nothing, as half a combination or as a fill of something else.
@@ -46,7 +38,7 @@ std::string MistakesOf(const FillForm& form, const CommodityRecord* commodity, c
         mistakes += ResString(IDS_NO_COMMODITY);
     } else if (!trade.Contract(key) || (input && !HasShapeOf(*commodity, key, trade))) {
         mistakes += ResString(IDS_CONTRACT_EMPTY);
-    } else if (NamesThreeMonthDate(form, *commodity, trade)) {
+    } else if (NamesThreeMonthDate(form.contractNo, *commodity, form.sign, trade)) {
         mistakes += ResString(IDS_CONTRACT_IS_3M_DATE);
     }
     if (form.fillQty < 1) {
@@ -79,7 +71,7 @@ FillCheck CheckFill(const FillForm& form, const TradeData& trade, IPrompt& promp
     const CommodityRecord* commodity = FindCommodity(form, trade);
     const std::string mistakes = MistakesOf(form, commodity, trade);
     if (!mistakes.empty()) {
-        prompt.Ask(mistakes, ResString(IDS_OPERATION_FAILED), PromptButtons::Ok);
+        Tell(prompt, mistakes, IDS_OPERATION_FAILED);
         return FillCheck::Refused;
     }
     const std::string doubts = commodity ? DoubtsOf(form, *commodity) : std::string();

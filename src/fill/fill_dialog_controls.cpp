@@ -1,6 +1,7 @@
 #include "controls/dialog_exchange.h"
 #include "controls/dialog_setup.h"
 #include "controls/window_placement.h"
+#include "entry/forward_market.h"
 #include "fill/fill_dialog.h"
 #include "fill/fill_population.h"
 #include "fill/fill_request.h"
@@ -18,14 +19,6 @@
 // The dialog's controls: their values, set-up, lists and places.
 
 namespace {
-
-// The words of sources and directions are whole items: "Manual Order" is not "Manual".
-constexpr ComboSettings kComboSettings[] = {
-    //               full   whole  no menu list   rows
-    {IDC_EXCHANGE, false, false, true, false, 10},  {IDC_UPPER, false, false, true, false, 10},
-    {IDC_COMMODITY, false, false, true, false, 10}, {IDC_FILL_SOURCE, false, true, true, true, 0},
-    {IDC_DIRECTION, false, true, true, true, 0},    {IDC_CURRENCY, false, false, true, true, 0},
-};
 
 // What the fields of the request take of typed texts; the contract is read as a text of two legs.
 struct TextLimit {
@@ -51,23 +44,16 @@ void ShowLine(CxComboBox& combo, int line, const std::string& code) {
 }  // namespace
 
 void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
-    CDialog::DoDataExchange(exchange);
-    DDX_Control(exchange, IDC_UPPER, m_upper);
-    DDX_Control(exchange, IDC_ACCOUNT, m_account);
-    DDX_Control(exchange, IDC_FILL_SOURCE, m_fillSource);
-    DDX_Control(exchange, IDC_EXCHANGE, m_exchange);
-    DDX_Control(exchange, IDC_COMMODITY, m_commodity);
-    DDX_Control(exchange, IDC_DIRECTION, m_direction);
-    DDX_Control(exchange, IDC_CURRENCY, m_currency);
+    BindCombos(exchange);
     DDX_Control(exchange, IDC_OPEN_DIRECTION, m_openDirection);
 
     DDX_Text(exchange, IDC_FILL_NO, m_form.exchangeFillNo);
     DDX_Text(exchange, IDC_SYSTEM_NO, m_form.systemNo);
-    DDX_CodedText(exchange, m_upper, m_form.upper);
-    DDX_CodedText(exchange, m_account, m_form.account);
-    DDX_Code(exchange, m_fillSource, SourcesOf(m_form), m_form.source);
+    DDX_CodedText(exchange, Combo(IDC_UPPER), m_form.upper);
+    DDX_CodedText(exchange, Combo(IDC_ACCOUNT), m_form.account);
+    DDX_Code(exchange, Combo(IDC_FILL_SOURCE), SourcesOf(m_form), m_form.source);
     DDX_Number(exchange, IDC_FILL_QTY, m_form.fillQty);
-    DDX_Code(exchange, m_direction, kDirections, m_form.direction);
+    DDX_Code(exchange, Combo(IDC_DIRECTION), kDirections, m_form.direction);
     DDX_Text(exchange, IDC_FILL_PRICE_WHOLE, m_form.fillPrice.whole);
     DDX_Number(exchange, IDC_FILL_PRICE_NUMERATOR, m_form.fillPrice.numerator);
     DDX_Text(exchange, IDC_OPEN_CONTRACT, m_form.openContract);
@@ -78,7 +64,7 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
     if (exchange->m_bSaveAndValidate) {
         m_form = ChosenForm();
         m_form.openContract = TrimBlanks(m_form.openContract);
-        m_form.currency = m_currency.GetCurrentCode();
+        m_form.currency = Combo(IDC_CURRENCY).GetCurrentCode();
         return;
     }
     ShowCommodity(m_form);
@@ -91,14 +77,8 @@ void CEmendoMatch::DoDataExchange(CDataExchange* exchange) {
 // --- set-up ---
 
 void CEmendoMatch::SetUpControls() {
-    SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    SetUpEntries();
     m_openDirection.EnableWindow(false);
-    for (const ComboSettings& settings : kComboSettings) {
-        if (CWnd* combo = FromHandlePermanent(GetDlgItem(settings.id))) {
-            SetUpCombo(static_cast<CxComboBox&>(*combo), settings);
-        }
-    }
-    m_numbers.Attach(m_hWnd);
     for (const TextLimit& limit : kTextLimits) {
         SendDlgItemMessageA(m_hWnd, limit.id, EM_LIMITTEXT, limit.characters, 0);
     }
@@ -106,8 +86,8 @@ void CEmendoMatch::SetUpControls() {
     for (const std::string& direction : kDirections.Words()) {
         m_openDirection.AddString(direction);
     }
-    m_direction.SetItems(kDirections.Words(), false);
-    m_fillSource.SetItems(SourcesOf(m_form).Words(), false);
+    Combo(IDC_DIRECTION).SetItems(kDirections.Words(), false);
+    Combo(IDC_FILL_SOURCE).SetItems(SourcesOf(m_form).Words(), false);
 }
 
 void CEmendoMatch::SetUpMode() {
@@ -125,13 +105,13 @@ void CEmendoMatch::SetUpMode() {
         GenerateNumbers(m_form, SystemClock().Now());
         SetDlgItemText(IDC_FILL_NO, m_form.exchangeFillNo);
         SetDlgItemText(IDC_SYSTEM_NO, m_form.systemNo);
-        m_upper.SetFocus();
+        Combo(IDC_UPPER).SetFocus();
     }
 }
 
 void CEmendoMatch::ShowLoadedRecord() {
     // The commodities are those of the exchange, so it has to be there first.
-    ShowLine(m_exchange, m_exchange.FindCode(m_form.exchangeNo), m_form.exchangeNo);
+    ShowLine(Combo(IDC_EXCHANGE), Combo(IDC_EXCHANGE).FindCode(m_form.exchangeNo), m_form.exchangeNo);
     ShowCommodities();
     UpdateData(false);
 }
@@ -139,29 +119,29 @@ void CEmendoMatch::ShowLoadedRecord() {
 void CEmendoMatch::ShowDefaults() {
     SelectDefaultExchange();
     ShowCommodities();
-    if (m_commodity.GetCount() > 0) {
-        m_commodity.SetCurSel(0);
+    if (Combo(IDC_COMMODITY).GetCount() > 0) {
+        Combo(IDC_COMMODITY).SetCurSel(0);
     }
 }
 
 // --- lists ---
 
 bool CEmendoMatch::MayList() const {
-    return ListsAreOpen(m_form.accountNo, m_form.sign, CurrentTradeData());
+    return ListsAreOpen(m_form.accountNo, m_form.sign, Trade());
 }
 
 void CEmendoMatch::ShowLists() {
-    const TradeData trade = CurrentTradeData();
-    m_currency.SetItems(CurrencyItems(trade), true);
-    m_currency.SelectString(-1, kPreferredCurrency);
+    const TradeData trade = Trade();
+    Combo(IDC_CURRENCY).SetItems(CurrencyItems(trade), true);
+    Combo(IDC_CURRENCY).SelectString(-1, kPreferredCurrency);
     ShowAccounts();
-    m_upper.SetItems(UpperItems(m_form.sign, trade), true);
-    m_exchange.SetItems(ExchangeItems(m_form.sign, trade), true);
+    Combo(IDC_UPPER).SetItems(UpperItems(m_form.sign, trade), true);
+    Combo(IDC_EXCHANGE).SetItems(ExchangeItems(m_form.sign, trade), true);
 }
 
 void CEmendoMatch::ShowAccounts() {
-    SetPlainItems(m_account,
-                  MayList() ? AccountItems(m_form.sign, CurrentTradeData()) : std::vector<std::string>());
+    SetPlainItems(Combo(IDC_ACCOUNT),
+                  MayList() ? AccountItems(m_form.sign, Trade()) : std::vector<std::string>());
 }
 
 void CEmendoMatch::ShowCommodities() {
@@ -169,12 +149,12 @@ void CEmendoMatch::ShowCommodities() {
     std::vector<std::string> items;
     m_listedTypes.clear();
     if (!chosen.exchangeNo.empty() && MayList()) {
-        for (const CommodityRecord* commodity : CurrentTradeData().Commodities(ExchangeKeyOf(chosen))) {
+        for (const CommodityRecord* commodity : Trade().Commodities(ExchangeKeyOf(chosen))) {
             items.push_back(CodedItem(commodity->commodityNo.View(), commodity->commodityName.View()));
             m_listedTypes += commodity->commodityType;
         }
     }
-    m_commodity.SetItems(std::move(items), true);
+    Combo(IDC_COMMODITY).SetItems(std::move(items), true);
     if (std::exchange(m_listedExchange, chosen.exchangeNo) == chosen.exchangeNo) {
         ShowCommodity(chosen);
     }
@@ -184,10 +164,11 @@ void CEmendoMatch::ShowCommodity(const FillForm& form) {
     std::size_t line = 0;
     while (line < m_listedTypes.size() &&
            (m_listedTypes[line] != form.commodityType ||
-            m_commodity.GetItemCode(static_cast<int>(line)) != form.commodityNo)) {
+            Combo(IDC_COMMODITY).GetItemCode(static_cast<int>(line)) != form.commodityNo)) {
         ++line;
     }
-    ShowLine(m_commodity, line < m_listedTypes.size() ? static_cast<int>(line) : -1, form.commodityNo);
+    ShowLine(Combo(IDC_COMMODITY), line < m_listedTypes.size() ? static_cast<int>(line) : -1,
+             form.commodityNo);
 }
 
 // What was loaded need not be listed: without a selection its codes count before the lists', and its type is
@@ -199,14 +180,14 @@ FillForm CEmendoMatch::ChosenForm() const {
         return combo.GetSelectedIndex() < 0 && combo.Shows(code);
     };
     chosen.exchangeNo = loaded.exchangeNo.Str();
-    if (!shows(m_exchange, chosen.exchangeNo)) {
-        chosen.exchangeNo = m_exchange.GetCurrentCode();
+    if (!shows(Combo(IDC_EXCHANGE), chosen.exchangeNo)) {
+        chosen.exchangeNo = Combo(IDC_EXCHANGE).GetCurrentCode();
     }
     chosen.commodityNo = loaded.commodityNo.Str();
     chosen.commodityType = loaded.commodityType;
-    if (loaded.exchangeNo != chosen.exchangeNo || !shows(m_commodity, chosen.commodityNo)) {
-        const auto line = static_cast<std::size_t>(m_commodity.GetCurrentIndex());
-        chosen.commodityNo = m_commodity.GetCurrentCode();
+    if (loaded.exchangeNo != chosen.exchangeNo || !shows(Combo(IDC_COMMODITY), chosen.commodityNo)) {
+        const auto line = static_cast<std::size_t>(Combo(IDC_COMMODITY).GetCurrentIndex());
+        chosen.commodityNo = Combo(IDC_COMMODITY).GetCurrentCode();
         chosen.commodityType = line < m_listedTypes.size() ? m_listedTypes[line] : loaded.commodityType;
     }
     const std::string contract = GetDlgItemText(IDC_FILL_CONTRACT);
@@ -217,9 +198,9 @@ FillForm CEmendoMatch::ChosenForm() const {
 // --- layout ---
 
 void CEmendoMatch::SelectDefaultExchange() {
-    const std::string exchange = DefaultExchange(m_form, CurrentTradeData());
+    const std::string exchange = ForwardMarket(m_form.sign, Trade());
     if (!exchange.empty() && ChosenForm().exchangeNo != exchange) {
-        ShowLine(m_exchange, m_exchange.FindCode(exchange), exchange);
+        ShowLine(Combo(IDC_EXCHANGE), Combo(IDC_EXCHANGE).FindCode(exchange), exchange);
         ShowCommodities();
     }
 }
@@ -234,9 +215,9 @@ void CEmendoMatch::Refresh() {
         return;
     }
     CDataExchange reading(*this, true);
-    DDX_Code(&reading, m_fillSource, SourcesOf(m_form), m_form.source);
+    DDX_Code(&reading, Combo(IDC_FILL_SOURCE), SourcesOf(m_form), m_form.source);
     const FillView view =
-        ViewOf(m_form.mode, m_form.source, FindCommodity(chosen, CurrentTradeData()), m_form.denominator);
+        ViewOf(m_form.mode, m_form.source, FindCommodity(chosen, Trade()), m_form.denominator);
     if (view.source == OrderSource::kCarry) {
         SelectDefaultExchange();
     }
@@ -254,22 +235,12 @@ void CEmendoMatch::Refresh() {
     ChangeLayout(view.Layout());
 }
 
-void CEmendoMatch::MoveDown(int controlId, int pixels) {
-    const HWND control = GetDlgItem(controlId);
-    RECT place;
-    if (control && ::GetWindowRect(control, &place)) {
-        ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<POINT*>(&place), 2);
-        ::SetWindowPos(control, nullptr, place.left, place.top + pixels, 0, 0,
-                       SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
-}
-
 void CEmendoMatch::ChangeLayout(FillLayout target) {
     if (target == m_layout) {
         return;
     }
     // Exchange and upper stand two rows apart and never move.
-    const int row = (m_exchange.GetWindowRect().top - m_upper.GetWindowRect().top) / 2;
+    const int row = (PlaceOf(IDC_EXCHANGE).top - PlaceOf(IDC_UPPER).top) / 2;
     const FillMove move = MoveBetween(m_layout, target);
     m_layout = target;
     for (int id : SecondPriceControls()) {
@@ -278,9 +249,6 @@ void CEmendoMatch::ChangeLayout(FillLayout target) {
     for (int id : BottomControls()) {
         MoveDown(id, move.bottomRows * row);
     }
-    const RECT window = GetWindowRect();
-    ::SetWindowPos(m_hWnd, nullptr, 0, 0, window.right - window.left,
-                   window.bottom - window.top + move.bottomRows * row,
-                   SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    GrowDown(move.bottomRows * row);
     PlaceDialogOverHost(m_hWnd);
 }

@@ -1,5 +1,6 @@
 #include "fill/fill_population.h"
 
+#include "entry/forward_market.h"
 #include "fill/fill_request.h"
 #include "framework/format_text.h"
 #include "res/resource_ids.h"
@@ -11,6 +12,15 @@
 #include <cstring>
 
 namespace {
+
+// The words of sources and directions are whole items: "Manual Order" is not "Manual".
+constexpr ComboSettings kComboSettings[] = {
+    //                full   whole  menu  list   rows
+    {IDC_UPPER, false, false, true, false, 10},     {IDC_ACCOUNT, false, false, false, false, 0},
+    {IDC_FILL_SOURCE, false, true, true, true, 0},  {IDC_EXCHANGE, false, false, true, false, 10},
+    {IDC_COMMODITY, false, false, true, false, 10}, {IDC_DIRECTION, false, true, true, true, 0},
+    {IDC_CURRENCY, false, false, true, true, 0},
+};
 
 // What fills and orders tell under the same names.
 template <typename Record>
@@ -78,13 +88,8 @@ void LoadOrder(FillForm& form, const OrderRecord& order, const TradeData& trade)
 
 }  // namespace
 
-std::string DefaultExchange(const FillForm& form, const TradeData& trade) {
-    for (const ExchangeRecord* exchange : trade.Exchanges(form.sign)) {
-        if (exchange->forwardMarket) {
-            return exchange->exchangeNo.Str();
-        }
-    }
-    return {};
+std::span<const ComboSettings> FillComboSettings() {
+    return kComboSettings;
 }
 
 std::string FillTitle(const FillForm& form) {
@@ -133,7 +138,7 @@ bool LoadRecord(FillForm& form, const TradeData& trade) {
     }
     if (form.source == OrderSource::kCarry && !form.exchangeNo.empty() && !form.commodityNo.empty()) {
         // A carry belongs on the forward market, whatever exchange its record names.
-        const std::string exchange = DefaultExchange(form, trade);
+        const std::string exchange = ForwardMarket(form.sign, trade);
         form.exchangeNo = exchange.empty() ? form.exchangeNo : exchange;
     }
     TakePrice(form,

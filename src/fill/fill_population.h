@@ -1,13 +1,17 @@
 #pragma once
 
+#include "entry/combo_settings.h"
 #include "entry/date_text.h"
 #include "fill/fill_form.h"
 #include "trade/code_tables.h"
 #include "trade/trade_data.h"
 
+#include <span>
 #include <string>
 
 // What the dialog offers and starts with.
+
+std::span<const ComboSettings> FillComboSettings();
 
 inline constexpr CodeList kDirections{"BS", DirectionToText, DirectionFromText};
 // A carry is not offered; it comes from a loaded record only. An order's source may be All, which a fill's is
@@ -15,10 +19,6 @@ inline constexpr CodeList kDirections{"BS", DirectionToText, DirectionFromText};
 inline CodeList SourcesOf(const FillForm& form) {
     return {"EJPMSDR", form.fill ? OrderSourceToText : OrderSourceToTextWithAll, OrderSourceFromText};
 }
-
-// The exchange of the dialog's sign that trades on the forward market, the first of several; empty when there
-// is none.
-std::string DefaultExchange(const FillForm& form, const TradeData& trade);
 
 // Title of the dialog; empty: the caption of the template stays, because there is no order to name.
 std::string FillTitle(const FillForm& form);

@@ -1,5 +1,7 @@
 #include "fill/fill_submission.h"
 
+#include "entry/forward_market.h"
+#include "entry/telling.h"
 #include "fill/fill_checks.h"
 #include "fill/fill_request.h"
 #include "framework/format_text.h"
@@ -14,15 +16,13 @@ FillOutcome StayOrGone(const FillServices& services) {
     return services.prompt.DialogExists() ? FillOutcome::Stay : FillOutcome::Gone;
 }
 
-FillOutcome Tell(const FillServices& services, const std::string& text, int captionId = IDS_TIPS) {
-    services.prompt.Ask(text, ResString(captionId), PromptButtons::Ok);
+FillOutcome Refuse(const FillServices& services, unsigned textId, unsigned captionId = IDS_TIPS) {
+    Tell(services.prompt, textId, captionId);
     return StayOrGone(services);
 }
 
-bool Agrees(const FillServices& services, int questionId) {
-    return services.prompt.Ask(ResString(questionId), ResString(IDS_TIPS), PromptButtons::YesNo) ==
-               PromptAnswer::Yes &&
-           services.prompt.DialogExists();
+FillOutcome CloseIf(bool sent, const FillServices& services, unsigned failureId) {
+    return sent ? FillOutcome::Close : Refuse(services, failureId);
 }
 
 // What the commodity makes of a fill.
@@ -60,7 +60,7 @@ FillOutcome SendLegs(FillRecord& fill, const FillForm& form, const Legs& legs, c
         fill.direction = OppositeDirection(fill.direction);
         sent = services.requests.SendFill(fill);
     }
-    return sent ? FillOutcome::Close : Tell(services, ResString(IDS_SEND_INPUT_FAILED));
+    return CloseIf(sent, services, IDS_SEND_INPUT_FAILED);
 }
 
 std::string NoPositionText(const FillRecord& fill) {
@@ -75,10 +75,8 @@ std::string NoPositionText(const FillRecord& fill) {
 }
 
 // The id of the message that forbids a carry from the close to the open date; 0 when nothing does.
-int DateMistake(const FillRecord& fill, const FillForm& form) {
-    const std::string openContract = form.openContract.substr(0, 19);
-    const int days = DaysBetween(ParseTimeValue(fill.key.contractNo.Str().c_str(), kPromptDatePattern),
-                                 ParseTimeValue(openContract.c_str(), kPromptDatePattern));
+unsigned DateMistake(const FillRecord& fill, const FillForm& form) {
+    const int days = PromptDaysBetween(fill.key.contractNo.Str(), form.openContract.substr(0, 19));
     if (days == 0) {
         return IDS_SAME_CLOSE_OPEN_CONTRACTS;
     }
@@ -97,13 +95,14 @@ FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const Legs& le
                           const FillServices& services) {
     if (legs.commodityType == CommodityType::kSpreadMonth ||
         legs.commodityType == CommodityType::kSpreadCommodity) {
-        return Tell(services, ResString(IDS_NO_SPREAD_CARRY), IDS_INPUT_FAILED_CAPTION);
+        return Refuse(services, IDS_NO_SPREAD_CARRY, IDS_INPUT_FAILED_CAPTION);
     }
-    if (const int mistake = DateMistake(fill, form)) {
-        return Tell(services, ResString(mistake));
+    if (const unsigned mistake = DateMistake(fill, form)) {
+        return Refuse(services, mistake);
     }
     if (!HasPositionToClose(fill, form, services.trade)) {
-        return Tell(services, NoPositionText(fill));
+        Tell(services.prompt, NoPositionText(fill));
+        return StayOrGone(services);
     }
     if (!services.prompt.DialogExists()) {
         return FillOutcome::Gone;
@@ -124,7 +123,7 @@ FillOutcome SendCarryPair(FillRecord& fill, const FillForm& form, const Legs& le
 }
 
 FillOutcome SendInput(FillRecord& fill, const FillForm& form, const FillServices& services) {
-    if (form.remainingOrderQty < form.fillQty && !Agrees(services, IDS_ASK_FILL_ABOVE_REMAINING)) {
+    if (form.remainingOrderQty < form.fillQty && !Agrees(services.prompt, IDS_ASK_FILL_ABOVE_REMAINING)) {
         return StayOrGone(services);
     }
     const Legs legs = LegsOf(form, services.trade);
@@ -140,8 +139,7 @@ FillOutcome SendInput(FillRecord& fill, const FillForm& form, const FillServices
 
 FillOutcome Remove(FillRecord& fill, const FillForm& form, const FillServices& services) {
     fill.fillNo = form.fillNo;
-    return services.requests.RemoveFill(fill) ? FillOutcome::Close
-                                              : Tell(services, ResString(IDS_SEND_REMOVE_FAILED));
+    return CloseIf(services.requests.RemoveFill(fill), services, IDS_SEND_REMOVE_FAILED);
 }
 
 }  // namespace
@@ -162,7 +160,7 @@ FillOutcome SubmitFill(const FillForm& form, const FillServices& services) {
     FillRecord fill = BuildFill(form, services.clock.Now());
     switch (form.mode) {
         case FillMode::Modify:
-            return Tell(services, ResString(IDS_SEND_MODIFY_FAILED));
+            return Refuse(services, IDS_SEND_MODIFY_FAILED);
         case FillMode::Remove:
             return Remove(fill, form, services);
         default:

@@ -1,5 +1,6 @@
 #include "order/carry_positions.h"
 
+#include "entry/forward_market.h"
 #include "res/resource_ids.h"
 #include "res/string_table.h"
 #include "trade/code_tables.h"
@@ -28,13 +29,9 @@ Leg ForwardLeg(const OrderForm& form) {
 }
 
 // The exchange that the positions of carries are kept under.
-std::string ForwardMarket(const OrderForm& form, const TradeData& trade) {
-    for (const ExchangeRecord* exchange : trade.Exchanges(form.sign)) {
-        if (exchange->forwardMarket) {
-            return exchange->exchangeNo.Str();
-        }
-    }
-    return form.exchangeNo;
+std::string PositionExchange(const OrderForm& form, const TradeData& trade) {
+    const std::string market = ForwardMarket(form.sign, trade);
+    return market.empty() ? form.exchangeNo : market;
 }
 
 void SetLeg(PositionFilterRecord& filter, const Leg& leg, const OrderForm& form, const TradeData& trade) {
@@ -83,7 +80,7 @@ PositionFilters FiltersOf(const OrderForm& form, const TradeData& trade) {
     PositionFilters filters{};
     filters.near.accountNo.Set(form.account);
     filters.near.upperNo.Set(form.upper);
-    filters.near.exchangeNo.Set(ForwardMarket(form, trade));
+    filters.near.exchangeNo.Set(PositionExchange(form, trade));
     filters.near.commodityNo.Set(form.commodityNo);
     filters.forward = filters.near;
     SetLeg(filters.near, NearLeg(form), form, trade);

@@ -1,6 +1,7 @@
 #include "order/carry_submission.h"
 
-#include "res/resource_ids.h"
+#include "entry/forward_market.h"
+#include "entry/telling.h"
 #include "trade/code_tables.h"
 
 #include <string>
@@ -23,8 +24,7 @@ CarryTerm FindTerm(const OrderForm& form, const OrderRecord& order, const TradeD
     if (forwardDate == kThreeMonth && !form.feeGiven) {
         return {0, IDS_NO_FORWARD_DATE, IDS_TIPS};
     }
-    const int days = DaysBetween(ParseTimeValue(order.key.contractNo.Str().c_str(), kPromptDatePattern),
-                                 ParseTimeValue(forwardDate.c_str(), kPromptDatePattern));
+    const int days = PromptDaysBetween(order.key.contractNo.Str(), forwardDate);
     if (days == 0) {
         return {days, IDS_SAME_CARRY_CONTRACTS, IDS_CARRY_FAILED_CAPTION};
     }
@@ -74,7 +74,7 @@ CarryLeg MakeForwardLeg(const OrderForm& form, const OrderRecord& order, int day
 CarryResult SubmitCarry(const OrderForm& form, const OrderRecord& order, const OrderServices& services) {
     const CarryTerm term = FindTerm(form, order, services.trade);
     if (term.textId) {
-        Tell(term.textId, term.captionId, services.prompt);
+        Tell(services.prompt, term.textId, term.captionId);
         return CarryResult::Stopped;
     }
     OrderRecord traded = order;  // a carry has traded: its order is as its fill

@@ -1,7 +1,6 @@
 #include "order/input_submission.h"
 
-#include "res/resource_ids.h"
-#include "res/string_table.h"
+#include "entry/telling.h"
 #include "trade/code_tables.h"
 #include "trade/contract_text.h"
 
@@ -27,26 +26,20 @@ bool SendPlainFill(const OrderRecord& order, const FillTerms& terms, const Order
 
 }  // namespace
 
-void Tell(unsigned textId, unsigned captionId, IPrompt& prompt) {
-    if (prompt.DialogExists()) {
-        prompt.Ask(ResString(textId), ResString(captionId), PromptButtons::Ok);
-    }
-}
-
 InputResult SendInput(OrderRecord order, const FillTerms& terms, const OrderServices& services) {
     if (services.trade.Order(order.orderNo)) {
-        Tell(IDS_ORDER_EXISTS, IDS_INPUT_FAILED_CAPTION, services.prompt);
+        Tell(services.prompt, IDS_ORDER_EXISTS, IDS_INPUT_FAILED_CAPTION);
         return {};
     }
     const bool spread = order.contract && IsTwoLegType(order.key.commodityType);
     if (spread && terms.closesPosition) {
-        Tell(IDS_NO_SPREAD_CARRY, IDS_INPUT_FAILED_CAPTION, services.prompt);
+        Tell(services.prompt, IDS_NO_SPREAD_CARRY, IDS_INPUT_FAILED_CAPTION);
         return {};
     }
     const OrderRecord* known = services.trade.Order(order.orderNo);
     const std::uint32_t alreadyFilled = known ? known->fillQty : 0;
     if (order.fillQty > 0 && order.fillQty <= alreadyFilled) {
-        Tell(IDS_ORDER_ALREADY_FILLED, IDS_INPUT_FAILED_CAPTION, services.prompt);
+        Tell(services.prompt, IDS_ORDER_ALREADY_FILLED, IDS_INPUT_FAILED_CAPTION);
         return {};
     }
 
@@ -57,7 +50,7 @@ InputResult SendInput(OrderRecord order, const FillTerms& terms, const OrderServ
         SplitContractLegs(order.key, legs.first, legs.second, services.trade);
     }
     if (!legsKnown || !services.requests.SendOrder(order)) {
-        Tell(IDS_SEND_INPUT_FAILED, IDS_TIPS, services.prompt);
+        Tell(services.prompt, IDS_SEND_INPUT_FAILED);
         return {.failed = true};
     }
     if (order.fillQty == 0) {

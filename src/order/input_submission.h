@@ -26,9 +26,6 @@ struct OrderServices {
     const IClock& clock;
 };
 
-// Shows a message of the string table with an OK button. Nothing once the dialog is gone.
-void Tell(unsigned textId, unsigned captionId, IPrompt& prompt);
-
 // The server needs this long to know an order before it takes the order's fill. Milliseconds.
 inline constexpr int kFillDelay = 100;
 

@@ -1,8 +1,9 @@
 #include "order/order_checks.h"
 
+#include "entry/forward_market.h"
 #include "entry/number_text.h"
+#include "entry/telling.h"
 #include "framework/trim_blanks.h"
-#include "res/resource_ids.h"
 #include "res/string_table.h"
 
 #include <cstring>
@@ -87,13 +88,8 @@ private:
         ErrorIf(!IsWholeTicks(Value(m_form.triggerPrice)), IDS_TRIGGER_PRICE_NOT_TICKS);
     }
 
-    // The prompt date that the rolling contract stands for is entered as "3M" only.
-    bool IsRollingDate(const std::string& contractNo) const {
-        if (m_commodity->rollingCode != kRollingCommodity) {
-            return false;
-        }
-        const std::string date = m_trade.ThreeMonthContractNo(m_form.sign);
-        return date != kThreeMonth && date == contractNo;
+    bool IsThreeMonthDate(const std::string& contractNo) const {
+        return NamesThreeMonthDate(contractNo, *m_commodity, m_form.sign, m_trade);
     }
 
     void CheckContract() {
@@ -102,7 +98,7 @@ private:
         if (!m_findings.contract) {
             Error(Carry() ? IDS_NO_NEAR_CONTRACT : IDS_NO_CONTRACT);
         } else {
-            ErrorIf(IsRollingDate(key->contractNo.Str()), IDS_CONTRACT_IS_3M_DATE);
+            ErrorIf(IsThreeMonthDate(key->contractNo.Str()), IDS_CONTRACT_IS_3M_DATE);
         }
     }
 
@@ -118,7 +114,7 @@ private:
         } else if (!m_findings.contract) {
             Error(Exercise() ? IDS_NO_UNDERLYING : IDS_NO_FORWARD_CONTRACT);
         } else {
-            ErrorIf(IsRollingDate(entered), IDS_CONTRACT_IS_3M_DATE);
+            ErrorIf(IsThreeMonthDate(entered), IDS_CONTRACT_IS_3M_DATE);
         }
     }
 
@@ -228,11 +224,11 @@ OrderCheck CheckOrder(OrderForm& form, const TradeData& trade, IPrompt& prompt) 
     const OrderFindings findings = FindOrderProblems(form, trade);
     OrderCheck check;
     if (findings.noUnderlyingDate) {
-        prompt.Ask(ResString(IDS_NO_UNDERLYING_DATE), ResString(IDS_TIPS), PromptButtons::Ok);
+        Tell(prompt, IDS_NO_UNDERLYING_DATE);
         return check;
     }
     if (!findings.errors.empty()) {
-        prompt.Ask(JoinTexts(findings.errors), ResString(IDS_OPERATION_FAILED), PromptButtons::Ok);
+        Tell(prompt, JoinTexts(findings.errors), IDS_OPERATION_FAILED);
         return check;
     }
     if (!findings.warnings.empty()) {

@@ -1,16 +1,15 @@
 #include "order/order_dialog.h"
 
-#include "controls/dialog_keys.h"
 #include "controls/dialog_prompt.h"
 #include "controls/window_placement.h"
-#include "framework/guard.h"
-#include "framework/scoped_value.h"
 #include "framework/window_helpers.h"
 #include "order/carry_check_box.h"
 #include "order/message_pause.h"
 #include "order/order_checks.h"
-#include "res/dialog_creation.h"
 #include "trade/host_services.h"
+
+#include <array>
+#include <cstring>
 
 namespace {
 
@@ -38,12 +37,9 @@ constexpr NumericTable kNumericTable{kNumericRows, IDC_FEE, TextRuleScope::Chang
 
 }  // namespace
 
-BEGIN_MESSAGE_MAP(CEmendoOrder, CSelfOwnedDialog)
-ON_WM_CLOSE()
+BEGIN_MESSAGE_MAP(CEmendoOrder, CEntryDialog)
 ON_WM_TIMER()
 ON_MESSAGE(WM_SELECTCODE, &CEmendoOrder::OnSelectCode)
-ON_BN_CLICKED(IDC_CANCEL, &CEmendoOrder::OnCancelClicked)
-ON_BN_CLICKED(IDC_CONFIRM, &CEmendoOrder::OnConfirm)
 ON_BN_CLICKED(IDC_CONTRACT_PICK, &CEmendoOrder::OnPickContract)
 ON_CONTROL(CContractEdit::kPickerAsked, IDC_CONTRACT, &CEmendoOrder::OnPickContractByKey)
 ON_EN_KILLFOCUS(IDC_CONTRACT, &CEmendoOrder::OnContractFocusLost)
@@ -73,7 +69,7 @@ ON_NOTIFY_RANGE(UDN_DELTAPOS, kFirstRowId, kLastRowId, &CEmendoOrder::OnSpin)
 END_MESSAGE_MAP()
 
 CEmendoOrder::CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent)
-    : m_templateId(templateId), m_parent(parent), m_contract(m_form), m_numbers(kNumericTable, m_contract) {
+    : CEntryDialog(templateId, parent, OrderComboSettings(), kNumericTable) {
     m_form.mode = static_cast<OrderMode>(mode);
     m_form.original = record;
 }
@@ -82,25 +78,13 @@ CEmendoOrder::~CEmendoOrder() {
     OnWindowGone();
 }
 
-bool CEmendoOrder::Create() {
-    return CreateFromResources(*this, m_templateId, m_parent);
-}
+// --- start-up ---
 
 BOOL CEmendoOrder::OnInitDialog() {
     CDialog::OnInitDialog();
-    SetWindowPos(m_hWnd, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     SetUpControls();
-    m_contractEdit.SubclassDlgItem(IDC_CONTRACT, m_hWnd);
-    m_numbers.Attach(m_hWnd);
-    m_form.validUntil = SystemClock().Now().fields;
-    ShowWords();
-    const auto currencies = ListCurrencies(m_form, CurrentTradeData());
-    Combo(IDC_CURRENCY).SetLines(currencies);
-    m_form.currency = PreferredCurrency(currencies);
-    ShowAccounts();
-    Combo(IDC_UPPER).SetLines(ListUppers(m_form, CurrentTradeData()));
-
-    LoadRecord(m_form, CurrentTradeData());
+    ShowLists();
+    LoadRecord(m_form, Trade());
     m_accountText = m_form.account;
     ShowForm();
     RefreshControls();
@@ -127,47 +111,42 @@ void CEmendoOrder::OnTimer(UINT_PTR id) {
     CDialog::OnTimer(id);
 }
 
-BOOL CEmendoOrder::PreTranslateMessage(const MSG* message) {
-    return Guarded(
-        "PreTranslateMessage of the order dialog",
-        [&] {
-            const RunningCall call(*this);
-            return message && IsNearOwnWindow(message->hwnd) && OfferToWindows(*this, *message);
-        },
-        false);
+bool CEmendoOrder::IsOffered(const MSG& message) const {
+    return IsNearOwnWindow(message.hwnd);
 }
 
-BOOL CEmendoOrder::PreTranslateMessage(MSG* message) {
-    const HWND window = m_hWnd;
-    switch (TranslateDialogKey(window, *message, IDC_CONFIRM, IDC_CANCEL, m_numbers)) {
-        case KeyOutcome::Consumed:
-            return TRUE;
-        case KeyOutcome::DialogKeyboard:
-            return ::IsDialogMessageA(window, message);
-        case KeyOutcome::Pass:
-            break;
+CommodityKey CEmendoOrder::Commodity() const {
+    return CommodityKeyOf(m_form);
+}
+
+std::string CEmendoOrder::FormatPrice(double price) const {
+    ContractKey key{};
+    if (const auto known = ContractKeyOf(m_form)) {
+        key = *known;
+    } else {
+        const CommodityKey commodity = CommodityKeyOf(m_form);
+        std::memcpy(&key, &commodity, sizeof(commodity));
     }
-    return FALSE;
+    return Trade().FormatPrice(&key, price);
 }
 
-void CEmendoOrder::OnConfirm() {
-    if (m_confirming) {
+// --- confirming and closing ---
+
+void CEmendoOrder::Confirm() {
+    DialogPrompt prompt(*this);
+    if (!ConfirmElectronicOrder(m_form, prompt)) {
         return;
     }
-    const ScopedValue confirming(m_confirming, true);
-    DialogPrompt prompt(*this);
-    if (ConfirmElectronicOrder(m_form, prompt)) {
-        TakeShownAccount();
-        TakeShownContract();
-        ReadForm();
-        OrderForm entered = m_form;  // an account that is not listed is never the dialog's own
-        entered.account = m_accountText;
-        MessagePause pause;
-        const OrderOutcome outcome =
-            SubmitOrder(entered, {CurrentTradeData(), CurrentTradeRequests(), prompt, pause, SystemClock()});
-        if (prompt.DialogExists()) {
-            Finish(outcome);
-        }
+    TakeShownAccount();
+    TakeShownContract();
+    ReadForm();
+    OrderForm entered = m_form;  // an account that is not listed is never the dialog's own
+    entered.account = m_accountText;
+    MessagePause pause;
+    const OrderOutcome outcome =
+        SubmitOrder(entered, {Trade(), CurrentTradeRequests(), prompt, pause, SystemClock()});
+    if (prompt.DialogExists()) {
+        Finish(outcome);
     }
 }
 
@@ -191,35 +170,8 @@ void CEmendoOrder::Finish(OrderOutcome outcome) {
     }
 }
 
-void CEmendoOrder::OnClose() {
-    CDialog::OnClose();
-    DestroyWindow();
-}
-
-void CEmendoOrder::OnCancelClicked() {
-    SendMessage(WM_CLOSE);
-}
-
 void CEmendoOrder::OnWindowGone() {
     if (g_pOrderDialog == this) {
         g_pOrderDialog = nullptr;
     }
-}
-
-void CEmendoOrder::OnNumberFocus(UINT controlId) {
-    m_numbers.OnFocus(static_cast<int>(controlId));
-}
-
-void CEmendoOrder::OnNumberUpdate(UINT controlId) {
-    m_numbers.OnTextUpdate(static_cast<int>(controlId));
-}
-
-BOOL CEmendoOrder::OnSpin(UINT, NMHDR* notification, LRESULT* result) {
-    *result = m_numbers.OnSpin(notification);
-    return TRUE;
-}
-
-BOOL CEmendoOrder::OnDrawChosenPosition(NMHDR* notification, LRESULT* result) {
-    *result = DrawChosenPositionLabel(*reinterpret_cast<const NMCUSTOMDRAW*>(notification));
-    return TRUE;
 }

@@ -1,56 +1,37 @@
 #pragma once
 
-#include "controls/numeric_entry.h"
+#include "controls/entry_dialog.h"
 #include "controls/sele_code_wnd.h"
-#include "controls/x_combo_box.h"
-#include "framework/self_owned_dialog.h"
 #include "order/carry_lists.h"
 #include "order/contract_edit.h"
 #include "order/order_layout.h"
 #include "order/order_population.h"
 #include "order/order_submission.h"
-#include "trade/plugin_interface.h"
 #include "trade/trader_spi.h"
 
-#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
 
 // The order dialog: one class for every mode of working on an order. It deletes itself when its window is
 // destroyed.
-class CEmendoOrder : public CSelfOwnedDialog,
-                     public TradeSpiEx,
-                     public IEmendixOper,
-                     public ISelectDataNotify {
+class CEmendoOrder : public CEntryDialog, public TradeSpiEx, public ISelectDataNotify {
 public:
     // `record` is the host's order to work on, may be null; it is kept, not copied.
     CEmendoOrder(unsigned templateId, int mode, OrderRecord* record, HWND parent);
     ~CEmendoOrder() override;
-
-    // False when the window could not be created; the object is then still there unless g_pOrderDialog is
-    // null.
-    bool Create();
-
-    // For the host: a message of its loop on the way to the dialog's windows.
-    BOOL PreTranslateMessage(const MSG* message) override;
-    HWND GetSafeHwnd() override { return m_hWnd; }
 
     // A position changed.
     void OnTradeNotify11(void* position) override;
     // The operator picked a position in one of the carry lists.
     void OnSelectData(ITradeListWindow* list, int unused, PositionRecord* position) override;
 
-    // The dialog's own keyboard.
-    BOOL PreTranslateMessage(MSG* message) override;
-
 protected:
     void DoDataExchange(CDataExchange* exchange) override;
     BOOL OnInitDialog() override;
     void OnWindowGone() override;
 
-    void OnClose();
     void OnTimer(UINT_PTR id);
-    void OnCancelClicked();
-    void OnConfirm();
-
     void OnAccountSelected();
     void OnAccountFocusLost();
     void OnAccountFocus();
@@ -69,28 +50,17 @@ protected:
     void OnPickContract();
     void OnPickContractByKey();
     LRESULT OnSelectCode(WPARAM text, LPARAM sign);
-    void OnNumberFocus(UINT controlId);
-    void OnNumberUpdate(UINT controlId);
-    BOOL OnSpin(UINT controlId, NMHDR* notification, LRESULT* result);
     BOOL OnDrawChosenPosition(NMHDR* notification, LRESULT* result);
 
     DECLARE_MESSAGE_MAP()
 
 private:
+    bool IsOffered(const MSG& message) const override;
+    void Confirm() override;
     // The contract of the dialog, as its numeric edits ask for it.
-    class Contract final : public INumericContext {
-    public:
-        explicit Contract(const OrderForm& form) : m_form(form) {}
-        CommodityKey Commodity() const override;
-        TradeData Trade() const override;
-        std::string FormatPrice(double price) const override;
+    CommodityKey Commodity() const override;
+    std::string FormatPrice(double price) const override;
 
-    private:
-        const OrderForm& m_form;
-    };
-
-    CxComboBox& Combo(int id);
-    void BindCombos(CDataExchange* exchange);
     void ExchangeAccount(CDataExchange* exchange);
     // Values of the controls into the form and back.
     void ReadForm();
@@ -104,7 +74,7 @@ private:
     void TakeAccountRow(int index, std::string_view accountNo);
     void TakeShownContract();
 
-    void ShowWords();
+    void ShowLists();
     void ShowAccounts();
     void ShowForwardContracts();
     void SetUpControls();
@@ -129,24 +99,17 @@ private:
     bool PreparePicker();
     void Finish(OrderOutcome outcome);
 
-    unsigned m_templateId;
-    HWND m_parent;
     OrderForm m_form;
     std::string m_accountText;    // of the account combo box; the form's account is the one last taken over
     std::string m_takenContract;  // text of the contract edit that the form has taken over
     CommodityKey m_forwardCommodity{};  // whose contracts the forward list holds
     std::string m_offeredForward;       // contract number that the dialog itself selected there
     bool m_forwardChosen = false;       // the operator selected one
-    Contract m_contract;
-    NumericEntry m_numbers;
-    std::array<CxComboBox, 10> m_combos;
     CContractEdit m_contractEdit;
     CSeleCodeWnd::Owner m_picker;
     CarryLists m_carryLists;
-    bool m_started = false;  // lists and values are there, changes of controls are the operator's
     bool m_refreshing = false;
-    bool m_showing = false;     // the form is on its way into the controls, which must not be read meanwhile
-    bool m_confirming = false;  // a request or a question of the confirm button is on its way
+    bool m_showing = false;  // the form is on its way into the controls, which must not be read meanwhile
 };
 
 // The one open order dialog; null when there is none.

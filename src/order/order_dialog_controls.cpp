@@ -47,46 +47,7 @@ void ExchangeDate(CDataExchange* exchange, int id, std::tm& fields) {
     }
 }
 
-PixelRect RectInClient(HWND dialog, HWND control) {
-    RECT rect{};
-    ::GetWindowRect(control, &rect);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&rect), 2);
-    return {rect.left, rect.top, rect.right, rect.bottom};
-}
-
 }  // namespace
-
-CommodityKey CEmendoOrder::Contract::Commodity() const {
-    return CommodityKeyOf(m_form);
-}
-
-TradeData CEmendoOrder::Contract::Trade() const {
-    return CurrentTradeData();
-}
-
-std::string CEmendoOrder::Contract::FormatPrice(double price) const {
-    ContractKey key{};
-    if (const auto known = ContractKeyOf(m_form)) {
-        key = *known;
-    } else {
-        const CommodityKey commodity = CommodityKeyOf(m_form);
-        std::memcpy(&key, &commodity, sizeof(commodity));
-    }
-    return CurrentTradeData().FormatPrice(&key, price);
-}
-
-CxComboBox& CEmendoOrder::Combo(int id) {
-    const auto settings = OrderComboSettings();
-    const auto found = std::find_if(settings.begin(), settings.end(),
-                                    [id](const ComboSettings& each) { return each.id == id; });
-    return m_combos.at(static_cast<std::size_t>(found - settings.begin()));
-}
-
-void CEmendoOrder::BindCombos(CDataExchange* exchange) {
-    for (const ComboSettings& settings : OrderComboSettings()) {
-        DDX_Control(exchange, settings.id, Combo(settings.id));
-    }
-}
 
 void CEmendoOrder::DoDataExchange(CDataExchange* exchange) {
     BindCombos(exchange);
@@ -143,22 +104,27 @@ void CEmendoOrder::ShowForm() {
 }
 
 void CEmendoOrder::SetUpControls() {
-    for (const ComboSettings& settings : OrderComboSettings()) {
-        SetUpCombo(Combo(settings.id), settings);
-    }
+    SetUpEntries();
+    m_contractEdit.SubclassDlgItem(IDC_CONTRACT, m_hWnd);
+    m_form.validUntil = SystemClock().Now().fields;
 }
 
-void CEmendoOrder::ShowWords() {
+void CEmendoOrder::ShowLists() {
     for (const WordList& words : OrderWordLists()) {
         Combo(words.comboId).SetLines(words.list.Words());
     }
     Combo(IDC_FORWARD_DIRECTION).SetLines(WordListOf(IDC_DIRECTION).list.Words());
+    const auto currencies = ListCurrencies(m_form, Trade());
+    Combo(IDC_CURRENCY).SetLines(currencies);
+    m_form.currency = PreferredCurrency(currencies);
+    ShowAccounts();
+    Combo(IDC_UPPER).SetLines(ListUppers(m_form, Trade()));
 }
 
 // What stands in the account combo box stays there, selected when it is still listed under its sign.
 void CEmendoOrder::ShowAccounts() {
     CxComboBox& combo = Combo(IDC_ACCOUNT);
-    const TradeData trade = CurrentTradeData();
+    const TradeData trade = Trade();
     const std::string former = combo.GetText();
     OrderForm asked = m_form;
     if (former.empty()) {
@@ -184,7 +150,7 @@ void CEmendoOrder::ShowAccounts() {
 // the dialog itself is offered.
 void CEmendoOrder::ShowForwardContracts() {
     CxComboBox& combo = Combo(IDC_FORWARD_CONTRACT);
-    const auto lines = ListForwardContracts(m_form, CurrentTradeData());
+    const auto lines = ListForwardContracts(m_form, Trade());
     if (!lines) {
         return;
     }
@@ -266,7 +232,7 @@ void CEmendoOrder::Apply(const std::vector<ControlChange>& changes) {
 }
 
 void CEmendoOrder::SetUpMode() {
-    const ModeSetup setup = ModeSetupOf(m_form, CurrentTradeData(), SystemClock().Now());
+    const ModeSetup setup = ModeSetupOf(m_form, Trade(), SystemClock().Now());
     if (!setup.title.empty()) {
         SetWindowText(setup.title);
     }
@@ -281,13 +247,13 @@ void CEmendoOrder::SetUpMode() {
         SetDlgItemText(IDC_CONFIRM, setup.confirmText);
     }
     if (m_form.mode == OrderMode::Carry && m_hWnd) {
-        const auto rect = [this](int id) { return RectInClient(m_hWnd, GetDlgItem(id)); };
         m_carryLists.Create(m_hWnd, this);
         m_carryLists.Place(
-            PositionListPlace(rect(IDC_NEAR_POSITION_PRICE_LABEL), rect(IDC_NEAR_POSITION_PRICE_WHOLE),
-                              rect(IDC_NEAR_POSITION_QTY), rect(IDC_NEAR_SEPARATOR)),
-            PositionListPlace(rect(IDC_FORWARD_POSITION_PRICE_LABEL), rect(IDC_FORWARD_POSITION_PRICE_WHOLE),
-                              rect(IDC_FORWARD_POSITION_QTY), rect(IDC_FORWARD_SEPARATOR)));
+            PositionListPlace(PlaceOf(IDC_NEAR_POSITION_PRICE_LABEL), PlaceOf(IDC_NEAR_POSITION_PRICE_WHOLE),
+                              PlaceOf(IDC_NEAR_POSITION_QTY), PlaceOf(IDC_NEAR_SEPARATOR)),
+            PositionListPlace(PlaceOf(IDC_FORWARD_POSITION_PRICE_LABEL),
+                              PlaceOf(IDC_FORWARD_POSITION_PRICE_WHOLE), PlaceOf(IDC_FORWARD_POSITION_QTY),
+                              PlaceOf(IDC_FORWARD_SEPARATOR)));
     }
     if (setup.focusId != 0) {
         ::SetFocus(GetDlgItem(setup.focusId));
@@ -320,29 +286,17 @@ void CEmendoOrder::FollowCommodity() {
 
 OrderView CEmendoOrder::TakeView() {
     ReadForm();
-    const OrderView view = ViewOf(m_form, CurrentTradeData().Commodity(CommodityKeyOf(m_form)));
+    const OrderView view = ViewOf(m_form, Trade().Commodity(CommodityKeyOf(m_form)));
     m_form.denominator = view.denominator;
     return view;
 }
 
 void CEmendoOrder::ArrangeBottomRow() {
-    const PixelRect confirm = RectInClient(m_hWnd, GetDlgItem(IDC_CONFIRM));
-    const PixelRect anchor = RectInClient(m_hWnd, GetDlgItem(BottomRowAnchor(m_form.mode)));
-    const BottomRow row = BottomRowUnder(anchor.bottom, confirm.bottom - confirm.top);
-    constexpr UINT kMoveOnly = SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE;
+    const PixelRect confirm = PlaceOf(IDC_CONFIRM);
+    const BottomRow row =
+        BottomRowUnder(PlaceOf(BottomRowAnchor(m_form.mode)).bottom, confirm.bottom - confirm.top);
     for (const int id : BottomRowControls()) {
-        if (const HWND control = GetDlgItem(id)) {
-            const PixelRect place = RectInClient(m_hWnd, control);
-            if (place.top != row.top) {
-                SetWindowPos(control, nullptr, place.left, row.top, 0, 0, kMoveOnly);
-            }
-        }
+        MoveDown(id, row.top - PlaceOf(id).top);
     }
-    const RECT client = GetClientRect();
-    const RECT window = GetWindowRect();
-    if (client.bottom != row.clientHeight) {
-        SetWindowPos(m_hWnd, nullptr, 0, 0, window.right - window.left,
-                     window.bottom - window.top - client.bottom + row.clientHeight,
-                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    GrowDown(row.clientHeight - GetClientRect().bottom);
 }

@@ -5,6 +5,7 @@
 #include "framework/guard.h"
 #include "framework/trim_blanks.h"
 #include "framework/window_helpers.h"
+#include "order/carry_check_box.h"
 #include "order/carry_positions.h"
 #include "order/order_dialog.h"
 #include "trade/code_tables.h"
@@ -49,7 +50,7 @@ void CEmendoOrder::TakeAccountRow(int index, std::string_view accountNo) {
 
 void CEmendoOrder::OnAccountFocus() {
     const std::size_t listed = static_cast<std::size_t>(Combo(IDC_ACCOUNT).GetCount());
-    if (m_started && CurrentTradeData().Users("").size() != listed) {
+    if (m_started && Trade().Users("").size() != listed) {
         ShowAccounts();
     }
 }
@@ -126,6 +127,11 @@ void CEmendoOrder::OnFeeClicked() {
     ::EnableWindow(GetDlgItem(IDC_FEE), IsDlgButtonChecked(m_hWnd, IDC_FEE_GIVEN) == BST_CHECKED);
 }
 
+BOOL CEmendoOrder::OnDrawChosenPosition(NMHDR* notification, LRESULT* result) {
+    *result = DrawChosenPositionLabel(*reinterpret_cast<const NMCUSTOMDRAW*>(notification));
+    return TRUE;
+}
+
 void CEmendoOrder::OnChosenPositionClicked() {
     if (m_form.mode == OrderMode::Carry) {
         Refresh();
@@ -140,7 +146,7 @@ void CEmendoOrder::OnContractFocusLost() {
 void CEmendoOrder::TakeShownContract() {
     const std::string text = GetDlgItemText(IDC_CONTRACT);
     const CommodityKey former = CommodityKeyOf(m_form);
-    if (text == m_takenContract || !TakeContract(m_form, text, CurrentTradeData())) {
+    if (text == m_takenContract || !TakeContract(m_form, text, Trade())) {
         return;
     }
     m_takenContract = text;
@@ -187,7 +193,7 @@ LRESULT CEmendoOrder::OnSelectCode(WPARAM text, LPARAM) {
     const auto* chosen = reinterpret_cast<const char*>(text);
     const std::string contract =
         chosen ? std::string(chosen, strnlen(chosen, kMaxContractText)) : std::string();
-    if (!contract.ends_with(' ') && TakeContract(m_form, contract, CurrentTradeData())) {
+    if (!contract.ends_with(' ') && TakeContract(m_form, contract, Trade())) {
         ShowContract();
         Refresh();
         UpdateCarry();
@@ -205,13 +211,13 @@ void CEmendoOrder::UpdateCarry() {
 void CEmendoOrder::UpdateFilters() {
     if (m_form.mode == OrderMode::Carry && m_carryLists.Complete()) {
         ReadForm();
-        m_carryLists.SetFilters(FiltersOf(m_form, CurrentTradeData()));
+        m_carryLists.SetFilters(FiltersOf(m_form, Trade()));
     }
 }
 
 void CEmendoOrder::UpdateQuantities(const PositionRecord* changed) {
     ReadForm();
-    const PositionQuantities quantities = QuantitiesOf(m_form, CurrentTradeData(), changed);
+    const PositionQuantities quantities = QuantitiesOf(m_form, Trade(), changed);
     if (quantities.near) {
         SetDlgItemText(IDC_NEAR_POSITION_QTY, std::to_string(*quantities.near));
     }
@@ -237,7 +243,7 @@ void CEmendoOrder::OnSelectData(ITradeListWindow* list, int, PositionRecord* pos
                                                                      : nullptr;
         const HWND edit = row && m_hWnd ? GetDlgItem(row->whole) : nullptr;
         if (position && edit && ::IsWindowEnabled(edit)) {
-            const PriceRow price = PickedPrice(*position, m_form.denominator, CurrentTradeData());
+            const PriceRow price = PickedPrice(*position, m_form.denominator, Trade());
             {
                 const auto ownTexts = m_numbers.OwnTexts();
                 SetTextIfChanged(edit, price.whole);

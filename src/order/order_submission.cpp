@@ -1,15 +1,21 @@
 #include "order/order_submission.h"
 
+#include "entry/telling.h"
 #include "order/carry_submission.h"
-#include "order/exercise_submission.h"
 #include "order/order_checks.h"
-#include "res/resource_ids.h"
 #include "res/string_table.h"
 
 namespace {
 
 OrderOutcome CloseIf(bool sent) {
     return sent ? OrderOutcome::Close : OrderOutcome::Stay;
+}
+
+OrderOutcome CloseOrTell(bool sent, unsigned failureId, const OrderServices& services) {
+    if (!sent) {
+        Tell(services.prompt, failureId);
+    }
+    return CloseIf(sent);
 }
 
 OrderOutcome SubmitInput(const OrderForm& form, OrderRecord order, const OrderServices& services) {
@@ -27,44 +33,40 @@ OrderOutcome SubmitInput(const OrderForm& form, OrderRecord order, const OrderSe
     return answer == PromptAnswer::Yes ? OrderOutcome::NextOrder : OrderOutcome::Close;
 }
 
-OrderOutcome SubmitModify(OrderRecord order, const OrderServices& services) {
-    const bool sent = services.requests.SendOrder(order);
-    if (!sent) {
-        Tell(IDS_SEND_MODIFY_FAILED, IDS_TIPS, services.prompt);
-    }
-    return CloseIf(sent);
-}
-
-OrderOutcome SubmitRemove(const OrderRecord& order, const OrderServices& services) {
-    const bool sent = services.requests.DeleteOrder(order.orderNo);
-    if (!sent) {
-        Tell(IDS_SEND_REMOVE_FAILED, IDS_TIPS, services.prompt);
-    }
-    return CloseIf(sent);
-}
-
 OrderOutcome SubmitMove(const OrderForm& form, OrderRecord order, const OrderServices& services) {
     if (form.original && order.accountNo == form.original->accountNo.View()) {
-        Tell(IDS_SAME_ACCOUNT, IDS_MOVE_FAILED_CAPTION, services.prompt);
+        Tell(services.prompt, IDS_SAME_ACCOUNT, IDS_MOVE_FAILED_CAPTION);
         return OrderOutcome::Close;
     }
     return CloseIf(services.requests.SendOrder(order));
 }
 
-OrderOutcome Send(const OrderForm& form, const OrderRecord& order, const OrderServices& services) {
+// A position that is smaller than the order is asked about first.
+OrderOutcome SubmitExercise(OrderRecord order, const OrderServices& services) {
+    const TradeData::Quantities held =
+        services.trade.PositionQty(order.accountNo.Str(), FirstLegOf(order.key));
+    const std::uint32_t position = order.direction == Direction::kBuy ? held.longQty : held.shortQty;
+    if (position < order.orderQty && !Agrees(services.prompt, IDS_ASK_FEW_POSITIONS)) {
+        return OrderOutcome::Stay;
+    }
+    return CloseOrTell(services.requests.SendExercise(order), IDS_SEND_EXERCISE_FAILED, services);
+}
+
+OrderOutcome Send(const OrderForm& form, OrderRecord order, const OrderServices& services) {
     switch (form.mode) {
         case OrderMode::Input:
             return SubmitInput(form, order, services);
         case OrderMode::Carry:
             return CloseIf(SubmitCarry(form, order, services) == CarryResult::Done);
         case OrderMode::Modify:
-            return SubmitModify(order, services);
+            return CloseOrTell(services.requests.SendOrder(order), IDS_SEND_MODIFY_FAILED, services);
         case OrderMode::RemoveFilled:
-            return SubmitRemove(order, services);
+            return CloseOrTell(services.requests.DeleteOrder(order.orderNo), IDS_SEND_REMOVE_FAILED,
+                               services);
         case OrderMode::Move:
             return SubmitMove(form, order, services);
         case OrderMode::Exercise:
-            return CloseIf(SubmitExercise(order, services));
+            return SubmitExercise(order, services);
     }
     return OrderOutcome::Close;
 }
