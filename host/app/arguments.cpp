@@ -1,5 +1,7 @@
 #include "app/arguments.h"
 
+#include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 const char kUsage[] =
@@ -23,38 +25,37 @@ Arguments ReadArguments(const std::vector<std::string>& words) {
         }
         return words[at++];
     };
+    // A value, and those behind it up to the next option, as far as `most` goes.
+    const auto values = [&](std::vector<std::string>& list, std::size_t most) {
+        do {
+            list.push_back(value());
+        } while (list.size() < most && at < words.size() && !words[at].starts_with("--"));
+    };
+    const std::pair<std::string_view, std::string*> texts[] = {{"--book", &arguments.book},
+                                                               {"--module", &arguments.module},
+                                                               {"--journal", &arguments.journal},
+                                                               {"--out", &arguments.out}};
+    const std::pair<std::string_view, bool*> flags[] = {{"--ignore-clock", &arguments.ignoreClock},
+                                                        {"--version", &arguments.version},
+                                                        {"--help", &arguments.help},
+                                                        {"--slow", &arguments.slow}};
     while (at < words.size()) {
         const std::string& word = words[at++];
-        if (word == "--book") {
-            arguments.book = value();
-        } else if (word == "--module") {
-            arguments.module = value();
-        } else if (word == "--journal") {
-            arguments.journal = value();
+        const auto isWord = [&](const auto& option) { return option.first == word; };
+        const auto* text = std::find_if(std::begin(texts), std::end(texts), isWord);
+        const auto* flag = std::find_if(std::begin(flags), std::end(flags), isWord);
+        if (text != std::end(texts)) {
+            *text->second = value();
+        } else if (flag != std::end(flags)) {
+            *flag->second = true;
         } else if (word == "--fault") {
             arguments.faults.push_back(value());
         } else if (word == "--record") {
             arguments.record = value();
-        } else if (word == "--ignore-clock") {
-            arguments.ignoreClock = true;
-        } else if (word == "--version") {
-            arguments.version = true;
-        } else if (word == "--help") {
-            arguments.help = true;
         } else if (word == "--explain") {
-            arguments.explain.push_back(value());
-            if (at < words.size() && !words[at].starts_with("--")) {
-                arguments.explain.push_back(words[at++]);
-            }
+            values(arguments.explain, 2);
         } else if (word == "--scenario") {
-            arguments.scenarios.push_back(value());
-            while (at < words.size() && !words[at].starts_with("--")) {
-                arguments.scenarios.push_back(words[at++]);
-            }
-        } else if (word == "--out") {
-            arguments.out = value();
-        } else if (word == "--slow") {
-            arguments.slow = true;
+            values(arguments.scenarios, words.size());
         } else if (word == "--lang") {
             const std::string language = value();
             if (language != "2052" && language != "1028" && language != "1033" && language != "0") {

@@ -3,6 +3,7 @@
 #include "app/language_choice.h"
 #include "services/wording.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace {
@@ -106,26 +107,26 @@ void HostApp::Reload(WORD language) {
 
 IEmendixOper* HostApp::OpenOrderDialog(int mode, OrderRecord* record, HWND parent) {
     m_lastParent = parent;
-    return Remember(m_api ? m_api->OpenOrderDialog(mode, record, parent) : nullptr, parent);
+    return Remember(m_api ? m_api->OpenOrderDialog(mode, record, parent) : nullptr);
 }
 
 IEmendixOper* HostApp::OpenFillDialog(int mode, void* record, int recordKind, HWND parent) {
     m_lastParent = parent;
-    return Remember(m_api ? m_api->OpenFillDialog(mode, record, recordKind, parent) : nullptr, parent);
+    return Remember(m_api ? m_api->OpenFillDialog(mode, record, recordKind, parent) : nullptr);
 }
 
-IEmendixOper* HostApp::Remember(IEmendixOper* oper, HWND /*parent*/) {
+IEmendixOper* HostApp::Remember(IEmendixOper* oper) {
     ForgetClosed();
     if (!oper) {
         return nullptr;
     }
     HWND window = oper->GetSafeHwnd();
-    for (const OpenDialog& dialog : m_dialogs) {
-        if (dialog.oper == oper && dialog.window == window) {
-            return oper;
-        }
+    const bool known = std::any_of(m_dialogs.begin(), m_dialogs.end(), [&](const OpenDialog& dialog) {
+        return dialog.oper == oper && dialog.window == window;
+    });
+    if (!known) {
+        m_dialogs.push_back({oper, window});
     }
-    m_dialogs.push_back({oper, window});
     return oper;
 }
 

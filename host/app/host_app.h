@@ -69,7 +69,7 @@ private:
         HWND window;
     };
 
-    IEmendixOper* Remember(IEmendixOper* oper, HWND parent);
+    IEmendixOper* Remember(IEmendixOper* oper);
     void ForgetClosed();
     static LRESULT CALLBACK EventProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     EventPosting Posting();

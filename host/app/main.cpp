@@ -1,14 +1,13 @@
 #include "app/arguments.h"
 #include "app/file_version.h"
 #include "book/book_file.h"
+#include "book/host_text.h"
 #include "desk/desk_session.h"
 #include "scenario/play.h"
 #include "services/explain.h"
 #include "services/wide_text.h"
 
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 
 #include <io.h>
 #include <windows.h>
@@ -20,13 +19,11 @@ constexpr int kBadArguments = 2;
 constexpr int kCannotStart = 3;
 
 ExplainInput ReadInput(const std::string& path, const std::optional<std::string>& record) {
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream content;
-    content << stream.rdbuf();
-    if (!stream) {
+    const std::optional<std::string> content = ReadWholeFile(path);
+    if (!content) {
         throw std::invalid_argument(path + ": cannot be read");
     }
-    return {path, content.str(), record};
+    return {path, *content, record};
 }
 
 int RunExplain(const Arguments& arguments) {

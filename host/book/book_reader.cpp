@@ -5,9 +5,6 @@
 #include "book/host_text.h"
 #include "book/record_json.h"
 
-#include <fstream>
-#include <sstream>
-
 namespace {
 
 constexpr std::string_view kFormat = "emendo-book-1";
@@ -102,6 +99,22 @@ void ReadServers(Catalogue& catalogue, const BookNode& root) {
     });
 }
 
+// Records of a number and a name, each under one sign or several.
+template <typename Record, std::size_t Width, typename Add>
+void ReadShared(const BookNode& root, const char* listName, const char* numberName,
+                FixedText<Width> Record::*number, Add add) {
+    root.Each(listName, [&](const BookNode& node) {
+        node.Only({"sign", "signs", numberName, "name"});
+        const std::vector<std::string> signs = node.Signs();
+        for (const std::string& sign : signs) {
+            Record record{};
+            record.sign.Set(sign);
+            node.Code(numberName, record.*number);
+            add(record, node.Text("name"), Kept(signs, sign));
+        }
+    });
+}
+
 void ReadPeople(Catalogue& catalogue, const BookNode& root) {
     root.Each("groups", [&](const BookNode& node) {
         node.Only({"id", "sign", "operatorNo", "accountLock", "tradable"});
@@ -120,26 +133,10 @@ void ReadPeople(Catalogue& catalogue, const BookNode& root) {
         node.Code("accountNo", account.accountNo);
         catalogue.AddAccount(account, node.Text("name"), node.Text("group", ""));
     });
-    root.Each("uppers", [&](const BookNode& node) {
-        node.Only({"sign", "signs", "upperNo", "name"});
-        const std::vector<std::string> signs = node.Signs();
-        for (const std::string& sign : signs) {
-            UpperRecord upper{};
-            upper.sign.Set(sign);
-            node.Code("upperNo", upper.upperNo);
-            catalogue.AddUpper(upper, node.Text("name"), Kept(signs, sign));
-        }
-    });
-    root.Each("currencies", [&](const BookNode& node) {
-        node.Only({"sign", "signs", "currencyNo", "name"});
-        const std::vector<std::string> signs = node.Signs();
-        for (const std::string& sign : signs) {
-            CurrencyRecord currency{};
-            currency.sign.Set(sign);
-            node.Code("currencyNo", currency.currencyNo);
-            catalogue.AddCurrency(currency, node.Text("name"), Kept(signs, sign));
-        }
-    });
+    ReadShared(root, "uppers", "upperNo", &UpperRecord::upperNo,
+               [&](const auto&... upper) { catalogue.AddUpper(upper...); });
+    ReadShared(root, "currencies", "currencyNo", &CurrencyRecord::currencyNo,
+               [&](const auto&... currency) { catalogue.AddCurrency(currency...); });
 }
 
 ContractKey ReadKey(const BookNode& node, const char* name, const std::string& sign) {
@@ -270,10 +267,9 @@ std::unique_ptr<Book> ReadBookText(const std::string& text, const std::string& f
 }
 
 std::unique_ptr<Book> ReadBookFile(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
-    std::ostringstream text;
-    if (!stream || !(text << stream.rdbuf())) {
+    const std::optional<std::string> text = ReadWholeFile(path);
+    if (!text) {
         throw BookFileError(path, "/", "cannot be read");
     }
-    return ReadBookText(text.str(), path);
+    return ReadBookText(*text, path);
 }

@@ -4,8 +4,6 @@
 #include "book/record_json.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <fstream>
 #include <iterator>
 #include <unordered_map>
 
@@ -157,12 +155,10 @@ void PutLedger(Json& root, const Ledger& ledger) {
     Json& positions = root["positions"] = Json::array();
     for (const OpeningPosition& opening : ledger.AllPositions().Openings()) {
         const LineKey& key = opening.key;
-        const SingleContractKey leg{key.sign,       key.exchangeNo,  key.commodityType, key.commodityNo,
-                                    key.contractNo, key.strikePrice, key.optionType};
         positions.push_back({{"sign", key.sign.Str()},
                              {"accountNo", key.accountNo.Str()},
                              {"upperNo", opening.upperNo},
-                             {"contract", ContractName(leg)},
+                             {"contract", ContractName(LegOf(key))},
                              {"direction", Code(opening.direction)},
                              {"price", opening.price},
                              {"openQty", opening.qty}});
@@ -203,18 +199,7 @@ std::string BookText(const Book& book) {
 }
 
 void WriteBookFile(const Book& book, const std::string& path) {
-    const std::string draft = path + ".new";  // in the same folder, so that taking its place is one step
-    {
-        std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
-        stream << BookText(book);
-        stream.close();
-        if (!stream) {
-            std::remove(draft.c_str());
-            throw BookFileError(path, "/", "cannot be written");
-        }
-    }
-    if (!ReplaceFileWith(draft, path)) {
-        std::remove(draft.c_str());
-        throw BookFileError(path, "/", "cannot be replaced");
+    if (const std::string reason = WriteWholeFile(path, BookText(book)); !reason.empty()) {
+        throw BookFileError(path, "/", reason);
     }
 }

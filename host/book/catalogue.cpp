@@ -21,24 +21,41 @@ void Enter(Map& map, std::string_view keyBytes, Value value, const std::string& 
     map.emplace(keyBytes.substr(sizeof(FixedText<21>)), value);
 }
 
-template <typename Map>
-auto Find(const Map& map, std::string_view signedBytes) -> typename Map::mapped_type {
-    const bool anySign = signedBytes.front() == 0;
-    const auto found = map.find(anySign ? signedBytes.substr(sizeof(FixedText<21>)) : signedBytes);
-    return found == map.end() ? nullptr : found->second;
+// What stands under a key; null when nothing does. A key without sign means any.
+template <typename Map, typename Key>
+const typename Map::mapped_type* Find(const Map& map, const Key& rawKey) {
+    const Key key = TidyKey(rawKey);
+    const auto found = map.find(key.sign.Empty() ? UnsignedBytes(key) : SignedBytes(key));
+    return found == map.end() ? nullptr : &found->second;
 }
 
-template <typename Map>
-const typename Map::mapped_type& FindList(const Map& map, std::string_view signedBytes) {
+template <typename Map, typename Key>
+const typename Map::mapped_type& ListOf(const Map& map, const Key& key) {
     static const typename Map::mapped_type none;
-    const bool anySign = signedBytes.front() == 0;
-    const auto found = map.find(anySign ? signedBytes.substr(sizeof(FixedText<21>)) : signedBytes);
-    return found == map.end() ? none : found->second;
+    const auto* found = Find(map, key);
+    return found ? *found : none;
+}
+
+// Null when none of the entries has that number.
+template <typename Record, std::size_t Width>
+Record* FindNumber(const std::vector<Entry<Record>*>& entries, FixedText<Width> Record::*number,
+                   std::string_view wanted) {
+    for (Entry<Record>* entry : entries) {  // a few dozen
+        if ((entry->record.*number).View() == wanted) {
+            return &entry->record;
+        }
+    }
+    return nullptr;
+}
+
+[[noreturn]] void Refuse(const char* what, std::string_view name, const char* why) {
+    throw std::invalid_argument(what + (" '" + std::string(name)) + "' " + why);
 }
 
 template <typename Record>
-Entry<Record>& Append(std::deque<Entry<Record>>& entries, const Record& record, std::string_view name) {
-    return entries.emplace_back(Entry<Record>{record, std::string(name), {}});
+Entry<Record>& Append(std::deque<Entry<Record>>& entries, const Record& record, std::string_view name,
+                      std::vector<std::string> signs = {}) {
+    return entries.emplace_back(Entry<Record>{record, std::string(name), std::move(signs)});
 }
 
 CommodityKey RelatedOf(const CommodityRecord& commodity) {
@@ -55,13 +72,13 @@ CommodityKey SecondOf(const CommodityRecord& commodity) {
 
 void Catalogue::CheckSign(std::string_view sign) const {
     if (!FindSign(sign)) {
-        throw std::invalid_argument("sign '" + std::string(sign) + "' is not declared");
+        Refuse("sign", sign, "is not declared");
     }
 }
 
 void Catalogue::AddSign(std::string_view sign, std::string_view threeMonthNo) {
     if (sign.empty() || FindSign(sign)) {
-        throw std::invalid_argument("sign '" + std::string(sign) + "' is empty or declared twice");
+        Refuse("sign", sign, "is empty or declared twice");
     }
     SignRecord& record = signs.emplace_back();
     record.sign.Set(sign);
@@ -70,7 +87,7 @@ void Catalogue::AddSign(std::string_view sign, std::string_view threeMonthNo) {
 
 void Catalogue::AddServer(const ServerRecord& server, std::string_view key) {
     if (m_servers.contains(key)) {
-        throw std::invalid_argument("server '" + std::string(key) + "' is declared twice");
+        Refuse("server", key, "is declared twice");
     }
     Entry<ServerRecord>& entry = Append(servers, server, key);
     m_servers.emplace(entry.name, &entry.record);
@@ -83,7 +100,7 @@ void Catalogue::AddServerConfig(const ServerConfigRecord& config, std::string_vi
 GroupRecord& Catalogue::AddGroup(const GroupRecord& group, std::string_view id) {
     CheckSign(group.sign.View());
     if (m_groups.contains(id)) {
-        throw std::invalid_argument("group '" + std::string(id) + "' is declared twice");
+        Refuse("group", id, "is declared twice");
     }
     Entry<GroupRecord>& entry = Append(groups, group, id);
     m_groups.emplace(entry.name, &entry.record);
@@ -95,20 +112,20 @@ void Catalogue::AddAccount(const UserRecord& account, std::string_view name, std
     if (!groupId.empty()) {
         const auto found = m_groups.find(groupId);
         if (found == m_groups.end()) {
-            throw std::invalid_argument("group '" + std::string(groupId) + "' is not declared");
+            Refuse("group", groupId, "is not declared");
         }
         group = found->second;
         if (group->sign.View() != account.sign.View()) {
-            throw std::invalid_argument("group '" + std::string(groupId) + "' has another sign");
+            Refuse("group", groupId, "has another sign");
         }
     }
     CheckSign(account.sign.View());
     if (!m_servers.contains(account.serverKey.View())) {
-        throw std::invalid_argument("server '" + account.serverKey.Str() + "' is not declared");
+        Refuse("server", account.serverKey.View(), "is not declared");
     }
     UserRecord* known = FindAccount(account.accountNo.View(), account.sign.View());
     if (account.accountNo.Empty() || known) {
-        throw std::invalid_argument("account '" + account.accountNo.Str() + "' is empty or declared twice");
+        Refuse("account", account.accountNo.View(), "is empty or declared twice");
     }
     Entry<UserRecord>& entry = Append(accounts, account, name);
     SetName(entry.record.accountName, name);
@@ -121,11 +138,10 @@ void Catalogue::AddUpper(const UpperRecord& upper, std::string_view name,
                          std::vector<std::string> signsOfIt) {
     CheckSign(upper.sign.View());
     if (FindUpper(upper.upperNo.View(), upper.sign.View())) {
-        throw std::invalid_argument("upper '" + upper.upperNo.Str() + "' is declared twice");
+        Refuse("upper", upper.upperNo.View(), "is declared twice");
     }
-    Entry<UpperRecord>& entry = Append(uppers, upper, name);
+    Entry<UpperRecord>& entry = Append(uppers, upper, name, std::move(signsOfIt));
     SetName(entry.record.upperName, name);
-    entry.signs = std::move(signsOfIt);
     uppersBySign.Add(upper.sign.View(), &entry);
 }
 
@@ -133,20 +149,18 @@ void Catalogue::AddCurrency(const CurrencyRecord& currency, std::string_view nam
                             std::vector<std::string> signsOfIt) {
     CheckSign(currency.sign.View());
     if (FindCurrency(currency.currencyNo.View(), currency.sign.View())) {
-        throw std::invalid_argument("currency '" + currency.currencyNo.Str() + "' is declared twice");
+        Refuse("currency", currency.currencyNo.View(), "is declared twice");
     }
-    Entry<CurrencyRecord>& entry = Append(currencies, currency, name);
+    Entry<CurrencyRecord>& entry = Append(currencies, currency, name, std::move(signsOfIt));
     SetName(entry.record.currencyName, name);
-    entry.signs = std::move(signsOfIt);
     currenciesBySign.Add(currency.sign.View(), &entry);
 }
 
 void Catalogue::AddExchange(const ExchangeRecord& exchange, std::string_view name,
                             std::vector<std::string> signsOfIt) {
     CheckSign(exchange.sign.View());
-    Entry<ExchangeRecord>& entry = Append(exchanges, exchange, name);
+    Entry<ExchangeRecord>& entry = Append(exchanges, exchange, name, std::move(signsOfIt));
     SetName(entry.record.exchangeName, name);
-    entry.signs = std::move(signsOfIt);
     Enter(m_exchanges, Bytes(&entry.record, 0, sizeof(ExchangeKey)), &entry,
           "exchange '" + exchange.exchangeNo.Str() + "'");
     exchangesBySign.Add(exchange.sign.View(), &entry);
@@ -155,7 +169,7 @@ void Catalogue::AddExchange(const ExchangeRecord& exchange, std::string_view nam
 CommodityRecord& Catalogue::AddCommodity(const CommodityRecord& commodity, std::string_view name) {
     const std::string what = "commodity '" + commodity.commodityNo.Str() + "'";
     if (!FindExchange({commodity.sign, commodity.exchangeNo})) {
-        throw std::invalid_argument("exchange '" + commodity.exchangeNo.Str() + "' is not declared");
+        Refuse("exchange", commodity.exchangeNo.View(), "is not declared");
     }
     if (!IsKnownCommodityType(commodity.commodityType)) {
         throw std::invalid_argument(what + " has an unknown type");
@@ -174,16 +188,13 @@ CommodityRecord& Catalogue::AddCommodity(const CommodityRecord& commodity, std::
 
 void Catalogue::AddContract(const ContractKey& rawKey, std::string_view name) {
     const ContractKey key = TidyKey(rawKey);
-    const CommodityKey commodityKey = CommodityOf(key);
-    Entry<CommodityRecord>* commodity = Find(m_commodities, SignedBytes(commodityKey));
-    if (!commodity) {
-        throw std::invalid_argument("commodity '" + key.commodityNo.Str() + "' is not declared");
+    const auto* found = Find(m_commodities, CommodityOf(key));
+    if (!found) {
+        Refuse("commodity", key.commodityNo.View(), "is not declared");
     }
-    Entry<ContractRecord>& entry = contracts.emplace_back();
-    entry.record.key = key;
-    entry.record.commodity = &commodity->record;
-    entry.name = name;
-    SetName(entry.record.contractName, name.empty() ? commodity->name + ' ' + ContractPart(key) : entry.name);
+    Entry<CommodityRecord>& commodity = **found;
+    Entry<ContractRecord>& entry = Append(contracts, {key, {}, &commodity.record}, name);
+    SetName(entry.record.contractName, name.empty() ? commodity.name + ' ' + ContractPart(key) : entry.name);
     Enter(m_contracts, Bytes(&entry.record, 0, sizeof(ContractKey)), &entry.record,
           "contract '" + ContractName(key) + "'");
     for (std::size_t from : {std::size_t{0}, sizeof(FixedText<21>)}) {
@@ -236,50 +247,36 @@ UserRecord* Catalogue::FindAccount(std::string_view accountNo, std::string_view 
 }
 
 UpperRecord* Catalogue::FindUpper(std::string_view upperNo, std::string_view sign) const {
-    for (Entry<UpperRecord>* entry : uppersBySign.Of(sign)) {  // a few dozen
-        if (entry->record.upperNo.View() == upperNo) {
-            return &entry->record;
-        }
-    }
-    return nullptr;
+    return FindNumber(uppersBySign.Of(sign), &UpperRecord::upperNo, upperNo);
 }
 
 CurrencyRecord* Catalogue::FindCurrency(std::string_view currencyNo, std::string_view sign) const {
-    for (Entry<CurrencyRecord>* entry : currenciesBySign.Of(sign)) {
-        if (entry->record.currencyNo.View() == currencyNo) {
-            return &entry->record;
-        }
-    }
-    return nullptr;
+    return FindNumber(currenciesBySign.Of(sign), &CurrencyRecord::currencyNo, currencyNo);
 }
 
-ExchangeRecord* Catalogue::FindExchange(const ExchangeKey& rawKey) const {
-    const ExchangeKey key = TidyKey(rawKey);
-    Entry<ExchangeRecord>* entry = Find(m_exchanges, SignedBytes(key));
-    return entry ? &entry->record : nullptr;
+ExchangeRecord* Catalogue::FindExchange(const ExchangeKey& key) const {
+    const auto* found = Find(m_exchanges, key);
+    return found ? &(*found)->record : nullptr;
 }
 
-CommodityRecord* Catalogue::FindCommodity(const CommodityKey& rawKey) const {
-    const CommodityKey key = TidyKey(rawKey);
-    Entry<CommodityRecord>* entry = Find(m_commodities, SignedBytes(key));
-    return entry ? &entry->record : nullptr;
+CommodityRecord* Catalogue::FindCommodity(const CommodityKey& key) const {
+    const auto* found = Find(m_commodities, key);
+    return found ? &(*found)->record : nullptr;
 }
 
-ContractRecord* Catalogue::FindContract(const ContractKey& rawKey) const {
-    const ContractKey key = TidyKey(rawKey);
-    return Find(m_contracts, SignedBytes(key));
+ContractRecord* Catalogue::FindContract(const ContractKey& key) const {
+    const auto* found = Find(m_contracts, key);
+    return found ? *found : nullptr;
 }
 
 bool Catalogue::Owns(const ContractRecord* contract) const {
     return m_contractAddresses.contains(contract);
 }
 
-const std::vector<Entry<CommodityRecord>*>& Catalogue::CommoditiesOf(const ExchangeKey& rawKey) const {
-    const ExchangeKey key = TidyKey(rawKey);
-    return FindList(m_commoditiesOf, SignedBytes(key));
+const std::vector<Entry<CommodityRecord>*>& Catalogue::CommoditiesOf(const ExchangeKey& key) const {
+    return ListOf(m_commoditiesOf, key);
 }
 
-const std::vector<Entry<ContractRecord>*>& Catalogue::ContractsOf(const CommodityKey& rawKey) const {
-    const CommodityKey key = TidyKey(rawKey);
-    return FindList(m_contractsOf, SignedBytes(key));
+const std::vector<Entry<ContractRecord>*>& Catalogue::ContractsOf(const CommodityKey& key) const {
+    return ListOf(m_contractsOf, key);
 }

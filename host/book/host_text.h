@@ -2,6 +2,7 @@
 
 #include "trade/fixed_text.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,10 @@ void SetName(FixedText<Width>& field, std::string_view utf8) {
     field.Set(AnsiCut(utf8, Width - 1));
 }
 
-// Puts `draft` in the place of `file` in one step; false when that cannot be done.
-bool ReplaceFileWith(const std::string& draft, const std::string& file);
+// None when the file cannot be read.
+std::optional<std::string> ReadWholeFile(const std::string& path);
+// Writes beside the file and puts the result in its place in one step, so that a reader finds the old content
+// or the new one, whole. The reason when that cannot be done, which leaves the old content; otherwise empty.
+std::string WriteWholeFile(const std::string& path, std::string_view content);
+// The last of these steps; false when it cannot be done.
+bool PutInPlace(const std::string& draft, const std::string& file);

@@ -1,24 +1,10 @@
-#include "book/ledger.h"
-
 #include "book/contract_part.h"
-#include "book/price_format.h"
+#include "book/ledger_terms.h"
 #include "book/record_fields.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <cstring>
-#include <stdexcept>
 
 namespace {
-
-constexpr char kWorking = '4';
-constexpr char kPartlyFilled = '5';
-constexpr char kFilled = '6';
-constexpr char kCancelled = '9';
-constexpr char kRestCancelled = 'A';
-constexpr char kRejected = 'B';
-constexpr char kExercise = '5';  // an order type
 
 // The state of the unfilled part that a requested state means. The states of fills follow from the fills that
 // arrive, not from what a request says.
@@ -43,10 +29,6 @@ void Note(Outcome& outcome, const std::vector<PositionEntry*>& rows) {
             outcome.positions.push_back(row);
         }
     }
-}
-
-std::string Text(std::string_view view) {
-    return '\'' + std::string(view) + '\'';
 }
 
 }  // namespace
@@ -115,48 +97,6 @@ std::vector<SingleContractKey> Ledger::LegsOf(const OrderRecord& order) const {
     return commodity->legOrder == '2' ? std::vector{second, first} : std::vector{first, second};
 }
 
-std::string Ledger::CheckOrder(const OrderRecord& request) const {
-    const std::string_view account = request.accountNo.View();
-    const UserRecord* user = m_catalogue.FindAccount(account, request.key.sign.View());
-    if (!user) {
-        return "account " + Text(account) + " is not known under sign " + Text(request.key.sign.View());
-    }
-    if (!user->group || user->group->tradable != 'Y') {
-        return "account " + Text(account) + " may not trade";
-    }
-    if (!m_catalogue.FindContract(request.key)) {
-        return "contract " + Text(ContractName(request.key)) + " is not known under sign " +
-               Text(request.key.sign.View());
-    }
-    if (!m_catalogue.FindUpper(request.upperNo.View(), request.key.sign.View())) {
-        return "upper " + Text(request.upperNo.View()) + " is not known under sign " +
-               Text(request.key.sign.View());
-    }
-    if (request.orderQty == 0) {
-        return "the quantity is 0";
-    }
-    if (request.direction != 'B' && request.direction != 'S' && request.direction != 'A') {
-        return "the direction is none of B, S, A";
-    }
-    if (!std::isfinite(request.orderPrice) || !std::isfinite(request.triggerPrice)) {
-        return "a price is not a number";
-    }
-    return {};
-}
-
-std::string Ledger::CheckSystemNo(const OrderRecord& request, const OrderEntry* self) const {
-    const auto found = m_ordersBySystemNo.find(request.systemNo.Str());
-    if (found != m_ordersBySystemNo.end() && !request.systemNo.Empty()) {
-        for (const OrderEntry* other : found->second) {
-            if (other != self && other->record.accountNo.View() == request.accountNo.View()) {
-                return "system number " + Text(request.systemNo.View()) + " is that of order " +
-                       std::to_string(other->record.orderNo);
-            }
-        }
-    }
-    return {};
-}
-
 Outcome Ledger::SendOrder(const OrderRecord& rawRequest) {
     OrderRecord request = rawRequest;
     TerminateTexts(OrderLayout(), &request);
@@ -173,9 +113,7 @@ Outcome Ledger::SendOrder(const OrderRecord& rawRequest) {
 }
 
 Outcome Ledger::EnterOrder(const OrderRecord& request) {
-    std::string refusal = CheckOrder(request);
-    refusal = refusal.empty() ? CheckSystemNo(request, nullptr) : refusal;
-    if (!refusal.empty()) {
+    if (std::string refusal = CheckEntry(request, nullptr); !refusal.empty()) {
         return Refused(refusal);
     }
     OrderRecord record = request;
@@ -189,9 +127,7 @@ Outcome Ledger::EnterOrder(const OrderRecord& request) {
 }
 
 Outcome Ledger::ModifyOrder(OrderEntry& order, const OrderRecord& request) {
-    std::string refusal = CheckOrder(request);
-    refusal = refusal.empty() ? CheckSystemNo(request, &order) : refusal;
-    if (!refusal.empty()) {
+    if (std::string refusal = CheckEntry(request, &order); !refusal.empty()) {
         return Refused(refusal);
     }
     OrderRecord& record = order.record;
@@ -253,9 +189,7 @@ Outcome Ledger::MoveOrder(OrderEntry& order, const OrderRecord& request) {
     }
     moved.updateOperator = request.updateOperator;
     moved.updateTime = request.updateTime;
-    std::string refusal = CheckOrder(moved);
-    refusal = refusal.empty() ? CheckSystemNo(moved, &order) : refusal;
-    if (!refusal.empty()) {
+    if (std::string refusal = CheckEntry(moved, &order); !refusal.empty()) {
         return Refused(refusal);
     }
     Outcome outcome;

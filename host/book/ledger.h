@@ -98,7 +98,8 @@ public:
 private:
     // The reasons for which a request is refused; empty when there is none.
     std::string CheckOrder(const OrderRecord& request) const;
-    std::string CheckSystemNo(const OrderRecord& request, const OrderEntry* self) const;
+    // Also that no order but `self` has the system number.
+    std::string CheckEntry(const OrderRecord& request, const OrderEntry* self) const;
     std::string CheckFill(const FillRecord& request) const;
     std::string CheckFillOfOrder(const FillRecord& request, const OrderEntry& order, int leg) const;
 
@@ -112,7 +113,9 @@ private:
     // The order and leg that a fill belongs to. Null without a refusal: the fill gets an order of its own.
     OrderEntry* OrderOfFill(const FillRecord& fill, std::string& refusal, int& leg) const;
     OrderEntry& MakeOrderFor(const FillRecord& fill);
-    FillEntry& Book(OrderEntry& order, FillRecord record, int leg, Outcome& outcome);
+    FillEntry& Insert(OrderEntry& order, const FillRecord& record, const SingleContractKey& booked, int leg,
+                      std::uint32_t sequence, Outcome& outcome);
+    void Book(OrderEntry& order, FillRecord record, int leg, Outcome& outcome);
     void Settle(OrderEntry& order, Outcome& outcome);
     void Take(FillEntry& fill, Outcome& outcome);
     // Takes every fill of the order off the positions, lets `change` alter the order and its fills, and puts

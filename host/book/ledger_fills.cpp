@@ -1,98 +1,29 @@
 #include "book/contract_part.h"
-#include "book/ledger.h"
+#include "book/ledger_terms.h"
 #include "book/price_format.h"
 #include "book/record_fields.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <stdexcept>
 
-// How the ledger deals with fills: the order that a fill belongs to, booking and removal,
-// exercise; and how a saved ledger is restored.
+// How the ledger deals with fills: the order that a fill belongs to, booking and removal, exercise.
 
 namespace {
 
-constexpr char kExerciseType = '5';
-
-char Opposite(char direction) {
-    return direction == 'B' ? 'S' : direction == 'S' ? 'B' : direction;
+// "B 5 at 2514"
+template <typename Key>
+std::string TradeText(const Catalogue& catalogue, const Key& key, char direction, std::uint32_t qty,
+                      double price) {
+    return std::string(1, direction) + ' ' + std::to_string(qty) + " at " +
+           PriceText(price, catalogue.FindCommodity(CommodityOf(key)));
 }
 
-std::string Text(std::string_view view) {
-    return '\'' + std::string(view) + '\'';
-}
-
-ContractKey AsContract(const SingleContractKey& leg) {
-    ContractKey key{};
-    key.sign = leg.sign;
-    key.exchangeNo = leg.exchangeNo;
-    key.commodityType = leg.commodityType;
-    key.commodityNo = leg.commodityNo;
-    key.contractNo = leg.contractNo;
-    key.strikePrice = leg.strikePrice;
-    key.optionType = leg.optionType;
-    return TidyKey(key);
-}
+}  // namespace
 
 std::string FillNumber(std::uint32_t number) {
     char text[16];
     std::snprintf(text, sizeof text, "F%08u", number);
     return text;
-}
-
-}  // namespace
-
-std::string Ledger::CheckFill(const FillRecord& request) const {
-    const std::string_view sign = request.key.sign.View();
-    const UserRecord* user = m_catalogue.FindAccount(request.accountNo.View(), sign);
-    if (!user) {
-        return "account " + Text(request.accountNo.View()) + " is not known under sign " + Text(sign);
-    }
-    if (!user->group || user->group->tradable != 'Y') {
-        return "account " + Text(request.accountNo.View()) + " may not trade";
-    }
-    if (request.systemNo.Empty()) {
-        return "the fill has no system number";
-    }
-    if (request.fillQty == 0) {
-        return "the quantity is 0";
-    }
-    if (request.direction != 'B' && request.direction != 'S') {
-        return "the direction is none of B, S";
-    }
-    if (!std::isfinite(request.fillPrice)) {
-        return "the price is not a number";
-    }
-    if (!request.upperNo.Empty() && !m_catalogue.FindUpper(request.upperNo.View(), sign)) {
-        return "upper " + Text(request.upperNo.View()) + " is not known under sign " + Text(sign);
-    }
-    if (!request.currencyNo.Empty() && !m_catalogue.FindCurrency(request.currencyNo.View(), sign)) {
-        return "currency " + Text(request.currencyNo.View()) + " is not known under sign " + Text(sign);
-    }
-    if (!m_catalogue.FindContract(AsContract(request.key))) {
-        return "contract " + Text(ContractName(request.key)) + " is not known under sign " + Text(sign);
-    }
-    return {};
-}
-
-std::string Ledger::CheckFillOfOrder(const FillRecord& request, const OrderEntry& order, int leg) const {
-    const std::string name = "order " + std::to_string(order.record.orderNo);
-    if (order.record.orderType == kExerciseType) {
-        return name + " is an exercise, which is settled by the server";
-    }
-    if (order.restState == 'B') {
-        return name + " was rejected";
-    }
-    const char expected = leg == 0 ? order.record.direction : Opposite(order.record.direction);
-    if (order.record.direction != 'A' && request.direction != expected) {
-        return std::string("this leg of ") + name + " trades " + expected;
-    }
-    const std::uint32_t open = order.record.orderQty - std::min(LegQty(order, leg), +order.record.orderQty);
-    if (request.fillQty > open) {
-        return name + " has only " + std::to_string(open) + " left to fill";
-    }
-    return {};
 }
 
 OrderEntry* Ledger::OrderOfFill(const FillRecord& fill, std::string& refusal, int& leg) const {
@@ -114,7 +45,7 @@ OrderEntry* Ledger::OrderOfFill(const FillRecord& fill, std::string& refusal, in
             }
         }
         if (!order->madeFromFill) {
-            refusal = "contract " + Text(ContractName(fill.key)) + " is no leg of order " +
+            refusal = "contract " + Quoted(ContractName(fill.key)) + " is no leg of order " +
                       std::to_string(order->record.orderNo);
         }
     }
@@ -142,21 +73,25 @@ OrderEntry& Ledger::MakeOrderFor(const FillRecord& fill) {
     return Insert(record, '9', true);
 }
 
-FillEntry& Ledger::Book(OrderEntry& order, FillRecord record, int leg, Outcome& outcome) {
-    record.key = TidyKey(record.key);
-    record.fillNo.Set(FillNumber(m_next.fill++));
-    record.order = &order.record;
-    if (record.upperNo.Empty()) {
-        record.upperNo = order.record.upperNo;
-    }
-    FillEntry& fill = m_fills.emplace_back(FillEntry{record, &order, BookedLeg(record.key),
-                                                     record.upperNo.Str(), leg, m_next.sequence++, false});
-    m_fillsByNo.emplace(fill.record.fillNo.Str(), &fill);
+FillEntry& Ledger::Insert(OrderEntry& order, const FillRecord& record, const SingleContractKey& booked,
+                          int leg, std::uint32_t sequence, Outcome& outcome) {
+    FillEntry& fill =
+        m_fills.emplace_back(FillEntry{record, &order, booked, record.upperNo.Str(), leg, sequence, false});
+    fill.record.key = TidyKey(record.key);
+    fill.record.order = &order.record;
+    m_fillsByNo.emplace(record.fillNo.Str(), &fill);
     order.fills.push_back(&fill);
     PutOnPositions(fill, outcome);
     UpdateFilled(order);
-    Report(outcome, fill, "added");
     return fill;
+}
+
+void Ledger::Book(OrderEntry& order, FillRecord record, int leg, Outcome& outcome) {
+    record.fillNo.Set(FillNumber(m_next.fill++));
+    if (record.upperNo.Empty()) {
+        record.upperNo = order.record.upperNo;
+    }
+    Report(outcome, Insert(order, record, BookedLeg(record.key), leg, m_next.sequence++, outcome), "added");
 }
 
 void Ledger::Take(FillEntry& fill, Outcome& outcome) {
@@ -192,12 +127,13 @@ Outcome Ledger::SendFill(const FillRecord& rawRequest) {
 Outcome Ledger::RemoveFill(std::string_view fillNo, std::string_view accountNo) {
     FillEntry* fill = FindFill(fillNo);
     if (!fill) {
-        return Refused("fill " + Text(fillNo) + " does not exist");
+        return Refused("fill " + Quoted(fillNo) + " does not exist");
     }
     if (!accountNo.empty() && fill->record.accountNo.View() != accountNo) {
-        return Refused("fill " + Text(fillNo) + " is that of account " + Text(fill->record.accountNo.View()));
+        return Refused("fill " + Quoted(fillNo) + " is that of account " +
+                       Quoted(fill->record.accountNo.View()));
     }
-    if (fill->order->record.orderType == kExerciseType) {
+    if (fill->order->record.orderType == kExercise) {
         return Refused("the fills of an exercise are removed together, by its order");
     }
     Outcome outcome;
@@ -212,9 +148,7 @@ Outcome Ledger::SendExercise(const OrderRecord& rawRequest) {
     if (request.orderNo != 0) {
         return Refused("an exercise is always a new order");
     }
-    std::string refusal = CheckOrder(request);
-    refusal = refusal.empty() ? CheckSystemNo(request, nullptr) : refusal;
-    if (!refusal.empty()) {
+    if (std::string refusal = CheckEntry(request, nullptr); !refusal.empty()) {
         return Refused(refusal);
     }
     const CommodityRecord* commodity = m_catalogue.FindCommodity(CommodityOf(request.key));
@@ -228,8 +162,8 @@ Outcome Ledger::SendExercise(const OrderRecord& rawRequest) {
     if (underlying.exchangeNo.View() != commodity->relatedExchangeNo.View() ||
         underlying.commodityType != commodity->relatedCommodityType ||
         underlying.commodityNo.View() != commodity->relatedCommodityNo.View()) {
-        return Refused("contract " + Text(ContractName(underlying)) + " is no underlying of " +
-                       Text(ContractName(request.key)));
+        return Refused("contract " + Quoted(ContractName(underlying)) + " is no underlying of " +
+                       Quoted(ContractName(request.key)));
     }
     if (!ReadPriceText(request.key.strikePrice.View())) {
         return Refused("the strike is no price");
@@ -237,7 +171,7 @@ Outcome Ledger::SendExercise(const OrderRecord& rawRequest) {
     OrderRecord record = request;
     record.orderNo = m_next.order++;
     record.backOffice = 'Y';
-    record.orderType = kExerciseType;
+    record.orderType = kExercise;
     Outcome outcome;
     OrderEntry& order = Insert(record, '1', false);
     Settle(order, outcome);
@@ -252,7 +186,7 @@ void Ledger::Settle(OrderEntry& order, Outcome& outcome) {
     const std::vector<SingleContractKey> legs = LegsOf(exercise);
     const char held = exercise.direction;
     const std::uint32_t open = m_positions.OpenQty(MakeLineKey(exercise.accountNo.View(), BookedLeg(legs[0])),
-                                                   exercise.upperNo.View(), held);
+                                                   held, exercise.upperNo.View());
     const std::uint32_t qty = std::min(open, +exercise.orderQty);
     if (qty == 0) {
         return;
@@ -280,105 +214,26 @@ void Ledger::Settle(OrderEntry& order, Outcome& outcome) {
 void Ledger::Report(Outcome& outcome, const OrderEntry& order, const char* what) const {
     const OrderRecord& record = order.record;
     outcome.orderNo = record.orderNo;
-    const CommodityRecord* commodity = m_catalogue.FindCommodity(CommodityOf(record.key));
-    outcome.changes.push_back({"order", std::to_string(record.orderNo), what,
-                               record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' +
-                                   record.direction + ' ' + std::to_string(record.orderQty) + " at " +
-                                   PriceText(record.orderPrice, commodity) + ", filled " +
-                                   std::to_string(record.fillQty) + ", " +
-                                   std::string(WordOf(Words::kState, record.orderState))});
+    outcome.changes.push_back(
+        {"order", std::to_string(record.orderNo), what,
+         record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' +
+             TradeText(m_catalogue, record.key, record.direction, record.orderQty, record.orderPrice) +
+             ", filled " + std::to_string(record.fillQty) + ", " +
+             std::string(WordOf(Words::kState, record.orderState))});
     for (const PositionEntry* row : outcome.positions) {
         const PositionRecord& position = row->record;
-        const CommodityRecord* of = m_catalogue.FindCommodity(CommodityOf(position.key));
-        outcome.changes.push_back({"position", position.accountNo.Str() + ' ' + ContractName(position.key),
-                                   position.openQty == 0 ? "removed" : "changed",
-                                   std::string(1, position.direction) + ' ' +
-                                       std::to_string(position.openQty) + " at " +
-                                       PriceText(position.price, of) + ", upper " + row->upperNo});
+        outcome.changes.push_back(
+            {"position", position.accountNo.Str() + ' ' + ContractName(position.key),
+             position.openQty == 0 ? "removed" : "changed",
+             TradeText(m_catalogue, position.key, position.direction, position.openQty, position.price) +
+                 ", upper " + row->upperNo});
     }
 }
 
 void Ledger::Report(Outcome& outcome, const FillEntry& fill, const char* what) const {
     const FillRecord& record = fill.record;
-    const CommodityRecord* commodity = m_catalogue.FindCommodity(CommodityOf(record.key));
-    outcome.changes.push_back({"fill", record.fillNo.Str(), what,
-                               record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' +
-                                   record.direction + ' ' + std::to_string(record.fillQty) + " at " +
-                                   PriceText(record.fillPrice, commodity)});
-}
-
-void Ledger::RestoreOpening(const OpeningPosition& opening) {
-    m_positions.AddOpening(opening);
-}
-
-void Ledger::RestoreOrder(const OrderRecord& order, char restState, bool madeFromFill) {
-    const std::string refusal = CheckOrder(order);
-    if (!refusal.empty()) {
-        throw std::invalid_argument(refusal);
-    }
-    if (order.orderNo == 0 || FindOrder(order.orderNo)) {
-        throw std::invalid_argument("order number " + std::to_string(order.orderNo) + " is 0 or used twice");
-    }
-    if (restState == 0 || restState == '5' || restState == '6' || restState == 'A') {
-        throw std::invalid_argument("restState is none of a state without fills");
-    }
-    OrderRecord record = order;
-    if (record.orderType != kExerciseType) {
-        record.contract = m_catalogue.FindContract(order.key);
-    }
-    Insert(record, restState, madeFromFill);
-}
-
-void Ledger::RestoreFill(const FillRecord& saved, std::uint32_t orderNo, std::uint32_t sequence,
-                         std::string_view bookedContractNo) {
-    OrderEntry* order = FindOrder(orderNo);
-    if (!order) {
-        throw std::invalid_argument("order " + std::to_string(orderNo) + " does not exist");
-    }
-    const std::string fillNo = saved.fillNo.Str();
-    if (fillNo.empty() || FindFill(fillNo)) {
-        throw std::invalid_argument("fill number " + Text(fillNo) + " is empty or used twice");
-    }
-    if (saved.fillQty == 0 || (saved.direction != 'B' && saved.direction != 'S')) {
-        throw std::invalid_argument("the fill has no quantity or no direction");
-    }
-    const std::vector<SingleContractKey> legs = LegsOf(order->record);
-    std::size_t leg = 0;
-    while (leg < legs.size() && !SameLeg(legs[leg], saved.key)) {
-        ++leg;
-    }
-    if (leg == legs.size()) {
-        throw std::invalid_argument("contract " + Text(ContractName(saved.key)) + " is no leg of its order");
-    }
-    if (LegQty(*order, static_cast<int>(leg)) + saved.fillQty > order->record.orderQty) {
-        throw std::invalid_argument("the order would be filled beyond its quantity");
-    }
-    FillRecord record = saved;
-    record.key = TidyKey(record.key);
-    record.order = &order->record;
-    SingleContractKey booked = record.key;
-    booked.contractNo.Set(bookedContractNo);
-    FillEntry& fill = m_fills.emplace_back(
-        FillEntry{record, order, booked, record.upperNo.Str(), static_cast<int>(leg), sequence, false});
-    m_fillsByNo.emplace(fillNo, &fill);
-    order->fills.push_back(&fill);
-    Outcome ignored;
-    PutOnPositions(fill, ignored);
-    UpdateFilled(*order);
-}
-
-void Ledger::RestoreNumbers(const NextNumbers& numbers) {
-    for (const OrderEntry& order : m_orders) {
-        if (order.record.orderNo >= numbers.order) {
-            throw std::invalid_argument("nextNumbers.order is not above order " +
-                                        std::to_string(order.record.orderNo));
-        }
-    }
-    for (const FillEntry& fill : m_fills) {
-        if (fill.sequence >= numbers.sequence || fill.record.fillNo.View() >= FillNumber(numbers.fill)) {
-            throw std::invalid_argument("nextNumbers.fill or .sequence is not above fill " +
-                                        fill.record.fillNo.Str());
-        }
-    }
-    m_next = numbers;
+    outcome.changes.push_back(
+        {"fill", record.fillNo.Str(), what,
+         record.accountNo.Str() + ' ' + ContractName(record.key) + ' ' +
+             TradeText(m_catalogue, record.key, record.direction, record.fillQty, record.fillPrice)});
 }

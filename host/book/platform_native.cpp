@@ -10,6 +10,6 @@ std::string Utf8FromAnsi(std::string_view text) {
     return std::string(text);
 }
 
-bool ReplaceFileWith(const std::string& draft, const std::string& file) {
+bool PutInPlace(const std::string& draft, const std::string& file) {
     return std::rename(draft.c_str(), file.c_str()) == 0;
 }

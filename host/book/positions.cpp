@@ -7,10 +7,6 @@
 
 namespace {
 
-char Opposite(char direction) {
-    return direction == 'B' ? 'S' : 'B';
-}
-
 template <typename Lots>
 void Close(Lots& lots, char direction, const double* onlyPrice, std::uint32_t& qty) {
     for (auto& lot : lots) {
@@ -32,6 +28,11 @@ LineKey MakeLineKey(std::string_view accountNo, const SingleContractKey& rawLeg)
                 leg.strikePrice, leg.optionType};
     key.accountNo.Set(accountNo);
     return key;
+}
+
+SingleContractKey LegOf(const LineKey& key) {
+    return {key.sign,       key.exchangeNo,  key.commodityType, key.commodityNo,
+            key.contractNo, key.strikePrice, key.optionType};
 }
 
 void Positions::AddOpening(const OpeningPosition& opening) {
@@ -70,21 +71,14 @@ PositionEntry* Positions::Find(const LineKey& key, char direction, double price)
     return nullptr;
 }
 
-std::uint32_t Positions::OpenQty(const LineKey& key, char direction) const {
+std::uint32_t Positions::OpenQty(const LineKey& key, char direction,
+                                 std::optional<std::string_view> upperNo) const {
     std::uint32_t sum = 0;
     for (const Line* line : LinesOf(key)) {
         for (const PositionEntry* row : line->rows) {
-            sum += row->record.direction == direction ? row->record.openQty : 0;
-        }
-    }
-    return sum;
-}
-
-std::uint32_t Positions::OpenQty(const LineKey& key, std::string_view upperNo, char direction) const {
-    std::uint32_t sum = 0;
-    for (const Line* line : LinesOf(key)) {
-        for (const PositionEntry* row : line->rows) {
-            sum += line->upperNo == upperNo && row->record.direction == direction ? row->record.openQty : 0;
+            const bool counts =
+                row->record.direction == direction && upperNo.value_or(row->upperNo) == row->upperNo;
+            sum += counts ? row->record.openQty : 0;
         }
     }
     return sum;
@@ -148,10 +142,8 @@ PositionEntry* Positions::RowOf(Line& line, char direction, double price) {
         }
     }
     PositionEntry& row = m_rows.emplace_back();
-    const LineKey& key = line.key;
-    row.record.key = {key.sign,       key.exchangeNo,  key.commodityType, key.commodityNo,
-                      key.contractNo, key.strikePrice, key.optionType};
-    row.record.accountNo = key.accountNo;
+    row.record.key = LegOf(line.key);
+    row.record.accountNo = line.key.accountNo;
     row.record.direction = direction;
     row.record.price = price;
     row.upperNo = line.upperNo;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -67,9 +68,9 @@ public:
     // The row of an account and leg at a price; uppers are tried in the order in which they appeared. An
     // empty sign means any. Null when nothing is open there.
     PositionEntry* Find(const LineKey& key, char direction, double price) const;
-    // Open quantity of a direction on all uppers together.
-    std::uint32_t OpenQty(const LineKey& key, char direction) const;
-    std::uint32_t OpenQty(const LineKey& key, std::string_view upperNo, char direction) const;
+    // Open quantity of a direction, on all uppers together or on one.
+    std::uint32_t OpenQty(const LineKey& key, char direction,
+                          std::optional<std::string_view> upperNo = {}) const;
 
     const std::deque<PositionEntry>& Rows() const { return m_rows; }
     const std::vector<OpeningPosition>& Openings() const { return m_openings; }
@@ -100,3 +101,8 @@ private:
 };
 
 LineKey MakeLineKey(std::string_view accountNo, const SingleContractKey& leg);
+SingleContractKey LegOf(const LineKey& key);
+
+inline char Opposite(char direction) {
+    return direction == 'B' ? 'S' : direction == 'S' ? 'B' : direction;
+}

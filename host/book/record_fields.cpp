@@ -21,11 +21,12 @@ using enum FieldKind;
         FIELD(ContractKey, commodityNo, kText), FIELD(ContractKey, contractNo, kText), \
         FIELD(ContractKey, strikePrice, kText), FIELD(ContractKey, optionType, kCode, Words::kOption)
 
+#define CONTRACT_FIELDS                                                                          \
+    LEG_FIELDS, FIELD(ContractKey, contractNo2, kText), FIELD(ContractKey, strikePrice2, kText), \
+        FIELD(ContractKey, optionType2, kCode, Words::kOption)
+
 constexpr RecordField kOrderFields[] = {
-    LEG_FIELDS,
-    FIELD(ContractKey, contractNo2, kText),
-    FIELD(ContractKey, strikePrice2, kText),
-    FIELD(ContractKey, optionType2, kCode, Words::kOption),
+    CONTRACT_FIELDS,
     FIELD(OrderRecord, accountNo, kText),
     FIELD(OrderRecord, orderType, kCode, Words::kOrderType),
     FIELD(OrderRecord, orderSource, kCode, Words::kSource),
@@ -114,11 +115,7 @@ constexpr RecordField kCommodityFields[] = {
     FIELD(CommodityRecord, secondExchangeNo, kText),
     FIELD(CommodityRecord, secondCommodityType, kCode, Words::kCommodityType),
     FIELD(CommodityRecord, secondCommodityNo, kText)};
-constexpr RecordField kContractFields[] = {LEG_FIELDS,
-                                           FIELD(ContractKey, contractNo2, kText),
-                                           FIELD(ContractKey, strikePrice2, kText),
-                                           FIELD(ContractKey, optionType2, kCode, Words::kOption),
-                                           FIELD(ContractRecord, contractName, kText),
+constexpr RecordField kContractFields[] = {CONTRACT_FIELDS, FIELD(ContractRecord, contractName, kText),
                                            FIELD(ContractRecord, commodity, kPointer)};
 constexpr RecordField kGroupFields[] = {
     FIELD(GroupRecord, sign, kText), FIELD(GroupRecord, operatorNo, kText),
@@ -136,6 +133,7 @@ constexpr RecordField kServerFields[] = {FIELD(ServerRecord, address, kText),
 constexpr RecordField kServerConfigFields[] = {FIELD(ServerConfigRecord, name, kText),
                                                FIELD(ServerConfigRecord, address, kText),
                                                FIELD(ServerConfigRecord, port, kUint32)};
+#undef CONTRACT_FIELDS
 #undef LEG_FIELDS
 #undef FIELD
 
@@ -229,14 +227,6 @@ const RecordLayout& OrderLayout() {
 
 const RecordLayout& FillLayout() {
     return kLayouts[1];
-}
-
-const RecordLayout& PositionLayout() {
-    return kLayouts[2];
-}
-
-const RecordLayout& FilterLayout() {
-    return kLayouts[3];
 }
 
 const RecordLayout* FindLayout(std::string_view name) {

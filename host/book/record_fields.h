@@ -43,8 +43,6 @@ struct RecordLayout {
 
 const RecordLayout& OrderLayout();
 const RecordLayout& FillLayout();
-const RecordLayout& PositionLayout();
-const RecordLayout& FilterLayout();
 // Null when no record has that name (as in "OrderRecord") or that size.
 const RecordLayout* FindLayout(std::string_view name);
 const RecordLayout* FindLayout(std::size_t size);

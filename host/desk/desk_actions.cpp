@@ -2,13 +2,10 @@
 
 #include "app/language_choice.h"
 #include "book/book_file.h"
-#include "book/contract_part.h"
 #include "book/host_text.h"
 #include "services/explain.h"
 #include "services/wide_text.h"
 #include "services/wording.h"
-
-#include <algorithm>
 
 #include <commdlg.h>
 
@@ -275,48 +272,4 @@ void DeskWindow::ChangeLanguageNow() {
         SetStatus(Say("The module could not be started again: %1", {Utf8FromAnsi(error.what())}));
     }
     SayAnew();
-}
-
-// What a request changed is selected in its list and in view; of several rows the last.
-void DeskWindow::Reveal(const Change& change) {
-    if (change.kind == "order") {
-        m_panes[kOrderList]->Reveal(m_host.TheBook().ledger.FindOrder(std::stoul(change.id)));
-    } else if (change.kind == "fill") {
-        m_panes[kFillList]->Reveal(m_host.TheBook().ledger.FindFill(change.id));
-    } else if (change.kind == "position") {
-        const std::deque<PositionEntry>& rows = m_host.TheBook().ledger.AllPositions().Rows();
-        const auto row = std::find_if(rows.begin(), rows.end(), [&](const PositionEntry& candidate) {
-            const PositionRecord& position = candidate.record;
-            return position.openQty > 0 &&
-                   position.accountNo.Str() + ' ' + ContractName(position.key) == change.id;
-        });
-        m_panes[kPositionList]->Reveal(row == rows.end() ? nullptr : &*row);
-    }
-}
-
-// All requests that came since the lists were read: an order and its fills come together.
-void DeskWindow::OnJournalGrew() {
-    m_journalGrew = false;
-    for (int i = 0; i < kDeskListCount; ++i) {
-        m_panes[static_cast<std::size_t>(i)]->Reload(i == kJournalList);
-    }
-    for (const Change& change : m_changes) {
-        Reveal(change);
-    }
-    const std::vector<std::string>& lines = m_host.Services().journal.Lines();
-    const JournalRow row = ReadJournalRow(lines.back(), lines.size() - 1);
-    std::string status = row.operation + " " + Say(row.answer);
-    if (!m_remarks.empty()) {
-        std::string remarks;
-        for (const std::string& remark : m_remarks) {
-            remarks += (remarks.empty() ? "" : "; ") + remark;
-        }
-        status += " - " + Say("second look: %1", {remarks});
-    }
-    m_changes.clear();
-    m_remarks.clear();
-    if (!row.subject.empty()) {
-        status += " - " + row.subject;
-    }
-    SetStatus(status);
 }

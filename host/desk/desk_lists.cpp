@@ -84,26 +84,46 @@ DeskList::Reader ReaderOf(const Rows& rows) {
     };
 }
 
+template <typename Row>
+DeskColumn AccountColumn() {
+    return TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); });
+}
+
+template <typename Row>
+DeskColumn ContractColumn(int width) {
+    return TextColumn<Row>("Contract", width,
+                           [](const Row& row) { return Utf8FromAnsi(ContractName(row.record.key)); });
+}
+
+template <typename Row>
+DeskColumn SideColumn() {
+    return TextColumn<Row>("Side", 44,
+                           [](const Row& row) { return CodeText(Words::kDirection, row.record.direction); });
+}
+
+template <typename Row, typename Price>
+DeskColumn PriceColumn(const NamesPointer& names, Price price) {
+    return NumberColumn<Row>("Price", 80, price, [names, price](const Row& row) {
+        return names->Price(price(row), row.record.key);
+    });
+}
+
 DeskList MakeOrders(const Book& book, const NamesPointer& names) {
     using Row = OrderEntry;
     return {
         "Orders",
         {
             CountColumn<Row>("No", 56, [](const Row& row) { return row.record.orderNo + 0; }),
-            TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); }),
-            TextColumn<Row>("Contract", 150,
-                            [](const Row& row) { return Utf8FromAnsi(ContractName(row.record.key)); }),
+            AccountColumn<Row>(),
+            ContractColumn<Row>(150),
             TextColumn<Row>("Name", 140,
                             [names](const Row& row) { return names->OfContract(row.record.key); }),
-            TextColumn<Row>("Side", 44,
-                            [](const Row& row) { return CodeText(Words::kDirection, row.record.direction); }),
+            SideColumn<Row>(),
             TextColumn<Row>("State", 110,
                             [](const Row& row) { return CodeText(Words::kState, row.record.orderState); }),
             CountColumn<Row>("Qty", 50, [](const Row& row) { return row.record.orderQty + 0; }),
             CountColumn<Row>("Filled", 50, [](const Row& row) { return row.record.fillQty + 0; }),
-            NumberColumn<Row>(
-                "Price", 80, [](const Row& row) { return row.record.orderPrice; },
-                [names](const Row& row) { return names->Price(row.record.orderPrice, row.record.key); }),
+            PriceColumn<Row>(names, [](const Row& row) { return row.record.orderPrice; }),
             NumberColumn<Row>(
                 "Fill price", 80, [](const Row& row) { return row.record.fillPrice; },
                 [names](const Row& row) {
@@ -128,15 +148,11 @@ DeskList MakeFills(const Book& book, const NamesPointer& names) {
             TextColumn<Row>("No", 84, [](const Row& row) { return Shown(row.record.fillNo); }),
             CountColumn<Row>("Order", 50,
                              [](const Row& row) { return row.order ? row.order->record.orderNo + 0 : 0; }),
-            TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); }),
-            TextColumn<Row>("Contract", 120,
-                            [](const Row& row) { return Utf8FromAnsi(ContractName(row.record.key)); }),
-            TextColumn<Row>("Side", 44,
-                            [](const Row& row) { return CodeText(Words::kDirection, row.record.direction); }),
+            AccountColumn<Row>(),
+            ContractColumn<Row>(120),
+            SideColumn<Row>(),
             CountColumn<Row>("Qty", 44, [](const Row& row) { return row.record.fillQty + 0; }),
-            NumberColumn<Row>(
-                "Price", 80, [](const Row& row) { return row.record.fillPrice; },
-                [names](const Row& row) { return names->Price(row.record.fillPrice, row.record.key); }),
+            PriceColumn<Row>(names, [](const Row& row) { return row.record.fillPrice; }),
             TextColumn<Row>("Time", 125, [](const Row& row) { return Shown(row.record.fillTime); }),
             TextColumn<Row>("Upper", 60, [](const Row& row) { return Shown(row.record.upperNo); }),
             TextColumn<Row>("Exchange no", 130,
@@ -150,36 +166,31 @@ DeskList MakeFills(const Book& book, const NamesPointer& names) {
 
 DeskList MakePositions(const Book& book, const NamesPointer& names) {
     using Row = PositionEntry;
-    return {
-        "Positions",
-        {
-            TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); }),
-            TextColumn<Row>("Contract", 120,
-                            [](const Row& row) { return Utf8FromAnsi(ContractName(row.record.key)); }),
-            TextColumn<Row>("Side", 44,
-                            [](const Row& row) { return CodeText(Words::kDirection, row.record.direction); }),
-            CountColumn<Row>("Open", 50, [](const Row& row) { return row.record.openQty + 0; }),
-            NumberColumn<Row>(
-                "Price", 80, [](const Row& row) { return row.record.price; },
-                [names](const Row& row) { return names->Price(row.record.price, row.record.key); }),
-            TextColumn<Row>("Upper", 60, [](const Row& row) { return Utf8FromAnsi(row.upperNo); }),
-        },
-        [&book] {
-            std::vector<const void*> rows;
-            for (const PositionEntry& row : book.ledger.AllPositions().Rows()) {
-                if (row.record.openQty > 0) {
-                    rows.push_back(&row);
+    return {"Positions",
+            {
+                AccountColumn<Row>(),
+                ContractColumn<Row>(120),
+                SideColumn<Row>(),
+                CountColumn<Row>("Open", 50, [](const Row& row) { return row.record.openQty + 0; }),
+                PriceColumn<Row>(names, [](const Row& row) { return row.record.price; }),
+                TextColumn<Row>("Upper", 60, [](const Row& row) { return Utf8FromAnsi(row.upperNo); }),
+            },
+            [&book] {
+                std::vector<const void*> rows;
+                for (const PositionEntry& row : book.ledger.AllPositions().Rows()) {
+                    if (row.record.openQty > 0) {
+                        rows.push_back(&row);
+                    }
                 }
-            }
-            return rows;
-        }};
+                return rows;
+            }};
 }
 
 DeskList MakeAccounts(const Book& book) {
     using Row = Entry<UserRecord>;
     return {"Accounts",
             {
-                TextColumn<Row>("Account", 70, [](const Row& row) { return Shown(row.record.accountNo); }),
+                AccountColumn<Row>(),
                 TextColumn<Row>("Name", 170, [](const Row& row) { return row.name; }),
                 TextColumn<Row>("Sign", 50, [](const Row& row) { return Shown(row.record.sign); }),
                 TextColumn<Row>("Server", 60, [](const Row& row) { return Shown(row.record.serverKey); }),

@@ -3,18 +3,14 @@
 #include "app/file_version.h"
 #include "app/language_choice.h"
 #include "book/host_text.h"
-#include "desk/shown_prices.h"
 #include "services/wide_text.h"
 #include "services/wording.h"
 
-#include <algorithm>
-#include <chrono>
 #include <stdexcept>
 
 namespace {
 
 constexpr wchar_t kClassName[] = L"EmendoHostDesk";
-constexpr UINT kJournalGrew = WM_APP + 1;
 constexpr unsigned kFirstListId = 1000;
 constexpr int kWidth = 1180;
 constexpr int kHeight = 760;
@@ -26,16 +22,6 @@ FontHandle MessageFont() {
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     return FontHandle(CreateFontIndirectW(&metrics.lfMessageFont));
-}
-
-std::int64_t Seconds() {
-    return std::chrono::duration_cast<std::chrono::seconds>(
-               std::chrono::steady_clock::now().time_since_epoch())
-        .count();
-}
-
-bool Contains(const PaneBox& box, POINT point) {
-    return point.x >= box.left && point.x < box.right && point.y >= box.top && point.y < box.bottom;
 }
 
 }  // namespace
@@ -51,24 +37,7 @@ DeskWindow::DeskWindow(HostApp& host, std::string bookPath, DeskSettings setting
     MakeWindow();
     MakePanes();
     Arrange();
-    Journal& journal = m_host.Services().journal;
-    journal.review = [this](const JournalEntry& entry) {
-        std::vector<std::string> remarks =
-            m_secondLook.Look(entry, Seconds(), PricesShownFor(entry, m_host.Dialogs()));
-        m_changes.insert(m_changes.end(), entry.changes.begin(), entry.changes.end());
-        for (const std::string& remark : remarks) {
-            if (std::find(m_remarks.begin(), m_remarks.end(), remark) == m_remarks.end()) {
-                m_remarks.push_back(remark);  // the legs of a carry say some things twice
-            }
-        }
-        return remarks;
-    };
-    // The lists are read again when the request is over: one refresh for all that came together.
-    journal.onLine = [this](const std::string&) {
-        if (m_window && !m_journalGrew) {
-            m_journalGrew = PostMessageW(m_window, kJournalGrew, 0, 0) != FALSE;
-        }
-    };
+    HearJournal();
 }
 
 DeskWindow::~DeskWindow() {
@@ -309,7 +278,8 @@ int DeskWindow::DividerAt(POINT point) const {
     const PaneBox area = ListArea();
     const auto boxes = m_settings.panes.Dividers(area.right, area.bottom, Scaled(kGap));
     for (int i = 0; i < kDividerCount; ++i) {
-        if (Contains(boxes[static_cast<std::size_t>(i)], point)) {
+        const auto& [left, top, right, bottom] = boxes[static_cast<std::size_t>(i)];
+        if (point.x >= left && point.x < right && point.y >= top && point.y < bottom) {
             return i;
         }
     }

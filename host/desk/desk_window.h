@@ -75,9 +75,13 @@ private:
     void AskForName();
     void ChangeLanguage(WORD language);
     void ChangeLanguageNow();
+    unsigned DefaultOf(int list) const;
+
+    // --- what it hears of requests (desk_journal.cpp) ---
+    void HearJournal();
     void OnJournalGrew();
     void Reveal(const Change& change);
-    unsigned DefaultOf(int list) const;
+    static constexpr UINT kJournalGrew = WM_APP + 1;
 
     HostApp& m_host;
     SecondLook m_secondLook;

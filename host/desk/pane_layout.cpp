@@ -4,7 +4,6 @@
 #include "book/record_json.h"
 
 #include <algorithm>
-#include <fstream>
 
 namespace {
 
@@ -81,16 +80,13 @@ std::array<PaneBox, kDividerCount> PaneLayout::Dividers(int width, int height, i
 }
 
 DeskSettings ReadDeskSettings(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
     try {
-        if (stream) {
-            const Json json = Json::parse(stream);
-            if (json.at("format") == kFormat) {
-                return FromJson(json);
-            }
+        const Json json = Json::parse(ReadWholeFile(path).value_or(""));
+        if (json.at("format") == kFormat) {
+            return FromJson(json);
         }
     } catch (const std::exception&) {
-        // of another version, or damaged
+        // not there, of another version, or damaged
     }
     return {};
 }
@@ -110,14 +106,5 @@ bool WriteDeskSettings(const DeskSettings& settings, const std::string& path) {
         lists.push_back(
             {{"widths", list.widths}, {"sortColumn", list.sortColumn}, {"descending", list.descending}});
     }
-    const std::string draft = path + ".new";
-    {
-        std::ofstream stream(draft, std::ios::binary | std::ios::trunc);
-        stream << JsonText(json, 1) << '\n';
-        stream.close();
-        if (!stream) {
-            return false;
-        }
-    }
-    return ReplaceFileWith(draft, path);
+    return WriteWholeFile(path, JsonText(json, 1) + '\n').empty();
 }

@@ -1,14 +1,13 @@
 #include "scenario/play.h"
 
 #include "book/book_file.h"
+#include "book/host_text.h"
 #include "scenario/picture.h"
 #include "scenario/player.h"
 #include "services/explain.h"
 
 #include <atomic>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -65,13 +64,11 @@ private:
 };
 
 std::string Content(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    if (!file) {
+    const std::optional<std::string> content = ReadWholeFile(path);
+    if (!content) {
         throw std::runtime_error(path + ": cannot be read");
     }
-    return content.str();
+    return *content;
 }
 
 // "host/scenarios/demo.scn" -> "demo"

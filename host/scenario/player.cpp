@@ -77,32 +77,11 @@ void Player::Begin(const Step& step) {
 }
 
 void Player::Run(const Step& step) {
-    switch (step.kind) {
-        case StepKind::kOpen:
-            return Open(step);
-        case StepKind::kChoose:
-            return Choose(step);
-        case StepKind::kType:
-            return Type(step);
-        case StepKind::kPress:
-            return Press(step);
-        case StepKind::kKeys:
-            return Keys(step);
-        case StepKind::kClick:
-            return Click(step);
-        case StepKind::kPick:
-            return Pick(step);
-        case StepKind::kWait:
-            return Wait(step);
-        case StepKind::kAnswer:
-            return AwaitAnswer(step);
-        case StepKind::kExpect:
-            return Expect(step);
-        case StepKind::kFault:
-            return SetFault(step);
-        case StepKind::kScreenshot:
-            return Screenshot(step);
-    }
+    static constexpr void (Player::*kSteps[])(const Step&) = {
+        &Player::Open,        &Player::Choose, &Player::Type,     &Player::Press,
+        &Player::Keys,        &Player::Click,  &Player::Pick,     &Player::Wait,
+        &Player::AwaitAnswer, &Player::Expect, &Player::SetFault, &Player::Screenshot};
+    (this->*kSteps[static_cast<std::size_t>(step.kind)])(step);
 }
 
 void Player::Refuse(const Step& step, const std::string& reason) const {

@@ -114,33 +114,28 @@ void Player::ExpectControl(const Step& step) {
 std::string Player::CheckState(const Step& step, const Control& control, std::size_t& next) const {
     const std::string& state = step.words[next++].text;
     const HWND window = control.window;
-    const auto is = [&](const char* name, bool holds, const char* otherwise) -> std::string {
-        return holds ? "" : std::string("is ") + otherwise + ", expected " + name;
-    };
+    const HWND focus = GetFocus();
     const bool shown = (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
     const bool enabled = IsWindowEnabled(window) != FALSE;
     const bool checked = SendMessageW(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    if (state == "shown") {
-        return is("shown", shown, "hidden");
-    }
-    if (state == "hidden") {
-        return is("hidden", !shown, "shown");
-    }
-    if (state == "enabled") {
-        return is("enabled", enabled, "disabled");
-    }
-    if (state == "disabled") {
-        return is("disabled", !enabled, "enabled");
-    }
-    if (state == "checked") {
-        return is("checked", checked, "unchecked");
-    }
-    if (state == "unchecked") {
-        return is("unchecked", !checked, "checked");
-    }
-    if (state == "focused") {
-        const HWND focus = GetFocus();
-        return is("focused", focus == window || (focus && GetParent(focus) == window), "without the focus");
+    const bool focused = focus == window || (focus && GetParent(focus) == window);
+    const struct {
+        const char* name;
+        bool holds;
+        const char* otherwise;
+    } states[] = {
+        {"shown", shown, "hidden"},
+        {"hidden", !shown, "shown"},
+        {"enabled", enabled, "disabled"},
+        {"disabled", !enabled, "enabled"},
+        {"checked", checked, "unchecked"},
+        {"unchecked", !checked, "checked"},
+        {"focused", focused, "without the focus"},
+    };
+    for (const auto& [name, holds, otherwise] : states) {
+        if (state == name) {
+            return holds ? "" : std::string("is ") + otherwise + ", expected " + name;
+        }
     }
     if (state != "text" || next == step.words.size()) {
         Refuse(step, "expected: " + std::string(FormOf(step.kind)));

@@ -8,6 +8,7 @@
 // A scenario as text: one step a line, words between blanks, a text with blanks in double quotes.
 // docs/scenarios.md describes the steps.
 
+// Player::Run has its functions in this order.
 enum class StepKind {
     kOpen,
     kChoose,

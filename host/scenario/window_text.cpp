@@ -1,5 +1,6 @@
 #include "scenario/window_text.h"
 
+#include "book/code_page.h"
 #include "book/host_text.h"
 
 #include <windows.h>
@@ -7,24 +8,8 @@
 #include <commctrl.h>
 
 std::string Utf8(std::wstring_view wide) {
-    const int length = static_cast<int>(wide.size());
-    const int needed = WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string utf8(static_cast<std::size_t>(needed), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, utf8.data(), needed, nullptr, nullptr);
-    return utf8;
+    return ToCodePage(wide, CP_UTF8);
 }
-
-namespace {
-
-std::string Ansi(std::wstring_view wide) {
-    const int length = static_cast<int>(wide.size());
-    const int needed = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-    std::string ansi(static_cast<std::size_t>(needed), '\0');
-    WideCharToMultiByte(CP_ACP, 0, wide.data(), length, ansi.data(), needed, nullptr, nullptr);
-    return ansi;
-}
-
-}  // namespace
 
 std::string TextOf(HWND window) {
     // Asked by message: the module's lists answer with the code of the line that they show.
@@ -75,5 +60,5 @@ std::string ModuleString(HMODULE module, unsigned id, WORD language) {
     for (unsigned skipped = 0; skipped < id % kBlock; ++skipped) {
         text += 1 + *text;
     }
-    return Utf8FromAnsi(Ansi({text + 1, static_cast<std::size_t>(*text)}));
+    return Utf8FromAnsi(ToCodePage({text + 1, static_cast<std::size_t>(*text)}, CP_ACP));
 }

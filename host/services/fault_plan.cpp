@@ -1,20 +1,16 @@
 #include "services/fault_plan.h"
 
 #include <charconv>
+#include <iterator>
 #include <stdexcept>
 
 namespace {
 
-constexpr std::array<std::string_view, static_cast<std::size_t>(Operation::kCount)> kNames{
-    "GetPlugin",         "GetTradeApi",     "SendOrder",      "DeleteOrder",
-    "SendFill",          "RemoveFill",      "SendExercise",   "RegisterSpi",
-    "UnregisterSpi",     "ListSignEntries", "GetUserServer",  "GetOrder",
-    "GetPositions",      "GetPosition",     "GetPositionQty", "GetUsers",
-    "GetUser",           "GetExchanges",    "GetExchange",    "GetCommodities",
-    "GetCommodity",      "GetContracts",    "GetContract",    "Get3MContractNo",
-    "GetCurrencies",     "GetUppers",       "FormatPrice",    "Slot38",
-    "GetConfigTable",    "Query",           "Release",        "CreateListWindow",
-    "ReleaseListWindow", "Place",           "SetFilter",      "SetNotify"};
+constexpr std::string_view kNames[] = {
+#define X(name) #name,
+    HOST_OPERATIONS(X)
+#undef X
+};
 
 struct KindName {
     std::string_view name;
@@ -59,7 +55,7 @@ void FaultPlan::Set(std::string_view text) {
     Fault fault{};
     fault.fromCall = 1;
     fault.operation = Operation::kCount;
-    for (std::size_t i = 0; i < kNames.size(); ++i) {
+    for (std::size_t i = 0; i < std::size(kNames); ++i) {
         if (kNames[i] == parts[0]) {
             fault.operation = static_cast<Operation>(i);
         }

@@ -8,44 +8,20 @@
 #include <vector>
 
 // Every operation of the host's services, by its name in the interfaces.
+// clang-format off
+#define HOST_OPERATIONS(X)                                                                           \
+    X(GetPlugin) X(GetTradeApi) X(SendOrder) X(DeleteOrder) X(SendFill) X(RemoveFill) X(SendExercise) \
+    X(RegisterSpi) X(UnregisterSpi) X(ListSignEntries) X(GetUserServer) X(GetOrder) X(GetPositions)   \
+    X(GetPosition) X(GetPositionQty) X(GetUsers) X(GetUser) X(GetExchanges) X(GetExchange)            \
+    X(GetCommodities) X(GetCommodity) X(GetContracts) X(GetContract) X(Get3MContractNo)               \
+    X(GetCurrencies) X(GetUppers) X(FormatPrice) X(Slot38) X(GetConfigTable) X(Query) X(Release)      \
+    X(CreateListWindow) X(ReleaseListWindow) X(Place) X(SetFilter) X(SetNotify)
+// clang-format on
 enum class Operation {
-    kGetPlugin,
-    kGetTradeApi,
-    kSendOrder,
-    kDeleteOrder,
-    kSendFill,
-    kRemoveFill,
-    kSendExercise,
-    kRegisterSpi,
-    kUnregisterSpi,
-    kListSignEntries,
-    kGetUserServer,
-    kGetOrder,
-    kGetPositions,
-    kGetPosition,
-    kGetPositionQty,
-    kGetUsers,
-    kGetUser,
-    kGetExchanges,
-    kGetExchange,
-    kGetCommodities,
-    kGetCommodity,
-    kGetContracts,
-    kGetContract,
-    kGet3MContractNo,
-    kGetCurrencies,
-    kGetUppers,
-    kFormatPrice,
-    kSlot38,
-    kGetConfigTable,
-    kQuery,
-    kRelease,
-    kCreateListWindow,
-    kReleaseListWindow,
-    kPlace,
-    kSetFilter,
-    kSetNotify,
-    kCount
+#define X(name) k##name,
+    HOST_OPERATIONS(X)
+#undef X
+        kCount
 };
 std::string_view OperationName(Operation operation);
 

@@ -123,15 +123,11 @@ OrderRecord* HostTradeApi::GetOrder(std::uint32_t orderNo) {
 }
 
 void HostTradeApi::GetPositions(IDataContainer* list, const char* sign) {
-    std::vector<const PositionEntry*> open;
+    std::vector<PositionEntry*> rows;
     for (const PositionEntry& row : m_book.ledger.AllPositions().Rows()) {
         if (row.record.openQty > 0 && (View(sign).empty() || row.record.key.sign.View() == View(sign))) {
-            open.push_back(&row);
+            rows.push_back(const_cast<PositionEntry*>(&row));
         }
-    }
-    std::vector<PositionEntry*> rows;
-    for (const PositionEntry* row : open) {
-        rows.push_back(const_cast<PositionEntry*>(row));
     }
     FillList(Operation::kGetPositions, list, rows);
 }

@@ -1,5 +1,7 @@
 #include "services/wide_text.h"
 
+#include "book/code_page.h"
+
 #include <windows.h>
 
 namespace {
@@ -19,11 +21,7 @@ int ScreenDpi() {
 }  // namespace
 
 std::wstring Wide(std::string_view utf8) {
-    const int size = static_cast<int>(utf8.size());
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), length);
-    return wide;
+    return FromCodePage(utf8, CP_UTF8);
 }
 
 int Scaled(int pixels) {

@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
-#include <set>
 #include <tuple>
 
 namespace {
@@ -44,6 +43,7 @@ TEST(BookFileTest, ABadBookIsRefusedWithPlaceAndReason) {
         {"'openQty': 12", "'openQty': 0", "/positions/0/openQty", "whole number"},
         {"'orderNo': 1002, 'orderType'", "'orderNo': 1001, 'orderType'", "/orders/1", "used twice"},
         {"'orderQty': 5", "'orderQty': 4", "/fills/0", "beyond its quantity"},
+        {"'fillQty': 5", "'fillQty': 0", "/fills/0", "no quantity"},
         {"'restState': '4'", "'restState': '6'", "/orders/0", "restState"},
         {"'orderNo': 1001, 'sequence'", "'orderNo': 1999, 'sequence'", "/fills/0", "1999 does not exist"},
         {"{'order': 1009", "{'order': 1008", "/nextNumbers", "not above order 1008"},
@@ -68,11 +68,6 @@ TEST(BookFileTest, ABadBookIsRefusedWithPlaceAndReason) {
 
 TEST(BookFileTest, ASavedBookIsTheSameBookAndReplacesTheOldOneWhole) {
     const std::unique_ptr<Book> book = Sample();
-    std::set<char> types;
-    for (const Entry<ContractRecord>& contract : book->catalogue.contracts) {
-        types.insert(contract.record.key.commodityType);
-    }
-    EXPECT_EQ(std::string(types.begin(), types.end()), "FGOYcdeglmru") << "the sample has every type";
     const std::string path = testing::TempDir() + "emendo_book_test.json";
     for (const std::uint32_t deleted : {1001, 1002}) {
         WriteBookFile(*book, path);
@@ -80,7 +75,6 @@ TEST(BookFileTest, ASavedBookIsTheSameBookAndReplacesTheOldOneWhole) {
         EXPECT_FALSE(std::ifstream(path + ".new").is_open()) << "the draft is gone";
         ASSERT_TRUE(book->ledger.DeleteOrder(deleted).Accepted());
     }
-    EXPECT_TRUE(BookText(*ReadBookFile(path)) != BookText(*book));
     EXPECT_THROW(WriteBookFile(*book, "no/such/folder/book.json"), BookFileError);
     std::remove(path.c_str());
 }

@@ -36,19 +36,6 @@ TEST(DeskListTest, SortsNumbersAsNumbersAndKeepsTheBooksOrderAmongEquals) {
     EXPECT_EQ(list.Text(4, 0) + list.Text(0, 2), "") << "beyond the end";
 }
 
-TEST(PaneLayoutTest, PanesCoverTheDeskAndNoneVanishes) {
-    PaneLayout layout;
-    layout.Move(kBelowOrders, 2);
-    layout.Move(kBesideFills, -1);
-    int area = 0;
-    for (const PaneBox& box : layout.Panes(1000, 600, 0)) {
-        EXPECT_GE(box.right - box.left, 100);
-        EXPECT_GE(box.bottom - box.top, 60);
-        area += (box.right - box.left) * (box.bottom - box.top);
-    }
-    EXPECT_EQ(area, 1000 * 600);
-}
-
 // Every word of the desk is said in both Chinese languages, and arguments stand where the language has them.
 TEST(WordingTest, SpeaksChinese) {
     const std::unique_ptr<Book> book = Sample();

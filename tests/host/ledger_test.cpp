@@ -36,7 +36,6 @@ TEST_F(LedgerTest, FillsDecideStateQuantityAndAveragePrice) {
     OrderRecord order = MakeOrder("800102", "NWX F SR 2505", 'B', 6100, 5, "S_1");
     order.orderState = '6';  // as input together with a fill
     order.fillQty = 5;
-    order.fillPrice = 6100;
     const std::uint32_t number = m_ledger.SendOrder(order).orderNo;
     EXPECT_EQ(Filled(number), "4: 0 at 0");
     EXPECT_EQ(Order(number).backOffice, 'Y');
@@ -53,6 +52,11 @@ TEST_F(LedgerTest, FillsDecideStateQuantityAndAveragePrice) {
     EXPECT_EQ(Filled(number), "4: 0 at 0");
     EXPECT_EQ(Net("800102", "NWX F SR 2505"), 0);
     EXPECT_FALSE(m_ledger.DeleteOrder(number).Accepted()) << "nothing left to remove";
+
+    order.systemNo.Set("S_rejected");
+    order.orderState = 'B';
+    EXPECT_TRUE(m_ledger.SendOrder(order).Accepted());
+    EXPECT_FALSE(m_ledger.SendFill(MakeFill(order)).Accepted());
 }
 
 TEST_F(LedgerTest, ASpreadIsFilledAsFarAsBothItsLegsAre) {
@@ -77,7 +81,14 @@ TEST_F(LedgerTest, ACarryClosesTheChosenPositionAndStandsOnTheDateOf3M) {
     fill.closePrice = 9032;
     EXPECT_TRUE(m_ledger.SendFill(fill).Accepted());
     const OrderRecord forward = MakeOrder("800120", "HMX F CU 3M", 'S', 9100, 4, "S_3_2", "UP003");
-    EXPECT_TRUE(m_ledger.SendFill(MakeFill(forward)).Accepted());
+    EXPECT_TRUE(m_ledger.SendOrder(forward).Accepted());
+    FillRecord plain = MakeFill(forward);
+    plain.upperNo = {};
+    plain.currencyNo.Set("XXX");
+    EXPECT_FALSE(m_ledger.SendFill(plain).Accepted()) << "an unknown currency";
+    plain.currencyNo = {};
+    EXPECT_TRUE(m_ledger.SendFill(plain).Accepted());
+    EXPECT_EQ(m_ledger.Fills().back()->record.upperNo.View(), "UP003") << "its order's";
 
     const LineKey line = MakeLineKey("800120", FirstLegOf(near.key));
     EXPECT_EQ(+m_ledger.AllPositions().Find(line, 'S', 9032)->record.openQty, 1u);
@@ -100,7 +111,11 @@ TEST_F(LedgerTest, AFillWithoutAnOrderGetsOneEachLegItsOwn) {
 }
 
 TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
+    m_ledger.FindOrder(1002)->record.text279.Set("the book's");
+    const std::string inputTime = Order(1002).inputTime.Str();
     OrderRecord change = Order(1002);  // 10 ordered, 4 filled
+    change.text279 = {};
+    change.inputTime = {};
     change.orderPrice = 2295;
     change.orderQty = 4;
     change.orderState = '4';
@@ -111,6 +126,8 @@ TEST_F(LedgerTest, AModificationReplacesTheTermsAndNothingThatHappened) {
     EXPECT_EQ(+Order(1002).orderPrice, 2295);
     EXPECT_EQ(Order(1002).orderState, '6') << "what is left was taken away";
     EXPECT_EQ(+Order(1002).fillQty, 4u);
+    EXPECT_EQ(Order(1002).text279.View(), "the book's");
+    EXPECT_EQ(Order(1002).inputTime.View(), inputTime);
     EXPECT_EQ(Order(1002).inputOperator.View(), "OP0101");
     EXPECT_EQ(Order(1002).updateOperator.View(), "OP0200");
 
@@ -173,6 +190,7 @@ TEST_F(LedgerTest, AnExerciseSettlesWhatIsHeldAndIsUndoneAsAWhole) {
     EXPECT_EQ(Net("800103", "NWX O WH 2505 C2500"), 0);
     EXPECT_EQ(Net("800103", "NWX F WH 2505"), 3);
     EXPECT_FALSE(m_ledger.RemoveFill(m_ledger.Fills().back()->record.fillNo.View(), "").Accepted());
+    EXPECT_FALSE(m_ledger.SendOrder(Order(outcome.orderNo)).Accepted()) << "an exercise is not modified";
     EXPECT_TRUE(m_ledger.DeleteOrder(outcome.orderNo).Accepted());
     EXPECT_EQ(Net("800103", "NWX O WH 2505 C2500"), 3);
     EXPECT_EQ(Net("800103", "NWX F WH 2505"), 0);

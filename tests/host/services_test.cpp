@@ -59,57 +59,19 @@ TEST_F(ServicesTest, AnEmptySignMeansAnyAndKeysAreReadAsTheModuleWritesThem) {
     EXPECT_STREQ(api.Get3MContractNo("NOWHERE"), "3M");
 }
 
-TEST_F(ServicesTest, NullArgumentsAreUnknownOnes) {
-    EXPECT_FALSE(api.GetUser(nullptr, nullptr));
-    EXPECT_FALSE(api.GetExchange(nullptr));
-    EXPECT_FALSE(api.GetCommodity(nullptr));
-    EXPECT_FALSE(api.GetContract(nullptr));
-    EXPECT_FALSE(api.GetPosition(nullptr, nullptr, 'B', nullptr));
-    EXPECT_FALSE(api.GetUserServer("HQ-A", nullptr));
-    api.GetPositionQty(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-    api.GetUsers(nullptr, nullptr);
-    api.GetContracts(nullptr, nullptr);
-    api.FormatPrice(nullptr, 1, nullptr, 0, 0, 'D');
-    api.RegisterSpi(nullptr);
-    api.UnregisterSpi(nullptr);
+TEST_F(ServicesTest, AMissingRecordAndAnotherFillNumberAreRefused) {
     HostTradeService& trade = services.trade;
-    EXPECT_FALSE(services.manager.GetPlugin(nullptr, "1.0.0.1"));
     EXPECT_FALSE(services.manager.GetPlugin("TradeApi", "1.0.0.2"));
-    EXPECT_EQ(services.manager.GetPlugin("TradeApi", "1.0.0.1"), static_cast<ITradeService*>(&trade));
     EXPECT_NE(trade.SendOrder(nullptr), 0);
     EXPECT_NE(trade.SendFill(nullptr), 0);
-    EXPECT_NE(trade.RemoveFill(nullptr, nullptr), 0);
     EXPECT_NE(trade.SendExercise(nullptr), 0);
     EXPECT_EQ(trade.DeleteOrder(0), 0) << "here zero is the failure";
-    EXPECT_EQ(trade.DeleteOrder(1001), 1);
-}
-
-TEST_F(ServicesTest, PricesAreWrittenInBothNotationsAndCutToTheBuffer) {
-    const ContractKey key = KeyOf("HQ", "BRX F CO 2503");
-    const std::tuple<int, char, const char*> rows[] = {
-        {100, 'D', "451+2/8"}, {100, 'N', "451.25"}, {4, 'D', "451"}};
-    for (const auto& [size, notation, expected] : rows) {
-        char text[100] = "untouched";
-        api.FormatPrice(&key, 451.25, text, size, 0, notation);
-        EXPECT_STREQ(text, expected);
-    }
-}
-
-TEST_F(ServicesTest, TheServerOfAnAccountIsAConfigurationByAddressAndPort) {
-    UserRecord* user = api.GetUser("800103", "HQ");
-    const ServerRecord* server = api.GetUserServer(user->serverKey.chars, user);
-    ASSERT_TRUE(server);
-    ConfigQuery query{kConfigTradeServers, 0, nullptr};
-    HostConfigTable& table = services.config.Table();
-    ASSERT_EQ(table.Query(&query), 0);
-    ASSERT_EQ(query.count, 3u);
-    const ServerConfigRecord& config = static_cast<const ServerConfigRecord*>(query.records)[1];
-    EXPECT_EQ(config.address.View(), server->address.View());
-    EXPECT_EQ(+config.port, +server->port);
-    table.Release(&query);
-    EXPECT_EQ(table.Outstanding(), 0u);
-    query.requestType = 1;
-    EXPECT_NE(table.Query(&query), 0);
+    EXPECT_EQ(trade.DeleteOrder(1002), 1);
+    FillRecord fill = book->ledger.FindFill("F00000001")->record;
+    fill.fillNo.Set("F00000003");
+    EXPECT_NE(trade.RemoveFill("F00000001", &fill), 0);
+    fill.fillNo.Set("F00000001");
+    EXPECT_EQ(trade.RemoveFill("F00000001", &fill), 0);
 }
 
 TEST_F(ServicesTest, AFaultStrikesTheCallsItIsSetFor) {
@@ -160,30 +122,25 @@ TEST_F(ServicesTest, AFaultStrikesTheCallsItIsSetFor) {
 
 TEST_F(ServicesTest, APositionFilterLeavesOutWhatDiffersInAnythingItGives) {
     PositionFilterRecord filter{};
-    const auto matches = [&] {
-        const auto& rows = book->ledger.AllPositions().Rows();
-        return std::count_if(rows.begin(), rows.end(),
-                             [&](const PositionEntry& row) { return PositionMatches(filter, row); });
+    const std::pair<void (*)(PositionFilterRecord&), int> rows[] = {
+        {[](PositionFilterRecord& to) { to.accountNo.Set("800120"); }, 4},
+        {[](PositionFilterRecord& to) { to.exchangeNo.Set("HMX"); }, 4},
+        {[](PositionFilterRecord& to) { to.commodityNo.Set("CU"); }, 3},
+        {[](PositionFilterRecord& to) { to.contractNo.Set("241218"); }, 2},
+        {[](PositionFilterRecord& to) { to.price = 9032; }, 1},
+        {[](PositionFilterRecord& to) { to.direction = 'B'; }, 0},
+        {[](PositionFilterRecord& to) { to.direction = 'S'; }, 1},
+        {[](PositionFilterRecord& to) { to.upperNo.Set("UP001"); }, 0},
     };
-    const auto all = matches();
-    filter.accountNo.Set("800120");
-    EXPECT_EQ(matches(), 4);
-    filter.exchangeNo.Set("HMX");
-    filter.commodityNo.Set("CU");
-    EXPECT_EQ(matches(), 3);
-    filter.contractNo.Set("241218");
-    EXPECT_EQ(matches(), 2);
-    filter.price = 9032;
-    EXPECT_EQ(matches(), 1);
-    filter.direction = 'B';
-    EXPECT_EQ(matches(), 0);
-    filter.direction = 'S';
-    EXPECT_EQ(matches(), 1);
-    filter.upperNo.Set("UP001");
-    EXPECT_EQ(matches(), 0);
-    services.trade.DeleteOrder(1001);
-    filter = PositionFilterRecord{};
-    EXPECT_EQ(matches(), all - 1) << "a closed row is not shown";
+    for (const auto& [narrow, expected] : rows) {
+        narrow(filter);
+        const auto& all = book->ledger.AllPositions().Rows();
+        EXPECT_EQ(std::count_if(all.begin(), all.end(),
+                                [&](const PositionEntry& row) { return PositionMatches(filter, row); }),
+                  expected);
+    }
+    PositionEntry closed{};
+    EXPECT_FALSE(PositionMatches(PositionFilterRecord{}, closed));
 }
 
 }  // namespace

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "book/ledger.h"
+
+// What the files of the ledger share.
+
+inline constexpr char kWorking = '4';
+inline constexpr char kPartlyFilled = '5';
+inline constexpr char kFilled = '6';
+inline constexpr char kCancelled = '9';
+inline constexpr char kRestCancelled = 'A';
+inline constexpr char kRejected = 'B';
+inline constexpr char kExercise = '5';  // an order type
+
+inline std::string Quoted(std::string_view name) {
+    return '\'' + std::string(name) + '\'';
+}
+
+// The contract that a leg is by itself.
+inline ContractKey AsContract(const SingleContractKey& leg) {
+    return TidyKey(ContractKey{leg.sign,
+                               leg.exchangeNo,
+                               leg.commodityType,
+                               leg.commodityNo,
+                               leg.contractNo,
+                               leg.strikePrice,
+                               leg.optionType,
+                               {},
+                               {},
+                               0});
+}
+
+// "F00000006"
+std::string FillNumber(std::uint32_t number);
