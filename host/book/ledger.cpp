@@ -1,3 +1,5 @@
+#include "book/ledger.h"
+
 #include "book/contract_part.h"
 #include "book/ledger_terms.h"
 #include "book/record_fields.h"

@@ -1,4 +1,5 @@
 #include "book/contract_part.h"
+#include "book/ledger.h"
 #include "book/ledger_terms.h"
 
 #include <algorithm>

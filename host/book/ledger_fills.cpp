@@ -1,10 +1,10 @@
 #include "book/contract_part.h"
+#include "book/ledger.h"
 #include "book/ledger_terms.h"
 #include "book/price_format.h"
 #include "book/record_fields.h"
 
 #include <algorithm>
-#include <cstdio>
 
 // How the ledger deals with fills: the order that a fill belongs to, booking and removal, exercise.
 
@@ -19,12 +19,6 @@ std::string TradeText(const Catalogue& catalogue, const Key& key, char direction
 }
 
 }  // namespace
-
-std::string FillNumber(std::uint32_t number) {
-    char text[16];
-    std::snprintf(text, sizeof text, "F%08u", number);
-    return text;
-}
 
 OrderEntry* Ledger::OrderOfFill(const FillRecord& fill, std::string& refusal, int& leg) const {
     const auto found = m_ordersBySystemNo.find(fill.systemNo.Str());

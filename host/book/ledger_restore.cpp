@@ -1,4 +1,5 @@
 #include "book/contract_part.h"
+#include "book/ledger.h"
 #include "book/ledger_terms.h"
 
 #include <stdexcept>
@@ -46,7 +47,8 @@ void Ledger::RestoreFill(const FillRecord& saved, std::uint32_t orderNo, std::ui
         ++leg;
     }
     if (leg == legs.size()) {
-        throw std::invalid_argument("contract " + Quoted(ContractName(saved.key)) + " is no leg of its order");
+        throw std::invalid_argument("contract " + Quoted(ContractName(saved.key)) +
+                                    " is no leg of its order");
     }
     if (LegQty(*order, static_cast<int>(leg)) + saved.fillQty > order->record.orderQty) {
         throw std::invalid_argument("the order would be filled beyond its quantity");

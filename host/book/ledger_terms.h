@@ -1,6 +1,11 @@
 #pragma once
 
-#include "book/ledger.h"
+#include "book/record_key.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
 
 // What the files of the ledger share.
 
@@ -31,4 +36,8 @@ inline ContractKey AsContract(const SingleContractKey& leg) {
 }
 
 // "F00000006"
-std::string FillNumber(std::uint32_t number);
+inline std::string FillNumber(std::uint32_t number) {
+    char text[16];
+    std::snprintf(text, sizeof text, "F%08u", static_cast<unsigned>(number));
+    return text;
+}
