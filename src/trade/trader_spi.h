@@ -80,6 +80,7 @@ class _TraderSpiWnd;
 
 // The base of a dialog that listens: the host's events reach the callbacks that it overrides on the thread
 // that constructed it, from its construction to its destruction. Events still on their way then are lost.
+// Only on Windows.
 class TradeSpiEx : public TraderSpi {
 public:
     // A null dispatcher means the standard one, which drops events without data.

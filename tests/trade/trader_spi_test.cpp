@@ -70,7 +70,6 @@ TEST(TraderSpi, IsAListenerFromItsConstructionToItsDestruction) {
     EXPECT_TRUE(api.listeners.empty());
     g_pTradeApi = nullptr;
     const TraderSpi listener(true);
-    const TradeSpiEx dialog;
     EXPECT_TRUE(api.listeners.empty());
 }
 

@@ -92,6 +92,12 @@ TEST_F(HiddenWindow, GoesWithTheDialogAlsoInTheMiddleOfAnEvent) {
     EXPECT_EQ(api.unregistrations, 1);
 }
 
+TEST_F(HiddenWindow, NoTradeServiceNoListener) {
+    g_pTradeApi = nullptr;
+    const Dialog dialog;
+    EXPECT_TRUE(api.listeners.empty());
+}
+
 LRESULT CALLBACK RefuseWindows(int code, WPARAM wParam, LPARAM lParam) {
     return code == HCBT_CREATEWND ? 1 : CallNextHookEx(nullptr, code, wParam, lParam);
 }
