@@ -156,7 +156,14 @@ LRESULT CWnd::DispatchGuarded(const WindowMessage& message, const WindowWatch& w
         // Or the system would ask for the same painting again at once, for ever.
         ::ValidateRect(m_hWnd, nullptr);
     }
-    return threw && message.id == WM_CREATE ? -1 : result;
+    if (message.id != WM_CREATE || (!threw && result != -1)) {
+        return result;
+    }
+    // The system takes the children of a window that fails to be created away without a word to them, and a
+    // tree would leave its tooltip.
+    while (watch.WindowAlive() && ::DestroyWindow(::GetWindow(m_hWnd, GW_CHILD))) {
+    }
+    return -1;
 }
 
 LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
