@@ -1,10 +1,10 @@
 // Each single thing that may fail around the module fails, in every dialog and mode (see faults.h).
 //
-//     sweep MODULE [--share N] [--case KEY]
+//     sweep MODULE [--share N] [--lot K] [--case KEY]
 //
-// --share N plays one in N cases, always the same ones. The cases are played by a process of their own, which
-// is started again behind the one that ends or hangs it. Prints what is wrong and a table of counts; ends
-// with 1 when something is.
+// --share N plays one in N cases, always the same ones: those of lot K, 0 to N - 1. The cases are played by a
+// process of their own, which is started again behind the one that ends or hangs it. Prints what is wrong and
+// a table of counts; ends with 1 when something is.
 
 #include "sweep/session.h"
 
@@ -97,8 +97,9 @@ bool IsConfirmed(const std::vector<FaultyServer::Sent>& some, const std::vector<
 
 class Sweep {
 public:
-    Sweep(const std::string& module, Progress& progress, unsigned long share, std::string only)
-        : m_session(module), m_progress(progress), m_share(share), m_only(std::move(only)) {}
+    Sweep(const std::string& module, Progress& progress, unsigned long share, unsigned long lot,
+          std::string only)
+        : m_session(module), m_progress(progress), m_share(share), m_lot(lot), m_only(std::move(only)) {}
 
     // Plays the cases behind the last one.
     void Run() {
@@ -127,7 +128,7 @@ public:
             ForEachFault(ordinary, [&](const Fault& fault) {
                 ++m_case;
                 if (m_case > from &&
-                    (m_only.empty() ? Lot(number, fault) % m_share == 0 : m_only == Key(number, fault))) {
+                    (m_only.empty() ? Lot(number, fault) % m_share == m_lot : m_only == Key(number, fault))) {
                     PlayCase(scenario, fault, ordinary, then);
                 }
             });
@@ -197,6 +198,7 @@ private:
     Session m_session;
     Progress& m_progress;
     const unsigned long m_share;
+    const unsigned long m_lot;
     const std::string m_only;
     long m_case = 0;
 };
@@ -249,17 +251,19 @@ int PrintTable(const Progress& progress) {
 
 int main(int count, char** arguments) {
     unsigned long share = 1;
+    unsigned long lot = 0;
     std::string only;
     std::uintptr_t memory = 0;
     for (int i = 2; i + 1 < count; i += 2) {
         const std::string option = arguments[i];
         const unsigned long value = std::strtoul(arguments[i + 1], nullptr, 10);
         share = option == "--share" && value ? value : share;
+        lot = option == "--lot" ? value : lot;
         only = option == "--case" ? arguments[i + 1] : only;
         memory = option == "--progress" ? value : memory;
     }
     if (count < 2) {
-        std::printf("usage: sweep MODULE [--share N] [--case KEY]\n");
+        std::printf("usage: sweep MODULE [--share N] [--lot K] [--case KEY]\n");
         return 2;
     }
     if (memory) {
@@ -267,7 +271,7 @@ int main(int count, char** arguments) {
         SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
         SetUnhandledExceptionFilter(&SayWhereItEnds);
         void* view = MapViewOfFile(reinterpret_cast<HANDLE>(memory), FILE_MAP_ALL_ACCESS, 0, 0, 0);
-        Sweep(arguments[1], *static_cast<Progress*>(view), share, only).Run();
+        Sweep(arguments[1], *static_cast<Progress*>(view), share, lot, only).Run();
         return 0;
     }
     SECURITY_ATTRIBUTES inherited{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
