@@ -93,7 +93,12 @@ public:
                      char notation) override {
         const Kind kind = g_faults.At(Site::Call, 'r', "FormatPrice");
         if (kind == Kind::Wide) {
-            std::memset(buffer, '9', static_cast<std::size_t>(size));
+            // The same price, with noughts in front of it.
+            char text[64];
+            World::FormatPrice(record, price, text, sizeof text, zero, notation);
+            const std::size_t length = std::strlen(text);
+            std::memset(buffer, '0', static_cast<std::size_t>(size));
+            std::memcpy(buffer + size - length, text, length);
         } else if (kind != Kind::Null) {
             g_faults.Aside([&] { World::FormatPrice(record, price, buffer, size, zero, notation); });
         }
