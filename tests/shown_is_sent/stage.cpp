@@ -146,11 +146,13 @@ std::string Stage::Shrink(Plan& plan) {
 void Stage::PlayPlan(int place) {
     const int seed = m_firstSeed + place;
     Plan plan = Make(static_cast<unsigned>(seed));
-    if (m_failures > 0 && !Play(plan).empty()) {
+    const std::string first = m_failures > 0 ? Play(plan) : "";
+    if (!first.empty()) {
         --m_failures;
         explaining = true;
-        const std::string failure = Shrink(plan);
+        std::string failure = Shrink(plan);
         explaining = false;
+        failure = failure.empty() ? "once: " + first : failure;
         ADD_FAILURE() << "EMENDO_PLAN=" << seed << ", shortened: " << plan.Words() << failure;
     }
     Raise();

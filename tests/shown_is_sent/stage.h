@@ -41,6 +41,10 @@ protected:
     // Complains of what came unasked since the last time, and of what a closed dialog has left.
     std::string Complaints(bool closed);
 
+    HMODULE Library() const { return m_module.Library(); }
+    HWND Parent() const { return m_host->Get(); }
+    WORD Language() const { return m_language; }
+
     bool explaining = false;  // the plan is known to show a fault
 
 private:

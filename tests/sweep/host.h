@@ -110,7 +110,9 @@ class FaultyServer final : public FakeTradeService {
 public:
     struct Sent {
         std::string what;
-        std::string bytes;  // without clock, numbers made by the module, and pointers
+        // Without clock, numbers made by the module, pointers, and what stands in the place of a line that a
+        // list has lost.
+        std::string bytes;
         bool operator==(const Sent&) const = default;
     };
     std::vector<Sent> sent;
@@ -131,6 +133,7 @@ public:
 private:
     static OrderRecord Bare(OrderRecord order) {
         order.contract = nullptr;
+        order.upperNo.Set("");
         order.systemNo.Set("");
         order.inputTime.Set("");
         order.updateTime.Set("");
@@ -138,6 +141,8 @@ private:
     }
     static FillRecord Bare(FillRecord fill) {
         fill.order = nullptr;
+        fill.upperNo.Set("");
+        fill.currencyNo.Set("");
         fill.systemNo.Set("");
         fill.exchangeFillNo.Set("");
         fill.fillTime.Set("");
