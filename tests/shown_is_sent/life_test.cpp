@@ -26,7 +26,7 @@ constexpr Opening kOpenings[] = {
 constexpr int kDialogs = std::size(kOpenings);
 
 unsigned TemplateOf(const Opening& opening) {
-    return opening.fillDialog ? IDD_FILL
+    return opening.fillDialog  ? IDD_FILL
            : opening.mode == 1 ? IDD_CARRY
            : opening.mode == 5 ? IDD_EXERCISE
                                : IDD_ORDER;
@@ -34,9 +34,7 @@ unsigned TemplateOf(const Opening& opening) {
 
 class Life : public Stage {
 protected:
-    Plan Make(unsigned seed) const override {
-        return {kOpenings[seed % kDialogs], 0, seed, {}};
-    }
+    Plan Make(unsigned seed) const override { return {kOpenings[seed % kDialogs], 0, seed, {}}; }
     std::string Do(const Step&, Hands&) override { return {}; }
 
     // With the common controls that the module asks for.
