@@ -13,9 +13,13 @@ END_MESSAGE_MAP()
 
 LRESULT CAskingEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     const WindowWatch watch(this);
-    ++m_messageDepth;
-    const LRESULT result = CWnd::WindowProc(message, wParam, lParam);
-    if (watch.WindowAlive() && --m_messageDepth == 0 && std::exchange(m_updated, false)) {
+    const bool outermost = !m_handling;
+    const auto handle = [&] {
+        const ScopedValue handling(m_handling, true);
+        return CWnd::WindowProc(message, wParam, lParam);
+    };
+    const LRESULT result = handle();
+    if (outermost && watch.WindowAlive() && std::exchange(m_updated, false)) {
         ::SendMessageA(GetParent(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(), EN_UPDATE),
                        reinterpret_cast<LPARAM>(m_hWnd));
     }
@@ -23,7 +27,7 @@ LRESULT CAskingEdit::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool CAskingEdit::OnUpdate() {
-    m_updated = m_messageDepth > 0;
+    m_updated = m_handling;
     return m_updated;  // the dialog is told later
 }
 

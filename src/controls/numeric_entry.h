@@ -18,8 +18,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    int m_messageDepth = 0;  // messages that are being handled
-    bool m_updated = false;  // meanwhile
+    bool m_handling = false;  // a message
+    bool m_updated = false;   // meanwhile
 };
 
 // The numeric edits of a dialog on their real controls: what may be typed, and stepping by arrow keys, wheel
